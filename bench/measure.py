@@ -1,0 +1,100 @@
+"""Times and peaks: of public tools by hyperfine and GNU time, of this program by its driver."""
+
+import json
+import os
+import statistics
+import subprocess
+import tempfile
+from dataclasses import dataclass, field
+
+from corpusTools.driver import Driver
+
+
+@dataclass
+class Sample:
+    """Medians over the rounds. Times in milliseconds, `peak` and `bytes` in bytes."""
+    times: list = field(default_factory=list)
+    peaks: list = field(default_factory=list)
+    bytes: int = 0
+
+    @property
+    def ms(self):
+        return statistics.median(self.times)
+
+    @property
+    def peak(self):
+        return statistics.median(self.peaks)
+
+
+@dataclass
+class Tool:
+    """A command; `output` is the file that it writes, if any. Pictures on standard output are discarded."""
+    command: list
+    output: str = ""
+
+
+class Job:
+    """One piece of work for the driver. `steps(ask)` does it and returns what its answers say, of which `ms` counts."""
+
+    def __init__(self, steps, output=""):
+        self.steps = steps
+        self.output = output
+
+
+def rounds(driver, job, tools, runs):
+    """Runs the job and each tool in turn, `runs` times over, after one round to warm up.
+    Returns the job's Sample and the tools' Samples by name."""
+    ours, theirs = Sample(), {name: Sample() for name in tools}
+    for round_number in range(runs + 1):
+        counts = round_number > 0
+        _run_job(driver, job, ours, counts)
+        for name, tool in tools.items():
+            _run_tool(tool, theirs[name], counts)
+    for name, tool in tools.items():
+        theirs[name].peaks.append(tool_peak(tool.command))
+        theirs[name].bytes = _size(tool.output)
+    return ours, theirs
+
+
+def _run_job(driver, job, sample, counts):
+    _remove(job.output)
+    with Driver(driver) as session:
+        ask = session.ask
+        idle = ask("rss")["peak"]
+        ms = job.steps(ask)
+        grown = ask("rss")["peak"] - idle
+    if counts:
+        sample.times.append(ms)
+        sample.peaks.append(grown)
+        sample.bytes = _size(job.output)
+
+
+def _run_tool(tool, sample, counts):
+    _remove(tool.output)
+    with tempfile.NamedTemporaryFile(suffix=".json") as result:
+        subprocess.run(["hyperfine", "-N", "--runs", "1", "--style", "none", "--export-json", result.name,
+                        _quoted(tool.command)], check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        seconds = json.load(result)["results"][0]["median"]
+    if counts:
+        sample.times.append(seconds * 1000)
+
+
+def tool_peak(command):
+    """The largest resident size that the command reached, in bytes."""
+    with tempfile.NamedTemporaryFile("r") as report:
+        subprocess.run(["/usr/bin/time", "-f", "%M", "-o", report.name, *command], check=True,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        return int(report.read().split()[-1]) * 1024
+
+
+def _quoted(command):
+    return " ".join("'" + str(word).replace("'", "'\\''") + "'" for word in command)
+
+
+def _remove(path):
+    if path and os.path.exists(path):
+        os.remove(path)
+
+
+def _size(path):
+    return os.path.getsize(path) if path else 0

@@ -1,0 +1,18 @@
+# Constants of whoever publishes the program, collected in one generated header ("config.h").
+# The defaults are under a reserved domain and reach nobody.
+
+set(FOLVANE_APP_NAME "Folvane" CACHE STRING "Name of the program as people read it")
+set(FOLVANE_MAKER_NAME "Merrowlight Apps" CACHE STRING "Who publishes it")
+set(FOLVANE_BUILD_NUMBER 1 CACHE STRING "Whole number that grows with each published build")
+set(FOLVANE_BUNDLE_IDENTIFIER "example.merrowlight.folvane" CACHE STRING "Reverse host name that preferences and desktop files go by")
+set(FOLVANE_HOST_NAME "merrowlight.example" CACHE STRING "Host of the maker's site, of the version file and of updates")
+set(FOLVANE_SUPPORT_ADDRESS "support@merrowlight.example" CACHE STRING "Mail address for support")
+
+if(NOT FOLVANE_BUILD_NUMBER MATCHES "^[0-9]+$")
+    message(FATAL_ERROR "FOLVANE_BUILD_NUMBER is \"${FOLVANE_BUILD_NUMBER}\", but must be a whole number.")
+endif()
+
+configure_file(cmake/config.h.in "${CMAKE_BINARY_DIR}/generated/config.h" @ONLY)
+
+add_library(folvane-config INTERFACE)
+target_include_directories(folvane-config INTERFACE "${CMAKE_BINARY_DIR}/generated")

@@ -1,0 +1,189 @@
+#pragma once
+
+#include "documents/Answer.h"
+#include "documents/BuildPlan.h"
+#include "documents/BusyState.h"
+#include "documents/Destination.h"
+#include "documents/FileSheet.h"
+#include "documents/OpenFile.h"
+#include "documents/PasswordRequest.h"
+#include "documents/Toast.h"
+#include "engine/OpenResult.h"
+#include "platform/Panels.h"
+#include "platform/SourceFile.h"
+
+#include <QCoroTask>
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QProperty>
+#include <QSet>
+#include <QStringList>
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <vector>
+
+namespace folvane {
+
+class Clock;
+class PDFEngine;
+class Preferences;
+class Workspace;
+
+using OpenFilePtr = std::shared_ptr<OpenFile>;
+
+/// What the model needs from outside; all must outlive it.
+struct Services {
+    PDFEngine& engine;
+    Panels& panels;
+    Preferences& preferences;
+    Workspace& workspace;
+    Clock& clock;
+};
+
+/// The question that quitting asks when changes would be lost.
+struct QuitQuestion {
+    QString title;
+    QString text;
+    QStringList names; ///< the edited documents, oldest first
+
+    bool operator==(const QuitQuestion&) const = default;
+};
+
+/// The state of the whole program and every action on it: one instance, on the interface thread. Views read the
+/// observed fields and call the operations; sheets, alerts, the toast and the overlay show because a field is set.
+class AppModel : public QObject {
+    Q_OBJECT
+
+public:
+    using Job = std::function<QCoro::Task<>(std::stop_token)>;
+    using Action = std::function<void()>;
+    struct FileName {
+        QString name;      ///< without its ending
+        QString extension; ///< without the dot
+    };
+    using MakeFile = std::function<QCoro::Task<QByteArray>(int index, std::stop_token)>;
+    struct Loaded {
+        int pageCount;
+        std::optional<QString> password;
+    };
+
+    explicit AppModel(Services services, QObject* parent = nullptr);
+    ~AppModel() override;
+
+    QProperty<std::optional<Destination>> destination{Destination()};
+    QProperty<QList<OpenFilePtr>> files; ///< oldest first
+    QProperty<std::optional<FileSheet>> sheet;
+    QProperty<std::optional<Toast>> toast;
+    QProperty<std::optional<QString>> errorMessage;
+    QProperty<std::optional<BusyState>> busy; ///< while set, no other job starts
+    QProperty<std::optional<QUuid>> signingFileID;
+    QProperty<OpenFilePtr> closingFile; ///< the document about which the save question is up
+    QProperty<std::optional<PasswordRequest>> passwordRequest;
+
+    OpenFilePtr file(const QUuid& id) const;
+
+    // opening.cpp
+    QCoro::Task<> open(QList<QUrl> urls, std::optional<Tool> tool = std::nullopt);
+    /// Opens one PDF with as many password rounds as the user wants; none: nothing was opened (a failure is reported).
+    QCoro::Task<std::optional<Loaded>> load(QUrl url);
+    /// None means Cancel. Without a question it does nothing.
+    void answerPassword(std::optional<QString> password);
+    QCoro::Task<QList<QUrl>> chooseFiles(bool multiple, QList<ContentType> types);
+    /// The Open… command: asks for files and opens them.
+    QCoro::Task<> chooseAndOpen();
+
+    // pageEditing.cpp
+    /// Returns at once; the change lands in a task.
+    void turn(OpenFilePtr file, QSet<QUuid> pages, bool clockwise);
+    void deletePages(OpenFilePtr file, const QSet<QUuid>& pages);
+    /// Moves the group in front of `before`, or to the end.
+    void move(OpenFilePtr file, const QSet<QUuid>& pages, std::optional<QUuid> before);
+    /// A drop of page ids (text) on the cell of `before`: reorders as a drag does. False when it is no page id.
+    bool dropPages(OpenFilePtr file, const QStringList& items, std::optional<QUuid> before);
+    QCoro::Task<> insertPages(OpenFilePtr file, QList<QUrl> urls);
+
+    // saving.cpp
+    QCoro::Task<std::optional<QUrl>> chooseSaveURL(QString name, std::optional<QUrl> near);
+    QCoro::Task<std::optional<QUrl>> chooseFolder(std::optional<QUrl> near, QString prompt);
+    /// A write to `url` would destroy a source that open work depends on (links followed, also hard ones).
+    bool isInUse(const QUrl& url) const;
+    void run(QString title, Job work);
+    void write(BuildPlan plan, QUrl url, QString title, Action onSaved);
+    QCoro::Task<> save(QByteArray data, QString name, std::optional<QUrl> near);
+    QCoro::Task<> saveAs(OpenFilePtr file);
+    QCoro::Task<> extract(OpenFilePtr file);
+    QCoro::Task<> writeFiles(QList<FileName> items, std::optional<QUrl> near, QString prompt, QString title,
+                             MakeFile make);
+    void saved(QList<QUrl> urls);
+    void showToast(QString text, std::optional<QUrl> reveal = std::nullopt);
+
+    // closing.cpp
+    /// Closes at once, or asks first (`closingFile`) when the document is edited.
+    void requestClose(OpenFilePtr file);
+    void close(OpenFilePtr file);
+    std::optional<QuitQuestion> quitQuestion() const;
+    bool quitsWithLastWindow() const;
+
+    PDFEngine& engine() const { return m_services.engine; }
+    const Services& services() const { return m_services; }
+
+private:
+    /// What unlocked a source, and which file it was when it was opened: its path may lead elsewhere by now.
+    struct KnownSource {
+        std::optional<FileIdentity> identity;
+        std::optional<QString> password;
+    };
+    struct PasswordQuestion {
+        PasswordRequest request;
+        Answer<std::optional<QString>> answer;
+    };
+    /// Sources of an operation that has not turned them into pages yet; they count as used while somebody has this.
+    using SourceHold = std::shared_ptr<const QSet<QUrl>>;
+
+    // sources.cpp
+    QCoro::Task<OpenResult> openSource(QUrl url, std::optional<QString> password = std::nullopt);
+    SourceHold holdSources(const QList<QUrl>& urls);
+    QSet<QUrl> sourcesInUse() const;
+    /// The engine lets go of those that nobody uses any more.
+    void releaseUnused(const QSet<QUrl>& sources);
+
+    // opening.cpp
+    QCoro::Task<OpenFilePtr> openPdf(QUrl url);
+    QCoro::Task<OpenFilePtr> openPictures(QList<QUrl> urls);
+    OpenFilePtr openPdfAt(const QUrl& url) const;
+    OpenFilePtr add(OpenFilePtr file);
+    void show(const OpenFile& file, std::optional<Tool> tool);
+
+    // passwords.cpp
+    QCoro::Task<std::optional<QString>> askPassword(QString name, bool wasWrong);
+    void showNextQuestion();
+
+    // pageEditing.cpp
+    QCoro::Task<std::vector<PageItem>> pagesToInsert(QUrl url);
+
+    // saving.cpp, writingFiles.cpp, jobs.cpp, toasts.cpp
+    bool refuseInUse(const QUrl& url);
+    QCoro::Task<> buildAndWrite(BuildPlan plan, QUrl url, Action onSaved, std::stop_token stop);
+    QCoro::Task<> writeOne(QByteArray data, QUrl url, Action onSaved, std::stop_token stop);
+    QCoro::Task<> makeAndWrite(QList<FileName> items, QUrl folder, MakeFile make, std::stop_token stop);
+    QCoro::Task<> finish(Job work, std::stop_token stop);
+    QCoro::Task<> takeToastAway(std::chrono::milliseconds after, std::stop_token overtaken);
+
+    Services m_services;
+    std::stop_source
+        m_end; ///< stopped by the destructor: a coroutine that goes on afterwards must not touch the model
+    QHash<QUrl, KnownSource> m_sources;
+    QList<std::weak_ptr<const QSet<QUrl>>> m_holds;
+    std::deque<PasswordQuestion> m_questions; ///< the first one is up, or about to be
+    std::stop_source m_toastTimer;
+};
+
+} // namespace folvane

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "documents/CompressionStep.h"
+#include "documents/PageItem.h"
+
+#include <QHash>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace folvane {
+
+/// All that the engine is told about a new PDF.
+struct BuildPlan {
+    std::vector<PageItem> pages;            ///< the pages of the new file, in order
+    QHash<QUuid, QUrl> stampFiles;          ///< for each stamp record the PNG that holds its picture
+    std::optional<QString> password;        ///< none or empty: an unprotected file
+    std::optional<CompressionStep> quality; ///< none keeps the page content as it is
+
+    bool operator==(const BuildPlan&) const = default;
+};
+
+} // namespace folvane

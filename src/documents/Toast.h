@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+
+namespace folvane {
+
+/// A short notice at the bottom of the window.
+struct Toast {
+    QString text;
+    std::optional<QUrl> reveal; ///< offers "Show in Finder" for this file, and stays longer
+
+    bool operator==(const Toast&) const = default;
+};
+
+} // namespace folvane

@@ -1,0 +1,49 @@
+#include "documents/AppModel.h"
+#include "documents/pageLists.h"
+#include "platform/localeTexts.h"
+
+#include <algorithm>
+
+namespace folvane {
+
+void AppModel::requestClose(OpenFilePtr file)
+{
+    if (file->isEdited)
+        closingFile = file;
+    else
+        close(file);
+}
+
+void AppModel::close(OpenFilePtr file)
+{
+    closingFile = nullptr;
+    QList<OpenFilePtr> rest = files;
+    rest.removeIf([&file](const OpenFilePtr& one) { return one->id == file->id; });
+    files = rest;
+    if (signingFileID.value() == file->id)
+        signingFileID = std::nullopt;
+    if (destination.value() == Destination::file(file->id))
+        destination = rest.isEmpty() ? Destination() : Destination::file(rest.last()->id);
+    releaseUnused(sourcesOf(file->pages));
+}
+
+std::optional<QuitQuestion> AppModel::quitQuestion() const
+{
+    QStringList names;
+    for (const OpenFilePtr& file : files.value())
+        if (file->isEdited)
+            names.append(file->name);
+    if (names.isEmpty())
+        return std::nullopt;
+    return QuitQuestion{tr("Quit without saving?"),
+                        tr("Changes in %1 aren't saved. Use Save As… to keep them.").arg(joinedNames(names)),
+                        names};
+}
+
+bool AppModel::quitsWithLastWindow() const
+{
+    return std::ranges::none_of(files.value(),
+                                [](const OpenFilePtr& file) { return file->isEdited.value(); });
+}
+
+} // namespace folvane

@@ -1,0 +1,38 @@
+#include "documents/AppModel.h"
+#include "documents/fileNames.h"
+#include "platform/Cancelled.h"
+#include "platform/background.h"
+#include "platform/writeFile.h"
+
+namespace folvane {
+
+QCoro::Task<> AppModel::writeFiles(QList<FileName> items, std::optional<QUrl> near, QString prompt,
+                                   QString title, MakeFile make)
+{
+    const std::stop_token ended = m_end.get_token();
+    const std::optional<QUrl> folder = co_await chooseFolder(near, prompt);
+    if (ended.stop_requested() || !folder)
+        co_return;
+    run(title, [this, items, folder, make](std::stop_token stop) {
+        return makeAndWrite(items, *folder, make, stop);
+    });
+}
+
+// One at a time, so that memory holds the bytes of one file only.
+QCoro::Task<> AppModel::makeAndWrite(QList<FileName> items, QUrl folder, MakeFile make, std::stop_token stop)
+{
+    const std::stop_token ended = m_end.get_token();
+    QList<QUrl> written;
+    for (int i = 0; const FileName& item : items) {
+        throwIfStopped(stop);
+        const QByteArray data = co_await make(i++, stop);
+        const QUrl target = freeName(folder, item.name, item.extension);
+        const auto writing = [data, target] { writeFile(target, data); };
+        co_await inBackground(writing, stop);
+        written.append(target);
+    }
+    if (!ended.stop_requested())
+        saved(written);
+}
+
+} // namespace folvane

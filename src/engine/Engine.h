@@ -1,0 +1,53 @@
+#pragma once
+
+#include "documents/BuildPlan.h"
+#include "documents/PageItem.h"
+#include "engine/OpenResult.h"
+#include "engine/SendableImage.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QSizeF>
+#include <QString>
+#include <QUrl>
+
+#include <memory>
+#include <optional>
+#include <stop_token>
+
+namespace folvane {
+
+/// Holds every source open and makes new PDFs and pictures from its pages. Synchronous, for one thread
+/// at a time; only values cross its border. It never writes a file.
+class Engine {
+public:
+    Engine();
+    ~Engine();
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+
+    /// Opens a PDF or a picture, by the name's ending alone. A document that is open already answers at once,
+    /// whatever the password. Never throws: all failures are `Unreadable` or `NeedsPassword`.
+    OpenResult open(const QUrl& url, const std::optional<QString>& password = std::nullopt);
+    /// Lets go of the document behind `url`.
+    void forget(const QUrl& url);
+
+    /// Size in points of the page as shown after `turn`; 595 by 842 when the page is not there.
+    QSizeF displaySize(const PageSource& source, int turn) const;
+    /// The bytes of a new PDF. Throws EngineError, or Cancelled once `stop` is asked for.
+    QByteArray build(const BuildPlan& plan, std::stop_token stop = {});
+    /// The page on white, its long side `longSide` pixels; nothing when it cannot be found or drawn, or when stopped.
+    std::optional<SendableImage> image(const PageSource& source, int turn, double longSide,
+                                       std::stop_token stop = {});
+    /// Every page as the bytes of a PNG, or of a JPEG at quality 0.85, at `dpi`, in order.
+    /// Throws EngineError, or Cancelled.
+    QList<QByteArray> pictures(const BuildPlan& plan, double dpi, bool jpeg, std::stop_token stop = {});
+
+private:
+    struct Held;
+    struct State;
+
+    std::unique_ptr<State> m_state;
+};
+
+} // namespace folvane

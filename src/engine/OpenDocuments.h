@@ -1,0 +1,42 @@
+#pragma once
+
+#include "engine/OpenResult.h"
+#include "pdf/Document.h"
+
+#include <QHash>
+#include <QString>
+#include <QUrl>
+
+#include <list>
+#include <memory>
+#include <optional>
+
+namespace folvane {
+
+/// The sources that the engine holds, by URL, from the first opening until they are let go of. One that is still
+/// locked is held, too, so that the answer to the password question meets the very file that was asked about.
+class OpenDocuments {
+public:
+    OpenResult open(const QUrl& url, const std::optional<QString>& password);
+    void forget(const QUrl& url);
+
+    /// Null when nothing unlocked is held for `url`.
+    pdf::Document* find(const QUrl& url) const;
+    /// Marks a document as drawn from just now. Only the last few keep what drawing needs in memory.
+    void noteDrawing(const QUrl& url);
+
+private:
+    struct Held {
+        std::shared_ptr<const SourceFile> file;
+        std::unique_ptr<pdf::Document> document; ///< null while it is locked
+    };
+
+    OpenResult openPdf(const QUrl& url, std::shared_ptr<const SourceFile> file,
+                       const std::optional<QString>& password);
+    OpenResult openPicture(const QUrl& url, std::shared_ptr<const SourceFile> file);
+
+    QHash<QUrl, std::shared_ptr<Held>> m_held;
+    std::list<QUrl> m_drawn; ///< the last one drawn from stands first
+};
+
+} // namespace folvane

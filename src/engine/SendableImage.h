@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QImage>
+
+namespace folvane {
+
+/// A finished picture that leaves the engine's worker; nobody writes to its pixels any more.
+struct SendableImage {
+    QImage image; ///< 8 bits a channel in sRGB, opaque on white, device pixel ratio 1
+};
+
+} // namespace folvane

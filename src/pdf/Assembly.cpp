@@ -1,0 +1,162 @@
+#include "pdf/Assembly.h"
+
+#include "pdf/Document.h"
+#include "pdf/DocumentData.h"
+#include "pdf/DocumentWriter.h"
+#include "pdf/FormMerger.h"
+#include "pdf/PageRasteriser.h"
+#include "pdf/SourcePart.h"
+#include "pdf/catalogue.h"
+#include "pdf/layers.h"
+#include "pdf/namedDestinations.h"
+#include "pdf/outlines.h"
+#include "pdf/pageLabels.h"
+#include "platform/Cancelled.h"
+
+#include <numeric>
+
+namespace folvane::pdf {
+
+namespace {
+
+void setUnlessNull(QPDFObjectHandle dictionary, const char* key, QPDFObjectHandle value)
+{
+    if (!value.isNull())
+        dictionary.replaceKey(key, value);
+}
+
+QPDFObjectHandle emptyPage(QPDF& target)
+{
+    QPDFObjectHandle page = QPDFObjectHandle::newDictionary();
+    page.replaceKey("/Type", QPDFObjectHandle::newName("/Page"));
+    return target.makeIndirectObject(page);
+}
+
+/// The pages by source, in the order in which the sources first occur.
+std::vector<std::pair<DocumentData*, std::vector<PagePlacement>>>
+bySource(const std::vector<PageCopy>& pages, const std::vector<QPDFObjectHandle>& targets)
+{
+    std::vector<std::pair<DocumentData*, std::vector<PagePlacement>>> groups;
+    std::unordered_map<DocumentData*, size_t> groupOf;
+    for (size_t i = 0; i < pages.size(); ++i) {
+        DocumentData* source = &pages[i].source->data();
+        const auto [group, isNew] = groupOf.emplace(source, groups.size());
+        if (isNew)
+            groups.emplace_back(source, std::vector<PagePlacement>());
+        groups[group->second].second.push_back({pages[i].index, pages[i].rotation, targets[i]});
+    }
+    return groups;
+}
+
+/// A flat page tree: the library would keep its own books of each page that is added through it.
+void setPages(QPDF& target, const std::vector<QPDFObjectHandle>& pages)
+{
+    QPDFObjectHandle root = target.getRoot().getKey("/Pages");
+    for (QPDFObjectHandle page : pages)
+        page.replaceKey("/Parent", root);
+    root.replaceKey("/Kids", QPDFObjectHandle::newArray(pages));
+    root.replaceKey("/Count", QPDFObjectHandle::newInteger(static_cast<long long>(pages.size())));
+}
+
+} // namespace
+
+struct Assembly::Target {
+    QPDF qpdf;
+    PDFVersion version;
+    std::vector<QPDFObjectHandle> pages;
+    std::list<SourcePart> parts;
+
+    void makeParts(const std::vector<PageCopy>& copies);
+    void copyPages(const std::stop_token& stop);
+    void copyWhatHangsOnThem(const std::vector<PageCopy>& copies, NamedDestinations& names);
+};
+
+void Assembly::Target::makeParts(const std::vector<PageCopy>& copies)
+{
+    for (size_t i = 0; i < copies.size(); ++i)
+        pages.push_back(emptyPage(qpdf));
+    const auto groups = bySource(copies, pages);
+    for (const auto& [source, placements] : groups) {
+        parts.emplace_back(qpdf, *source, placements,
+                           groups.size() == 1 ? SourcePart::Company::Alone : SourcePart::Company::Merged);
+        version.updateIfGreater(source->qpdf->getVersionAsPDFVersion());
+    }
+}
+
+void Assembly::Target::copyPages(const std::stop_token& stop)
+{
+    for (SourcePart& part : parts) {
+        for (SourcePart::Round& round : part.rounds()) {
+            for (const PagePlacement& page : round.pages) {
+                throwIfStopped(stop);
+                part.copyPage(round, page);
+                round.copier.drain();
+            }
+        }
+    }
+    setPages(qpdf, pages);
+}
+
+void Assembly::Target::copyWhatHangsOnThem(const std::vector<PageCopy>& copies, NamedDestinations& names)
+{
+    QPDFObjectHandle root = qpdf.getRoot();
+    FormMerger forms(qpdf);
+    for (SourcePart& part : parts)
+        forms.add(part);
+    setUnlessNull(root, "/AcroForm", forms.form());
+    names.write(qpdf);
+    setUnlessNull(root, "/Outlines", joinedOutlines(qpdf, parts));
+
+    std::vector<LabelledPage> labelled;
+    for (const PageCopy& copy : copies)
+        labelled.push_back({&copy.source->data(), copy.index});
+    setUnlessNull(root, "/PageLabels", joinedPageLabels(labelled));
+
+    copyOutputIntents(qpdf, parts);
+    if (parts.size() == 1) {
+        if (parts.front().isWhole())
+            copyWholeDocument(qpdf, parts.front());
+        copyDescription(qpdf, parts.front());
+    }
+    setUnlessNull(root, "/OCProperties", joinedLayers(parts)); // last: it looks at which layers were copied
+}
+
+Assembly::Assembly(const std::vector<PageCopy>& pages, std::stop_token stop)
+    : m_target(std::make_unique<Target>())
+{
+    m_target->qpdf.emptyPDF();
+    m_target->qpdf.setSuppressWarnings(true);
+    m_target->makeParts(pages);
+    NamedDestinations names(m_target->parts);
+    m_target->copyPages(stop);
+    m_target->copyWhatHangsOnThem(pages, names);
+}
+
+Assembly::~Assembly() = default;
+
+QByteArray Assembly::written(const QString& password, std::stop_token stop)
+{
+    return writtenDocument(m_target->qpdf, m_target->version, password, stop);
+}
+
+std::unique_ptr<PageRasteriser> rasteriserOf(Document& document)
+{
+    DocumentData& data = document.data();
+    if (data.readsFileAsItIs) {
+        std::unique_ptr<PageRasteriser> direct = PageRasteriser::open(data.file);
+        if (direct && direct->pageCount() == document.pageCount())
+            return direct;
+    }
+    if (!data.file && !data.bytes.isEmpty())
+        return PageRasteriser::open(data.bytes);
+    std::vector<PageCopy> all;
+    for (int i = 0; i < document.pageCount(); ++i)
+        all.push_back({&document, i, document.rotation(i).value_or(0)});
+    try {
+        return PageRasteriser::open(Assembly(all, {}).written({}, {}));
+    } catch (const std::exception&) {
+        return nullptr; // a page that cannot be drawn is a placeholder, not an error
+    }
+}
+
+} // namespace folvane::pdf

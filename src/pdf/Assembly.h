@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <vector>
+
+namespace folvane::pdf {
+
+class Document;
+class PageRasteriser;
+
+/// One page of a new document: a page of a source with the rotation that it shall have.
+struct PageCopy {
+    Document* source = nullptr;
+    int index = 0;    ///< zero-based, within the source
+    int rotation = 0; ///< degrees: 0, 90, 180 or 270
+};
+
+/// A new PDF in the making. It reads from its sources until it has been written, so they must outlive it.
+class Assembly {
+public:
+    /// Copies the pages with what hangs on them. Throws Cancelled between pages, and what the library throws.
+    Assembly(const std::vector<PageCopy>& pages, std::stop_token stop);
+    ~Assembly();
+    Assembly(const Assembly&) = delete;
+    Assembly& operator=(const Assembly&) = delete;
+
+    /// The finished file; an empty password means no protection. Throws Cancelled, and what the library throws.
+    QByteArray written(const QString& password, std::stop_token stop);
+
+private:
+    struct Target;
+
+    std::unique_ptr<Target> m_target;
+};
+
+/// Draws what a copy of the document would show: from the file itself where nothing was decrypted or repaired, else
+/// from an unlocked copy in memory. Null when that cannot be made.
+std::unique_ptr<PageRasteriser> rasteriserOf(Document& document);
+
+} // namespace folvane::pdf

@@ -1,0 +1,50 @@
+#include "pdf/Document.h"
+
+#include "pdf/Assembly.h"
+#include "pdf/DocumentData.h"
+#include "pdf/PageRasteriser.h"
+#include "pdf/pageAttributes.h"
+
+namespace folvane::pdf {
+
+Document::Document(std::unique_ptr<DocumentData> data) : m_data(std::move(data)) {}
+
+Document::~Document() = default;
+
+int Document::pageCount() const
+{
+    return static_cast<int>(m_data->pages.size());
+}
+
+std::optional<PageGeometry> Document::geometry(int index) const
+{
+    if (index < 0 || index >= pageCount())
+        return std::nullopt;
+    return pageGeometry(m_data->pages[static_cast<size_t>(index)]);
+}
+
+std::optional<int> Document::rotation(int index) const
+{
+    if (index < 0 || index >= pageCount())
+        return std::nullopt;
+    return pageRotation(m_data->pages[static_cast<size_t>(index)]);
+}
+
+bool Document::isIntact() const
+{
+    return !m_data->file || m_data->file->unchanged();
+}
+
+QImage Document::draw(int index, QSize pixels, int turn, std::stop_token stop)
+{
+    if (!m_data->rasteriser)
+        m_data->rasteriser = rasteriserOf(*this);
+    return m_data->rasteriser ? m_data->rasteriser->draw(index, pixels, turn, stop) : QImage();
+}
+
+void Document::releaseDrawing()
+{
+    m_data->rasteriser.reset();
+}
+
+} // namespace folvane::pdf

@@ -1,0 +1,165 @@
+#include "pdf/FormMerger.h"
+
+#include "pdf/DocumentData.h"
+#include "pdf/defaultAppearance.h"
+
+namespace folvane::pdf {
+
+namespace {
+
+bool isSame(QPDFObjectHandle a, QPDFObjectHandle b)
+{
+    if (a.isIndirect() || b.isIndirect())
+        return a.getObjGen() == b.getObjGen();
+    return a.unparse() == b.unparse();
+}
+
+template <typename IsTaken> std::string freeName(const std::string& name, IsTaken isTaken)
+{
+    for (int number = 1;; ++number) {
+        std::string candidate = name + "+" + std::to_string(number);
+        if (!isTaken(candidate))
+            return candidate;
+    }
+}
+
+void renameFonts(QPDFObjectHandle field, const std::map<std::string, std::string>& newFonts)
+{
+    QPDFObjectHandle appearance = field.getKey("/DA");
+    if (!newFonts.empty() && appearance.isString())
+        field.replaceKey("/DA", QPDFObjectHandle::newString(
+                                    renamedFontsInAppearance(appearance.getStringValue(), newFonts)));
+}
+
+} // namespace
+
+void FormMerger::add(SourcePart& part)
+{
+    if (!part.source().catalogue().getKey("/AcroForm").isDictionary())
+        return;
+    for (SourcePart::Round& round : part.rounds())
+        addRound(part, round);
+}
+
+void FormMerger::addRound(SourcePart& part, SourcePart::Round& round)
+{
+    if (round.keptFields.empty())
+        return;
+    const std::vector<FormTree::Node>& nodes = part.source().form().nodes;
+    std::vector<QPDFObjectHandle> topLevel;
+    for (const size_t i : round.keptFields) {
+        QPDFObjectHandle copied = round.copier.copy(nodes[i].field);
+        if (nodes[i].parent < 0)
+            topLevel.push_back(copied);
+    }
+    round.copier.drain();
+
+    QPDFObjectHandle form = part.source().catalogue().getKey("/AcroForm");
+    const NameMap newFonts = mergeDefaultResources(round, form.getKey("/DR"));
+    for (const size_t i : round.keptFields)
+        renameFonts(round.copier.find(nodes[i].field.getObjGen()), newFonts);
+    takeDefaults(round, form, topLevel, newFonts);
+    renameClashing(topLevel);
+    for (const QPDFObjectHandle& field : topLevel)
+        m_fields.appendItem(field);
+    if (QPDFObjectHandle order = form.getKey("/CO"); order.isArray()) {
+        for (QPDFObjectHandle& field : round.copier.copyList(order).getArrayAsVector())
+            m_calculationOrder.appendItem(field);
+    }
+    round.copier.drain();
+}
+
+void FormMerger::renameClashing(const std::vector<QPDFObjectHandle>& topLevel)
+{
+    std::set<std::string> own;
+    for (QPDFObjectHandle field : topLevel) {
+        if (QPDFObjectHandle name = field.getKey("/T"); name.isString())
+            own.insert(name.getUTF8Value());
+    }
+    NameMap renamed;
+    for (const std::string& name : own) {
+        if (m_names.count(name))
+            renamed[name] =
+                freeName(name, [&](const std::string& n) { return m_names.count(n) || own.count(n); });
+    }
+    for (QPDFObjectHandle field : topLevel) {
+        QPDFObjectHandle name = field.getKey("/T");
+        if (!name.isString())
+            continue;
+        if (const auto found = renamed.find(name.getUTF8Value()); found != renamed.end())
+            field.replaceKey("/T", QPDFObjectHandle::newUnicodeString(found->second));
+    }
+    for (const std::string& name : own)
+        m_names.insert(renamed.count(name) ? renamed[name] : name);
+}
+
+/// Returns the fonts that had to be renamed: old name to new name.
+FormMerger::NameMap FormMerger::mergeDefaultResources(SourcePart::Round& round, QPDFObjectHandle resources)
+{
+    NameMap newFonts;
+    if (!resources.isDictionary())
+        return newFonts;
+    QPDFObjectHandle merged = m_form.getKey("/DR");
+    if (!merged.isDictionary())
+        merged = QPDFObjectHandle::newDictionary();
+    for (auto& [category, entries] : resources.getDictAsMap()) {
+        if (!entries.isDictionary()) {
+            if (!merged.hasKey(category))
+                merged.replaceKey(category, round.copier.copy(entries));
+            continue;
+        }
+        QPDFObjectHandle into = merged.getKey(category);
+        if (!into.isDictionary())
+            into = QPDFObjectHandle::newDictionary();
+        for (auto& [key, value] : entries.getDictAsMap()) {
+            QPDFObjectHandle copied = round.copier.copy(value);
+            round.copier.drain();
+            std::string name = key;
+            if (into.hasKey(key) && !isSame(into.getKey(key), copied)) {
+                name =
+                    freeName(key, [&](const std::string& n) { return into.hasKey(n) || entries.hasKey(n); });
+                if (category == "/Font")
+                    newFonts[key] = name;
+            }
+            into.replaceKey(name, copied);
+        }
+        merged.replaceKey(category, into);
+    }
+    m_form.replaceKey("/DR", merged);
+    return newFonts;
+}
+
+/// Values that fields inherit from their form: the first form gives them to the new one, fields of later forms get
+/// them written down where they differ.
+void FormMerger::takeDefaults(SourcePart::Round& round, QPDFObjectHandle form,
+                              const std::vector<QPDFObjectHandle>& topLevel, const NameMap& newFonts)
+{
+    const bool isFirst = m_fields.getArrayNItems() == 0;
+    for (const char* key : {"/DA", "/Q"}) {
+        QPDFObjectHandle value = round.copier.copy(form.getKey(key));
+        if (isFirst && !value.isNull())
+            m_form.replaceKey(key, value);
+        if (isFirst || value.isNull() || isSame(value, m_form.getKey(key)))
+            continue;
+        for (QPDFObjectHandle field : topLevel) {
+            if (field.hasKey(key))
+                continue;
+            field.replaceKey(key, value);
+            renameFonts(field, newFonts);
+        }
+    }
+    if (QPDFObjectHandle needed = form.getKey("/NeedAppearances"); needed.isBool() && needed.getBoolValue())
+        m_form.replaceKey("/NeedAppearances", QPDFObjectHandle::newBool(true));
+}
+
+QPDFObjectHandle FormMerger::form()
+{
+    if (m_fields.getArrayNItems() == 0)
+        return QPDFObjectHandle::newNull();
+    m_form.replaceKey("/Fields", m_fields);
+    if (m_calculationOrder.getArrayNItems() > 0)
+        m_form.replaceKey("/CO", m_calculationOrder);
+    return m_target.makeIndirectObject(m_form);
+}
+
+} // namespace folvane::pdf

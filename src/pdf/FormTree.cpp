@@ -1,0 +1,35 @@
+#include "pdf/FormTree.h"
+
+namespace folvane::pdf {
+
+namespace {
+
+void addNodes(FormTree& tree, QPDFObjectHandle fields, int parent, ObjGenSet& seen)
+{
+    if (!fields.isArray())
+        return;
+    for (QPDFObjectHandle field : fields.getArrayAsVector()) {
+        if (!field.isIndirect() || !field.isDictionary() || !seen.insert(field.getObjGen()).second)
+            continue;
+        tree.nodes.push_back({field, parent, true});
+        if (parent >= 0)
+            tree.nodes[static_cast<size_t>(parent)].isTerminal = false;
+    }
+}
+
+} // namespace
+
+FormTree FormTree::read(QPDFObjectHandle catalogue)
+{
+    FormTree tree;
+    QPDFObjectHandle form = catalogue.getKey("/AcroForm");
+    if (!form.isDictionary())
+        return tree;
+    ObjGenSet seen;
+    addNodes(tree, form.getKey("/Fields"), -1, seen);
+    for (size_t i = 0; i < tree.nodes.size(); ++i) // grows while it is walked: breadth first
+        addNodes(tree, tree.nodes[i].field.getKey("/Kids"), static_cast<int>(i), seen);
+    return tree;
+}
+
+} // namespace folvane::pdf

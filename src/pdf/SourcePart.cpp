@@ -1,0 +1,209 @@
+#include "pdf/SourcePart.h"
+
+#include "pdf/DocumentData.h"
+#include "pdf/pageAttributes.h"
+#include "pdf/resourcePruning.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+#include <string_view>
+
+namespace folvane::pdf {
+
+namespace {
+
+/// Entries of a page that do not travel, or that are set on their own.
+bool staysBehind(std::string_view key)
+{
+    constexpr std::array<std::string_view, 15> behind{
+        "/Parent",    "/Annots",    "/Resources", "/MediaBox", "/CropBox",
+        "/Rotate",    "/B",         "/Thumb",     "/AA",       "/ID",
+        "/PieceInfo", "/PresSteps", "/DPart",     "/PZ",       "/TemplateInstantiated"};
+    return std::find(behind.begin(), behind.end(), key) != behind.end();
+}
+
+} // namespace
+
+SourcePart::SourcePart(QPDF& target, DocumentData& source, const std::vector<PagePlacement>& pages,
+                       Company company)
+    : m_source(source)
+{
+    sortIntoRounds(target, pages);
+    m_isComplete = m_rounds.front().pages.size() == source.pages.size();
+    const bool isWhole = company == Company::Alone && m_isComplete && m_rounds.size() == 1;
+    m_rules.emplace(source, copier(),
+                    isWhole ? TravelRules::Structure::Carried : TravelRules::Structure::Dropped,
+                    m_isComplete ? TravelRules::Resources::AsTheyAre : TravelRules::Resources::Pruned);
+    for (Round& round : m_rounds)
+        round.copier.setRules(*m_rules);
+
+    buryLeftOut();
+    for (Round& round : m_rounds) {
+        buryDeadLinks(round);
+        buryLeftOutFields(round);
+    }
+}
+
+void SourcePart::sortIntoRounds(QPDF& target, const std::vector<PagePlacement>& pages)
+{
+    std::vector<size_t> occurrences(m_source.pages.size());
+    for (const PagePlacement& page : pages) {
+        const auto number = static_cast<size_t>(page.sourcePage);
+        roundFor(target, occurrences[number]++).pages.push_back(page);
+    }
+    for (const PagePlacement& page : m_rounds.front().pages)
+        copier().place(m_source.pages[static_cast<size_t>(page.sourcePage)].getObjGen(), page.target);
+    for (auto round = std::next(m_rounds.begin()); round != m_rounds.end(); ++round)
+        shareAllButOwn(*round);
+}
+
+SourcePart::Round& SourcePart::roundFor(QPDF& target, size_t repetition)
+{
+    while (m_rounds.size() <= repetition)
+        m_rounds.emplace_back(ObjectCopier(target));
+    return *std::next(m_rounds.begin(), static_cast<std::ptrdiff_t>(repetition));
+}
+
+void SourcePart::shareAllButOwn(Round& round)
+{
+    ObjGenSet own;
+    for (const PagePlacement& page : round.pages) {
+        for (const QPDFObjectHandle& annotation :
+             annotationsOf(m_source.pages[static_cast<size_t>(page.sourcePage)])) {
+            if (annotation.isIndirect())
+                own.insert(annotation.getObjGen());
+        }
+    }
+    for (const FormTree::Node& node : m_source.form().nodes)
+        own.insert(node.field.getObjGen());
+    round.copier = ObjectCopier(copier(), std::move(own));
+}
+
+void SourcePart::buryLeftOut()
+{
+    if (m_isComplete)
+        return;
+    ObjGenSet onKeptPages;
+    for (const PagePlacement& page : m_rounds.front().pages) {
+        for (const QPDFObjectHandle& annotation :
+             annotationsOf(m_source.pages[static_cast<size_t>(page.sourcePage)]))
+            onKeptPages.insert(annotation.getObjGen());
+    }
+    for (const QPDFObjectHandle& page : m_source.pages) {
+        if (!copier().find(page.getObjGen()).isNull())
+            continue;
+        copier().bury(page.getObjGen());
+        for (const QPDFObjectHandle& annotation : annotationsOf(page)) {
+            if (annotation.isIndirect() && !onKeptPages.count(annotation.getObjGen()))
+                copier().bury(annotation.getObjGen());
+        }
+    }
+}
+
+bool SourcePart::isDeadLink(QPDFObjectHandle annotation) const
+{
+    if (!annotation.getKey("/Subtype").isNameAndEquals("/Link"))
+        return false;
+    QPDFObjectHandle destination = TravelRules::destinationOf(annotation);
+    return !destination.isNull() && m_rules->isGone(destination);
+}
+
+void SourcePart::buryDeadLinks(Round& round)
+{
+    if (m_isComplete)
+        return;
+    for (const PagePlacement& page : round.pages) {
+        for (const QPDFObjectHandle& annotation :
+             annotationsOf(m_source.pages[static_cast<size_t>(page.sourcePage)])) {
+            if (annotation.isIndirect() && isDeadLink(annotation))
+                round.copier.bury(annotation.getObjGen());
+        }
+    }
+}
+
+/// A field stays when one of its widgets stands on a page of the round. One that stands on no page at all (a hidden
+/// value) stays with a complete copy.
+void SourcePart::buryLeftOutFields(Round& round)
+{
+    const std::vector<FormTree::Node>& nodes = m_source.form().nodes;
+    const bool keepsAll = m_isComplete && &round == &m_rounds.front();
+    if (keepsAll) {
+        round.keptFields.resize(nodes.size());
+        std::iota(round.keptFields.begin(), round.keptFields.end(), size_t{0});
+        return;
+    }
+    ObjGenSet onRound;
+    for (const PagePlacement& page : round.pages) {
+        for (const QPDFObjectHandle& annotation :
+             annotationsOf(m_source.pages[static_cast<size_t>(page.sourcePage)]))
+            onRound.insert(annotation.getObjGen());
+    }
+
+    std::vector<bool> kept(nodes.size());
+    for (size_t i = nodes.size(); i-- > 0;) { // children stand behind their parents
+        const QPDFObjGen og = nodes[i].field.getObjGen();
+        if (nodes[i].isTerminal)
+            kept[i] = onRound.count(og) > 0;
+        if (kept[i] && nodes[i].parent >= 0)
+            kept[static_cast<size_t>(nodes[i].parent)] = true;
+    }
+    for (size_t i = 0; i < nodes.size(); ++i) {
+        if (kept[i])
+            round.keptFields.push_back(i);
+        else
+            round.copier.bury(nodes[i].field.getObjGen());
+    }
+}
+
+void SourcePart::copyPage(Round& round, const PagePlacement& placement)
+{
+    QPDFObjectHandle page = m_source.pages[static_cast<size_t>(placement.sourcePage)];
+    QPDFObjectHandle target = placement.target;
+    ObjectCopier& copier = round.copier;
+    for (auto& [key, value] : page.getDictAsMap()) {
+        if (staysBehind(key) || (key == "/StructParents" && !isWhole()))
+            continue;
+        if (QPDFObjectHandle copied = copier.copy(value); !copied.isNull())
+            target.replaceKey(key, copied);
+    }
+    for (const char* box : {"/MediaBox", "/CropBox"}) {
+        if (QPDFObjectHandle value = pageAttribute(page, box); !value.isNull())
+            target.replaceKey(box, copier.copy(value));
+    }
+    if (placement.rotation != 0)
+        target.replaceKey("/Rotate", QPDFObjectHandle::newInteger(placement.rotation));
+    target.replaceKey("/Resources", copiedResources(round, page));
+    if (QPDFObjectHandle annotations = copiedAnnotations(round, page, target);
+        annotations.getArrayNItems() > 0)
+        target.replaceKey("/Annots", annotations);
+}
+
+QPDFObjectHandle SourcePart::copiedResources(Round& round, QPDFObjectHandle page)
+{
+    QPDFObjectHandle resources = pageAttribute(page, "/Resources");
+    if (!resources.isDictionary())
+        return QPDFObjectHandle::newDictionary();
+    if (m_rules->prunesResources())
+        resources = prunedResources(resources, page.getKey("/Contents"));
+    return round.copier.copy(resources);
+}
+
+QPDFObjectHandle SourcePart::copiedAnnotations(Round& round, QPDFObjectHandle page, QPDFObjectHandle target)
+{
+    QPDFObjectHandle list = QPDFObjectHandle::newArray();
+    for (const QPDFObjectHandle& annotation : annotationsOf(page)) {
+        if (!m_isComplete && isDeadLink(annotation))
+            continue;
+        QPDFObjectHandle copied = round.copier.copy(annotation);
+        if (copied.isNull())
+            continue;
+        round.copier.drain();
+        if (copied.isDictionary() && copied.hasKey("/P"))
+            copied.replaceKey("/P", target);
+        list.appendItem(copied.isIndirect() ? copied : target.getOwningQPDF()->makeIndirectObject(copied));
+    }
+    return list;
+}
+
+} // namespace folvane::pdf

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "pdf/ObjectCopier.h"
+#include "pdf/TravelRules.h"
+
+#include <list>
+#include <optional>
+#include <vector>
+
+namespace folvane::pdf {
+
+struct DocumentData;
+
+/// One page on its way into the new document.
+struct PagePlacement {
+    int sourcePage = 0;      ///< zero-based
+    int rotation = 0;        ///< degrees, as it shall stand in the new page
+    QPDFObjectHandle target; ///< the new page object, empty at first
+};
+
+/// The pages that a new document takes from one source. A page that is taken more than once comes in rounds: each
+/// repetition gets annotations and fields of its own, while fonts and pictures stay shared.
+class SourcePart {
+public:
+    struct Round {
+        explicit Round(ObjectCopier pagesCopier) : copier(std::move(pagesCopier)) {}
+
+        ObjectCopier copier;
+        std::vector<PagePlacement> pages;
+        std::vector<size_t> keptFields; ///< indices into the source's FormTree::nodes
+    };
+    enum class Company { Alone, Merged }; ///< whether the new document has other sources, too
+
+    SourcePart(QPDF& target, DocumentData& source, const std::vector<PagePlacement>& pages, Company company);
+    SourcePart(const SourcePart&) = delete;
+    SourcePart& operator=(const SourcePart&) = delete;
+
+    DocumentData& source() const { return m_source; }
+    TravelRules& rules() { return *m_rules; }
+    /// The round of first occurrences, to which everything that names a page refers.
+    ObjectCopier& copier() { return m_rounds.front().copier; }
+    std::list<Round>& rounds() { return m_rounds; }
+    /// No page of the source is left out.
+    bool isComplete() const { return m_isComplete; }
+    /// The new document has the pages of this source, each once, and no others.
+    bool isWhole() const { return m_rules->carriesStructure(); }
+
+    /// Fills the target of one page.
+    void copyPage(Round& round, const PagePlacement& page);
+
+private:
+    void sortIntoRounds(QPDF& target, const std::vector<PagePlacement>& pages);
+    Round& roundFor(QPDF& target, size_t repetition);
+    void shareAllButOwn(Round& round);
+    void buryLeftOut();
+    bool isDeadLink(QPDFObjectHandle annotation) const;
+    void buryDeadLinks(Round& round);
+    void buryLeftOutFields(Round& round);
+    QPDFObjectHandle copiedResources(Round& round, QPDFObjectHandle page);
+    QPDFObjectHandle copiedAnnotations(Round& round, QPDFObjectHandle page, QPDFObjectHandle target);
+
+    DocumentData& m_source;
+    std::list<Round> m_rounds; // a list: copiers of later rounds refer to the first one
+    bool m_isComplete = false;
+    std::optional<TravelRules> m_rules;
+};
+
+} // namespace folvane::pdf

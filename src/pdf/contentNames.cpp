@@ -1,0 +1,92 @@
+#include "pdf/contentNames.h"
+
+#include <string_view>
+#include <vector>
+
+namespace folvane::pdf {
+
+namespace {
+
+constexpr size_t decodedLimit = 256U * 1024 * 1024;
+
+bool endsName(unsigned char c)
+{
+    constexpr std::string_view delimiters("()<>[]{}/%");
+    return c <= ' ' || delimiters.find(static_cast<char>(c)) != std::string_view::npos;
+}
+
+int hexDigit(char c)
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+}
+
+std::string withoutEscapes(const std::string& name)
+{
+    std::string plain;
+    for (size_t i = 0; i < name.size(); ++i) {
+        const bool isEscape =
+            name[i] == '#' && i + 2 < name.size() && hexDigit(name[i + 1]) >= 0 && hexDigit(name[i + 2]) >= 0;
+        plain += isEscape ? static_cast<char>(16 * hexDigit(name[i + 1]) + hexDigit(name[i + 2])) : name[i];
+        if (isEscape)
+            i += 2;
+    }
+    return plain;
+}
+
+/// Picks the names out of the bytes that flow through.
+class NameScanner : public Pipeline {
+public:
+    NameScanner() : Pipeline("names", nullptr) {}
+
+    void write(const unsigned char* data, size_t length) override
+    {
+        m_total += length;
+        for (size_t i = 0; i < length && !overflowed(); ++i) {
+            if (!m_name.empty() && endsName(data[i]))
+                endName();
+            if (!m_name.empty() || data[i] == '/')
+                m_name += static_cast<char>(data[i]);
+        }
+    }
+    void finish() override { endName(); }
+
+    bool overflowed() const { return m_total > decodedLimit; }
+    NameSet& names() { return m_names; }
+
+private:
+    void endName()
+    {
+        if (!m_name.empty())
+            m_names.insert(m_name.find('#') == std::string::npos ? m_name : withoutEscapes(m_name));
+        m_name.clear();
+    }
+
+    std::string m_name;
+    NameSet m_names;
+    size_t m_total = 0;
+};
+
+} // namespace
+
+std::optional<NameSet> contentNames(QPDFObjectHandle contents)
+{
+    const std::vector<QPDFObjectHandle> streams =
+        contents.isArray() ? contents.getArrayAsVector() : std::vector<QPDFObjectHandle>{contents};
+    NameScanner scanner;
+    for (QPDFObjectHandle stream : streams) {
+        if (!stream.isStream())
+            continue;
+        bool decoded = false;
+        const bool piped = stream.pipeStreamData(&scanner, &decoded, 0, qpdf_dl_generalized, true);
+        if (!piped || !decoded || scanner.overflowed())
+            return std::nullopt;
+        scanner.finish();
+    }
+    return std::move(scanner.names());
+}
+
+} // namespace folvane::pdf

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "pdf/qpdfInclude.h"
+
+#include <optional>
+#include <string>
+#include <unordered_set>
+
+namespace folvane::pdf {
+
+using NameSet = std::unordered_set<std::string>;
+
+/// All names ("/F1") that occur in the content of a stream or an array of streams, decoded. It may hold more than the
+/// operators use (a look-alike inside a string or an inline image), never less. Nothing when the content cannot be
+/// decoded whole or is longer than 256 MB.
+std::optional<NameSet> contentNames(QPDFObjectHandle contents);
+
+} // namespace folvane::pdf

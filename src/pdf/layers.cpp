@@ -1,0 +1,121 @@
+#include "pdf/layers.h"
+
+#include "pdf/DocumentData.h"
+
+namespace folvane::pdf {
+
+namespace {
+
+/// Default states of the layers of one source (ISO 32000-2, 8.11.4.3).
+class DefaultStates {
+public:
+    explicit DefaultStates(QPDFObjectHandle configuration)
+        : m_baseIsOff(configuration.getKey("/BaseState").isNameAndEquals("/OFF")),
+          m_exceptions(members(configuration.getKey(m_baseIsOff ? "/ON" : "/OFF")))
+    {
+    }
+
+    bool isHidden(QPDFObjectHandle layer) const
+    {
+        return m_baseIsOff != (m_exceptions.count(layer.getObjGen()) > 0);
+    }
+
+private:
+    static ObjGenSet members(QPDFObjectHandle list)
+    {
+        ObjGenSet set;
+        if (list.isArray()) {
+            for (const QPDFObjectHandle& layer : list.getArrayAsVector())
+                set.insert(layer.getObjGen());
+        }
+        return set;
+    }
+
+    bool m_baseIsOff;
+    ObjGenSet m_exceptions;
+};
+
+class LayerJoiner {
+public:
+    void add(SourcePart& part)
+    {
+        QPDFObjectHandle properties = part.source().catalogue().getKey("/OCProperties");
+        if (!properties.isDictionary() || !properties.getKey("/OCGs").isArray())
+            return;
+        QPDFObjectHandle configuration = properties.getKey("/D");
+        if (!configuration.isDictionary())
+            configuration = QPDFObjectHandle::newDictionary();
+        ObjectCopier& copier = part.copier();
+        const DefaultStates states(configuration);
+        for (const QPDFObjectHandle& layer : properties.getKey("/OCGs").getArrayAsVector())
+            addLayer(part, layer, states);
+        for (const char* list : {"/Order", "/RBGroups", "/Locked", "/AS"})
+            append(list, copier, configuration.getKey(list));
+        for (const char* key : {"/Name", "/Creator", "/ListMode", "/Intent"}) {
+            if (!m_configuration.hasKey(key) && configuration.hasKey(key))
+                m_configuration.replaceKey(key, copier.copy(configuration.getKey(key)));
+        }
+        if (part.isWhole() && properties.hasKey("/Configs"))
+            m_alternatives = copier.copy(properties.getKey("/Configs"));
+        copier.drain();
+    }
+
+    QPDFObjectHandle properties()
+    {
+        if (m_layers.getArrayNItems() == 0)
+            return QPDFObjectHandle::newNull();
+        if (m_hidden.getArrayNItems() > 0)
+            m_configuration.replaceKey("/OFF", m_hidden);
+        QPDFObjectHandle properties = QPDFObjectHandle::newDictionary();
+        properties.replaceKey("/OCGs", m_layers);
+        properties.replaceKey("/D", m_configuration);
+        if (m_alternatives.isInitialized())
+            properties.replaceKey("/Configs", m_alternatives);
+        return properties;
+    }
+
+private:
+    void addLayer(SourcePart& part, QPDFObjectHandle layer, const DefaultStates& states)
+    {
+        if (!layer.isIndirect() || !layer.isDictionary())
+            return;
+        ObjectCopier& copier = part.copier();
+        if (!part.isComplete() && copier.find(layer.getObjGen()).isNull()) {
+            copier.bury(layer.getObjGen()); // so that it leaves the lists below, too
+            return;
+        }
+        QPDFObjectHandle copied = copier.copy(layer);
+        m_layers.appendItem(copied);
+        if (states.isHidden(layer))
+            m_hidden.appendItem(copied);
+    }
+
+    void append(const char* key, ObjectCopier& copier, QPDFObjectHandle list)
+    {
+        if (!list.isArray())
+            return;
+        QPDFObjectHandle joined = m_configuration.getKey(key);
+        if (!joined.isArray())
+            joined = QPDFObjectHandle::newArray();
+        for (const QPDFObjectHandle& item : copier.copyList(list).getArrayAsVector())
+            joined.appendItem(item);
+        m_configuration.replaceKey(key, joined);
+    }
+
+    QPDFObjectHandle m_layers = QPDFObjectHandle::newArray();
+    QPDFObjectHandle m_hidden = QPDFObjectHandle::newArray();
+    QPDFObjectHandle m_configuration = QPDFObjectHandle::newDictionary();
+    QPDFObjectHandle m_alternatives;
+};
+
+} // namespace
+
+QPDFObjectHandle joinedLayers(std::list<SourcePart>& parts)
+{
+    LayerJoiner joiner;
+    for (SourcePart& part : parts)
+        joiner.add(part);
+    return joiner.properties();
+}
+
+} // namespace folvane::pdf

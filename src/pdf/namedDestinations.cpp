@@ -1,0 +1,61 @@
+#include "pdf/namedDestinations.h"
+
+#include "pdf/Destinations.h"
+#include "pdf/DocumentData.h"
+#include "pdf/nameTree.h"
+
+namespace folvane::pdf {
+
+NamedDestinations::NamedDestinations(std::list<SourcePart>& parts)
+{
+    for (SourcePart& part : parts) {
+        const DestinationTable& table = part.source().destinations();
+        take(part, table.byString, m_byString);
+        take(part, table.byName, m_byName);
+    }
+}
+
+void NamedDestinations::take(SourcePart& part, const std::map<std::string, QPDFObjectHandle>& names,
+                             Entries& taken)
+{
+    for (const auto& [name, destination] : names) {
+        if (part.rules().isGone(destination))
+            continue;
+        std::string free = name;
+        for (int number = 1; taken.count(free) || (free != name && names.count(free)); ++number)
+            free = name + "+" + std::to_string(number);
+        if (free != name)
+            part.rules().rename(name, free);
+        taken.emplace(free, Entry{&part, destination});
+    }
+}
+
+void NamedDestinations::write(QPDF& target)
+{
+    if (!m_byString.empty()) {
+        QPDFObjectHandle names = QPDFObjectHandle::newDictionary();
+        names.replaceKey("/Dests", nameTree(target, copied(m_byString)));
+        target.getRoot().replaceKey("/Names", names);
+    }
+    if (!m_byName.empty())
+        target.getRoot().replaceKey(
+            "/Dests", target.makeIndirectObject(QPDFObjectHandle::newDictionary(copied(m_byName))));
+}
+
+std::map<std::string, QPDFObjectHandle> NamedDestinations::copied(const Entries& entries)
+{
+    std::map<std::string, QPDFObjectHandle> copies;
+    for (const auto& [name, entry] : entries) {
+        QPDFObjectHandle source = entry.source;
+        QPDFObjectHandle rewritten =
+            source.isArray() ? entry.part->rules().rewrittenDestination(source) : source;
+        QPDFObjectHandle copy = entry.part->copier().copy(rewritten);
+        if (!copy.isNull())
+            copies.emplace(name, copy);
+    }
+    for (const auto& [name, entry] : entries)
+        entry.part->copier().drain();
+    return copies;
+}
+
+} // namespace folvane::pdf

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "pdf/SourcePart.h"
+
+namespace folvane::pdf {
+
+/// Carries the named destinations of kept pages. A name that an earlier part uses gets a new one in the later part,
+/// and the links of that part follow.
+class NamedDestinations {
+public:
+    /// Decides all names; call before anything of the parts is copied.
+    explicit NamedDestinations(std::list<SourcePart>& parts);
+
+    /// Copies the destinations into the catalogue of the new document; call after the pages.
+    void write(QPDF& target);
+
+private:
+    struct Entry {
+        SourcePart* part;
+        QPDFObjectHandle source;
+    };
+    using Entries = std::map<std::string, Entry>;
+
+    void take(SourcePart& part, const std::map<std::string, QPDFObjectHandle>& names, Entries& taken);
+    static std::map<std::string, QPDFObjectHandle> copied(const Entries& entries);
+
+    Entries m_byString;
+    Entries m_byName;
+};
+
+} // namespace folvane::pdf

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "pdf/SourcePart.h"
+
+namespace folvane::pdf {
+
+/// The bookmarks of all parts one behind the other, less those of left-out pages; null when none is left. A heading
+/// whose own page is left out stays, without its target, for the bookmarks below it.
+QPDFObjectHandle joinedOutlines(QPDF& target, std::list<SourcePart>& parts);
+
+} // namespace folvane::pdf

@@ -1,0 +1,72 @@
+#include "pdf/pageAttributes.h"
+
+#include <optional>
+
+namespace folvane::pdf {
+
+namespace {
+
+const QRectF usLetter(0, 0, 612, 792);
+
+std::optional<QRectF> rectangle(QPDFObjectHandle box)
+{
+    if (!box.isArray() || box.getArrayNItems() < 4)
+        return std::nullopt;
+    double corner[4];
+    for (int i = 0; i < 4; ++i) {
+        QPDFObjectHandle item = box.getArrayItem(i);
+        if (!item.isNumber())
+            return std::nullopt;
+        corner[i] = item.getNumericValue();
+    }
+    return QRectF(QPointF(corner[0], corner[1]), QPointF(corner[2], corner[3])).normalized();
+}
+
+} // namespace
+
+QPDFObjectHandle pageAttribute(QPDFObjectHandle page, const std::string& key)
+{
+    ObjGenSet seen;
+    for (QPDFObjectHandle node = page; node.isDictionary(); node = node.getKey("/Parent")) {
+        if (node.hasKey(key))
+            return node.getKey(key);
+        if (!seen.insert(node.getObjGen()).second)
+            break;
+    }
+    return QPDFObjectHandle::newNull();
+}
+
+std::vector<QPDFObjectHandle> annotationsOf(QPDFObjectHandle page)
+{
+    std::vector<QPDFObjectHandle> annotations;
+    QPDFObjectHandle list = page.getKey("/Annots");
+    if (!list.isArray())
+        return annotations;
+    for (QPDFObjectHandle annotation : list.getArrayAsVector()) {
+        if (annotation.isDictionary())
+            annotations.push_back(annotation);
+    }
+    return annotations;
+}
+
+int pageRotation(QPDFObjectHandle page)
+{
+    QPDFObjectHandle rotate = pageAttribute(page, "/Rotate");
+    if (!rotate.isNumber())
+        return 0;
+    const int degrees = static_cast<int>(rotate.getNumericValue()) % 360;
+    return degrees % 90 == 0 ? normalisedAngle(degrees) : 0;
+}
+
+PageGeometry pageGeometry(QPDFObjectHandle page)
+{
+    std::optional<QRectF> media = rectangle(pageAttribute(page, "/MediaBox"));
+    if (!media || media->isEmpty())
+        media = usLetter;
+    QRectF crop = rectangle(pageAttribute(page, "/CropBox")).value_or(*media).intersected(*media);
+    if (crop.isEmpty())
+        crop = *media;
+    return {crop, pageRotation(page)};
+}
+
+} // namespace folvane::pdf

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "pdf/PageGeometry.h"
+#include "pdf/qpdfInclude.h"
+
+#include <string>
+#include <vector>
+
+namespace folvane::pdf {
+
+/// The value of an attribute that a page may inherit from the nodes above it; null when none has it.
+QPDFObjectHandle pageAttribute(QPDFObjectHandle page, const std::string& key);
+
+/// The annotations of a page, as they stand there.
+std::vector<QPDFObjectHandle> annotationsOf(QPDFObjectHandle page);
+
+/// The page's own rotation: 0, 90, 180 or 270. One that is no multiple of 90 counts as none.
+int pageRotation(QPDFObjectHandle page);
+
+/// Geometry of a page as readers take it: damaged boxes fall back (no media box: US Letter, as elsewhere).
+PageGeometry pageGeometry(QPDFObjectHandle page);
+
+} // namespace folvane::pdf

@@ -1,0 +1,109 @@
+#include "pdf/pageLabels.h"
+
+#include "pdf/DocumentData.h"
+
+#include <qpdf/QPDFNumberTreeObjectHelper.hh>
+
+#include <optional>
+
+namespace folvane::pdf {
+
+namespace {
+
+struct Label {
+    std::string style;  ///< "/D", "/r" …; empty when there is no number
+    std::string prefix; ///< raw bytes
+    long long number = 1;
+
+    bool continues(const Label& before) const
+    {
+        return style == before.style && prefix == before.prefix
+               && (style.empty() || number == before.number + 1);
+    }
+};
+
+using Ranges = std::map<long long, Label>; // by the first page of the range
+
+Label labelOf(QPDFObjectHandle entry)
+{
+    Label label;
+    if (QPDFObjectHandle style = entry.getKey("/S"); style.isName())
+        label.style = style.getName();
+    if (QPDFObjectHandle prefix = entry.getKey("/P"); prefix.isString())
+        label.prefix = prefix.getStringValue();
+    if (QPDFObjectHandle start = entry.getKey("/St"); start.isInteger())
+        label.number = start.getIntValue();
+    return label;
+}
+
+Ranges readRanges(DocumentData& source)
+{
+    Ranges ranges;
+    QPDFObjectHandle tree = source.catalogue().getKey("/PageLabels");
+    if (!tree.isDictionary())
+        return ranges;
+    try {
+        for (auto& [first, entry] : QPDFNumberTreeObjectHelper(tree, *source.qpdf, false).getAsMap()) {
+            if (entry.isDictionary())
+                ranges.emplace(first, labelOf(entry));
+        }
+    } catch (const std::exception&) {
+        ranges.clear(); // a broken tree counts as none
+    }
+    return ranges;
+}
+
+std::optional<Label> labelAt(const Ranges& ranges, long long page)
+{
+    auto after = ranges.upper_bound(page);
+    if (after == ranges.begin())
+        return std::nullopt;
+    const auto& [first, start] = *std::prev(after);
+    Label label = start;
+    label.number += page - first;
+    return label;
+}
+
+QPDFObjectHandle entryOf(const Label& label)
+{
+    QPDFObjectHandle entry = QPDFObjectHandle::newDictionary();
+    if (!label.style.empty())
+        entry.replaceKey("/S", QPDFObjectHandle::newName(label.style));
+    if (!label.prefix.empty())
+        entry.replaceKey("/P", QPDFObjectHandle::newString(label.prefix));
+    if (label.number != 1 && !label.style.empty())
+        entry.replaceKey("/St", QPDFObjectHandle::newInteger(label.number));
+    return entry;
+}
+
+} // namespace
+
+QPDFObjectHandle joinedPageLabels(const std::vector<LabelledPage>& pages)
+{
+    std::map<DocumentData*, Ranges> rangesOf;
+    bool anyLabels = false;
+    for (const LabelledPage& page : pages) {
+        if (!rangesOf.count(page.source))
+            anyLabels = !(rangesOf[page.source] = readRanges(*page.source)).empty() || anyLabels;
+    }
+    if (!anyLabels)
+        return QPDFObjectHandle::newNull();
+
+    QPDFObjectHandle numbers = QPDFObjectHandle::newArray();
+    std::optional<Label> before;
+    for (size_t i = 0; i < pages.size(); ++i) {
+        const auto position = static_cast<long long>(i);
+        const Label label =
+            labelAt(rangesOf[pages[i].source], pages[i].sourcePage).value_or(Label{"/D", {}, position + 1});
+        if (!before || !label.continues(*before)) {
+            numbers.appendItem(QPDFObjectHandle::newInteger(position));
+            numbers.appendItem(entryOf(label));
+        }
+        before = label;
+    }
+    QPDFObjectHandle tree = QPDFObjectHandle::newDictionary();
+    tree.replaceKey("/Nums", numbers);
+    return tree;
+}
+
+} // namespace folvane::pdf

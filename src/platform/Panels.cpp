@@ -1,0 +1,7 @@
+#include "platform/Panels.h"
+
+namespace folvane {
+
+Panels::~Panels() = default;
+
+} // namespace folvane

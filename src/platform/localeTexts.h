@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace folvane {
+
+// Texts after the rules of the current locale, QLocale().
+
+/// A file's size in decimal units: "0 bytes", "1 byte", "12 KB", "1.2 MB", "1.23 GB". Whole numbers up to KB,
+/// one decimal for MB, two above, no trailing zeros; a size that rounds to 1000 goes up to the next unit.
+QString byteCount(qint64 bytes);
+
+/// Order of names for people: digits count as numbers, so that "2" comes before "10". Below, equal to or
+/// above 0.
+int naturalCompare(const QString& a, const QString& b);
+
+/// "A", "A and B", "A, B, and C".
+QString joinedNames(const QStringList& names);
+
+} // namespace folvane

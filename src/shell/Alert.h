@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QDialog>
+#include <QString>
+
+#include <functional>
+
+class QLabel;
+class QHBoxLayout;
+
+namespace folvane {
+
+/// A title, a text, and buttons in a row. Escape and the window's close do what the Cancel button does.
+class Alert : public QDialog {
+    Q_OBJECT
+
+public:
+    enum class Role { Default, Other, Destructive, Cancel };
+
+    Alert(const QString& title, const QString& text, QWidget* parent = nullptr);
+
+    void setText(const QString& text);
+    /// Pressing the button closes the alert, with a result other than 0 unless its role is Cancel, then does `action`.
+    void addButton(const QString& name, Role role, std::function<void()> action = [] {});
+
+private:
+    QLabel* m_text;
+    QHBoxLayout* m_buttons;
+};
+
+} // namespace folvane

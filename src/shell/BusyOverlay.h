@@ -1,0 +1,42 @@
+#pragma once
+
+#include "documents/BusyState.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <optional>
+
+class QLabel;
+
+namespace folvane {
+
+class Button;
+
+/// Covers the whole window while a job runs, and can cancel it.
+class BusyOverlay : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit BusyOverlay(QWidget* window);
+
+    void setState(const std::optional<BusyState>& state);
+
+signals:
+    void cancelled();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    QWidget* m_panel;
+    QLabel* m_title;
+    Button* m_cancel;
+    QPointer<QWidget> m_focusBefore;
+};
+
+} // namespace folvane

@@ -1,0 +1,61 @@
+#include "shell/CommandLine.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+namespace folvane {
+
+namespace {
+
+constexpr std::string_view picturesOption = "pictures";
+
+[[noreturn]] void refuse(const QCommandLineParser& parser, const QString& why)
+{
+    std::fprintf(stderr, "%s\n\n%s", qPrintable(why), qPrintable(parser.helpText()));
+    std::exit(2);
+}
+
+} // namespace
+
+bool asksForPictures(int count, const char* const* arguments)
+{
+    return std::any_of(arguments, arguments + count, [](std::string_view argument) {
+        return argument.starts_with("--") && argument.substr(2).starts_with(picturesOption);
+    });
+}
+
+CommandLine readCommandLine(const QStringList& arguments)
+{
+    const QString pictures = QString::fromLatin1(picturesOption.data(), picturesOption.size());
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOption({pictures,
+                      QCoreApplication::translate("folvane::CommandLine",
+                                                  "Save pictures of the window to FOLDER, without a display, and end."),
+                      QStringLiteral("FOLDER")});
+    parser.addPositionalArgument(QStringLiteral("FILES"),
+                                 QCoreApplication::translate("folvane::CommandLine", "PDFs and images to open."),
+                                 QStringLiteral("[FILES]"));
+    if (!parser.parse(arguments))
+        refuse(parser, parser.errorText());
+    if (parser.isSet(QStringLiteral("help")))
+        parser.showHelp();
+    if (parser.isSet(QStringLiteral("version")))
+        parser.showVersion();
+
+    CommandLine line;
+    for (const QString& file : parser.positionalArguments())
+        line.files.append(QUrl::fromUserInput(file, QDir::currentPath(), QUrl::AssumeLocalFile));
+    if (parser.isSet(pictures))
+        line.picturesFolder = parser.value(pictures);
+    return line;
+}
+
+} // namespace folvane

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+
+namespace folvane {
+
+/// What the program was started with.
+struct CommandLine {
+    QList<QUrl> files;
+    std::optional<QString> picturesFolder; ///< set: save pictures of the window there and end
+};
+
+/// Reads the arguments, the program's name first; file names are relative to the working folder. Prints help and ends
+/// the process on --help, --version, and anything that it does not know.
+CommandLine readCommandLine(const QStringList& arguments);
+
+/// Whether the arguments ask for pictures of the window: looked at before there is an application, because it then
+/// needs no display.
+bool asksForPictures(int count, const char* const* arguments);
+
+} // namespace folvane

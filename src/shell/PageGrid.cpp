@@ -1,0 +1,244 @@
+#include "shell/PageGrid.h"
+
+#include "platform/spawn.h"
+#include "shell/Spinner.h"
+#include "shell/Theme.h"
+#include "shell/pageCell.h"
+
+#include <QPainter>
+#include <QPaintEvent>
+#include <QScrollBar>
+
+namespace folvane {
+
+namespace {
+
+constexpr int pictureLongSide = 360; // pixels, at every screen scale
+
+} // namespace
+
+PageGrid::PageGrid(AppModel& model, QWidget* parent) : QListView(parent), m_model(model), m_pictures(model.engine())
+{
+    setModel(&m_pages);
+    setAccessibleName(tr("Pages"));
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollMode(ScrollPerPixel);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(ExtendedSelection);
+    setAcceptDrops(true);
+    setAutoScroll(true);
+    viewport()->setAutoFillBackground(false);
+    connect(&m_pictures, &PagePictures::changed, this, [this] {
+        viewport()->update();
+        emit picturesChanged();
+    });
+}
+
+void PageGrid::setFile(OpenFilePtr file)
+{
+    if (file == m_file)
+        return;
+    m_watches.clear();
+    m_file = std::move(file);
+    m_pressed.reset();
+    if (!m_file) {
+        m_pages.setPages({});
+        return;
+    }
+    m_watches.keep([this] { showPages(); }, m_file->pages);
+    m_watches.keep([this] { showSelection(); }, m_file->selection);
+    verticalScrollBar()->setValue(0);
+}
+
+bool PageGrid::isComplete() const
+{
+    return m_pictures.isComplete();
+}
+
+void PageGrid::showPages()
+{
+    const std::optional<QUuid> current = pageAt(currentIndex().row());
+    m_pages.setPages(m_file->pages.value());
+    if (const int row = current ? m_pages.rowOf(*current) : -1; row >= 0)
+        selectionModel()->setCurrentIndex(m_pages.index(row), QItemSelectionModel::NoUpdate);
+    doItemsLayout();
+    showSelection();
+    wantPictures();
+}
+
+void PageGrid::showSelection()
+{
+    const QSet<QUuid> selected = m_file->selection.value();
+    QItemSelection rows;
+    for (int row = 0; row < m_pages.rowCount(); ++row) {
+        if (!selected.contains(m_pages.pages()[size_t(row)].id))
+            continue;
+        const bool continues = !rows.isEmpty() && rows.last().bottom() == row - 1;
+        const QModelIndex first = continues ? QModelIndex(rows.takeLast().topLeft()) : m_pages.index(row);
+        rows.append(QItemSelectionRange(first, m_pages.index(row)));
+    }
+    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+    viewport()->update();
+}
+
+PagePictures::Key PageGrid::key(const PageItem& page) const
+{
+    return {page.source, page.turn, pictureLongSide};
+}
+
+void PageGrid::wantPictures()
+{
+    m_pictures.setRoom(largestPaper() * devicePixelRatioF());
+    QList<PagePictures::Key> keys;
+    if (isVisible()) {
+        const auto [first, last] = rowsOnScreen();
+        for (int row = first; row < last; ++row)
+            keys.append(key(m_pages.pages()[size_t(row)]));
+    }
+    m_pictures.want(keys);
+    if (m_pictures.isComplete())
+        m_spinner.stop();
+    else if (!m_spinner.isActive())
+        m_spinner.start(spinnerInterval, this);
+    emit picturesChanged();
+}
+
+void PageGrid::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_spinner.timerId()) {
+        QListView::timerEvent(event);
+        return;
+    }
+    m_spinnerStep = (m_spinnerStep + 1) % spinnerSteps;
+    viewport()->update();
+    if (m_pictures.isComplete())
+        m_spinner.stop();
+}
+
+void PageGrid::showEvent(QShowEvent* event)
+{
+    QListView::showEvent(event);
+    wantPictures();
+}
+
+void PageGrid::hideEvent(QHideEvent* event)
+{
+    QListView::hideEvent(event);
+    wantPictures();
+}
+
+// Layout
+
+PageGridLayout PageGrid::pageLayout() const
+{
+    // The room of the scroll bar is always left free: otherwise its coming and going could change the number of
+    // columns, and with it whether it is needed.
+    const int columnsWidth = width() - verticalScrollBar()->sizeHint().width();
+    return {m_pages.rowCount(), columnsWidth, std::max(0, (viewport()->width() - columnsWidth) / 2)};
+}
+
+std::pair<int, int> PageGrid::rowsOnScreen() const
+{
+    return pageLayout().between(verticalOffset(), verticalOffset() + viewport()->height());
+}
+
+QRect PageGrid::visualRect(const QModelIndex& index) const
+{
+    return index.isValid() ? pageLayout().cell(index.row()).translated(0, -verticalOffset()) : QRect();
+}
+
+QModelIndex PageGrid::indexAt(const QPoint& point) const
+{
+    const int row = pageLayout().at(toContent(point));
+    return row < 0 ? QModelIndex() : m_pages.index(row);
+}
+
+int PageGrid::verticalOffset() const
+{
+    return verticalScrollBar()->value();
+}
+
+void PageGrid::doItemsLayout()
+{
+    QAbstractItemView::doItemsLayout();
+}
+
+void PageGrid::updateGeometries()
+{
+    const int page = viewport()->height();
+    verticalScrollBar()->setPageStep(page);
+    verticalScrollBar()->setSingleStep(40);
+    verticalScrollBar()->setRange(0, std::max(0, pageLayout().height() - page));
+    QAbstractItemView::updateGeometries();
+}
+
+void PageGrid::resizeEvent(QResizeEvent* event)
+{
+    QAbstractItemView::resizeEvent(event);
+    wantPictures();
+}
+
+void PageGrid::scrollContentsBy(int, int)
+{
+    viewport()->update();
+    wantPictures();
+}
+
+void PageGrid::scrollTo(const QModelIndex& index, ScrollHint)
+{
+    constexpr int air = 12;
+    const QRect cell = visualRect(index).adjusted(0, -air, 0, air);
+    QScrollBar* bar = verticalScrollBar();
+    if (cell.top() < 0)
+        bar->setValue(bar->value() + cell.top());
+    else if (cell.bottom() > viewport()->height())
+        bar->setValue(bar->value() + cell.bottom() - viewport()->height());
+}
+
+QRegion PageGrid::visualRegionForSelection(const QItemSelection& selection) const
+{
+    QRegion region;
+    for (const QModelIndex& index : selection.indexes())
+        region += visualRect(index);
+    return region;
+}
+
+// Painting
+
+void PageGrid::paintEvent(QPaintEvent* event)
+{
+    QPainter painter(viewport());
+    painter.fillRect(event->rect(), theme::background);
+    if (m_filesOver)
+        painter.fillRect(event->rect(), theme::accentSoft);
+    const PageGridLayout layout = pageLayout();
+    const auto [first, last] = rowsOnScreen();
+    for (int row = first; row < last; ++row) {
+        const PageItem& page = m_pages.pages()[size_t(row)];
+        const PageCell cell{
+            .number = row + 1,
+            .isSelected = m_file && m_file->selection.value().contains(page.id),
+            .hasKeyboard = m_byKeyboard && hasFocus() && currentIndex().row() == row,
+            .state = m_pictures.state(key(page)),
+            .picture = m_pictures.picture(key(page)),
+            .spinnerStep = m_spinnerStep,
+        };
+        drawPageCell(painter, layout.cell(row).translated(0, -verticalOffset()), cell);
+    }
+    if (m_dropRow)
+        drawDropMark(painter);
+}
+
+void PageGrid::drawDropMark(QPainter& painter) const
+{
+    const PageGridLayout layout = pageLayout();
+    const bool atEnd = *m_dropRow >= layout.count;
+    const QRect cell = layout.cell(atEnd ? layout.count - 1 : *m_dropRow).translated(0, -verticalOffset());
+    const int x = atEnd ? cell.right() + 9 : cell.left() - 9;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(theme::accent, 4, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(x, cell.top() + 4, x, cell.top() + 196);
+}
+
+} // namespace folvane

@@ -1,0 +1,103 @@
+#pragma once
+
+#include "shell/PageGridLayout.h"
+#include "shell/PageListModel.h"
+#include "shell/PagePictures.h"
+#include "shell/Watches.h"
+#include "shell/pageSelection.h"
+
+#include "documents/AppModel.h"
+
+#include <QBasicTimer>
+#include <QListView>
+
+namespace folvane {
+
+/// The pages of a document as a scrolling grid: selecting, reordering by drag, and taking in dropped files. It lays out
+/// and paints its cells itself; being a list view gives it the keyboard and screen readers.
+class PageGrid : public QListView {
+    Q_OBJECT
+
+public:
+    explicit PageGrid(AppModel& model, QWidget* parent = nullptr);
+
+    void setFile(OpenFilePtr file);
+    /// Every page on screen has its picture, or is known to have none.
+    bool isComplete() const;
+
+    QRect visualRect(const QModelIndex& index) const override;
+    QModelIndex indexAt(const QPoint& point) const override;
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    void doItemsLayout() override;
+
+signals:
+    void pageMenuRequested(QUuid page, QPoint globalPosition);
+    void picturesChanged();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void updateGeometries() override;
+
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+    int verticalOffset() const override;
+    int horizontalOffset() const override { return 0; }
+    bool isIndexHidden(const QModelIndex&) const override { return false; }
+    void setSelection(const QRect&, QItemSelectionModel::SelectionFlags) override {}
+    QRegion visualRegionForSelection(const QItemSelection& selection) const override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex&, const QEvent*) const override
+    {
+        return QItemSelectionModel::NoUpdate; // the document holds the selection; see showSelection()
+    }
+
+private:
+    PageGridLayout pageLayout() const;
+    QPoint toContent(const QPoint& point) const { return point + QPoint(0, verticalOffset()); }
+    PagePictures::Key key(const PageItem& page) const;
+    std::pair<int, int> rowsOnScreen() const;
+    void showPages();
+    void showSelection();
+    void wantPictures();
+    void drawDropMark(QPainter& painter) const;
+
+    void click(const QUuid& page, Qt::KeyboardModifiers modifiers);
+    bool moveByKey(QKeyEvent* event);
+    bool commandByKey(QKeyEvent* event);
+    void goTo(int row, Qt::KeyboardModifiers modifiers);
+    void dragPage(const QUuid& page);
+    std::optional<QUuid> pageAt(int row) const;
+    void setDropRow(std::optional<int> row);
+    void setFilesOver(bool over);
+
+    AppModel& m_model;
+    OpenFilePtr m_file;
+    PageListModel m_pages;
+    PagePictures m_pictures;
+    Watches m_watches;
+    std::optional<QUuid> m_anchor;
+    std::optional<QUuid> m_pressed;
+    QPoint m_pressedAt;
+    std::optional<int> m_dropRow; ///< a page that is dragged over would land before this row
+    bool m_filesOver = false;
+    bool m_byKeyboard = false;
+    QBasicTimer m_spinner;
+    int m_spinnerStep = 0;
+};
+
+} // namespace folvane

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/Panels.h"
+
+#include <QPointer>
+#include <QWidget>
+
+namespace folvane {
+
+/// The desktop's file panels, over the window.
+class QtPanels final : public Panels {
+public:
+    /// Until it is set, panels stand alone.
+    void setWindow(QWidget* window) { m_window = window; }
+
+    QCoro::Task<std::optional<QUrl>> chooseSave(SavePanel panel) override;
+    QCoro::Task<std::optional<QUrl>> chooseFolder(FolderPanel panel) override;
+    QCoro::Task<QList<QUrl>> chooseOpen(OpenPanel panel) override;
+    QCoro::Task<bool> confirmReplace(QUrl existing) override;
+
+private:
+    QPointer<QWidget> m_window;
+};
+
+} // namespace folvane

@@ -1,0 +1,77 @@
+#include "shell/SidebarRow.h"
+
+#include "shell/Theme.h"
+#include "shell/appearance.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace folvane {
+
+SidebarRow::SidebarRow(Icon icon, const QString& title, QWidget* parent)
+    : QAbstractButton(parent), m_icon(icon), m_titleColor(theme::text)
+{
+    setText(title);
+    setFont(interfaceFont(13));
+    setFixedHeight(32);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+}
+
+void SidebarRow::setCurrent(bool current)
+{
+    if (current == m_current)
+        return;
+    m_current = current;
+    setFont(interfaceFont(13, current ? Weight::SemiBold : Weight::Regular));
+    setAccessibleDescription(current ? tr("Shown") : QString());
+    update();
+}
+
+void SidebarRow::setTitleColor(const QColor& color)
+{
+    m_titleColor = color;
+    update();
+}
+
+void SidebarRow::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF frame = QRectF(rect()).adjusted(1, 1, -1, -1);
+    painter.setPen(showsFocus(*this) ? QPen(theme::accent, 1.5) : QPen(Qt::NoPen));
+    painter.setBrush(m_current ? theme::accentSoft : underMouse() ? theme::hover : QColor(Qt::transparent));
+    painter.drawRoundedRect(frame, 8, 8);
+    drawIcon(painter, m_icon, QRectF(10, (height() - 18) / 2.0, 18, 18), theme::accent);
+
+    const QRect room = rect().adjusted(38, 0, -roomAtRight(), 0);
+    painter.setFont(font());
+    painter.setPen(m_titleColor);
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
+                     fontMetrics().elidedText(text(), Qt::ElideRight, room.width()));
+    drawAtRight(painter);
+}
+
+void SidebarRow::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Up: focusRow(-1); return;
+    case Qt::Key_Down: focusRow(1); return;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: click(); return;
+    default: QAbstractButton::keyPressEvent(event);
+    }
+}
+
+void SidebarRow::focusRow(qsizetype step)
+{
+    QList<SidebarRow*> rows = parentWidget()->findChildren<SidebarRow*>(Qt::FindDirectChildrenOnly);
+    std::ranges::sort(rows, {}, &QWidget::y);
+    const qsizetype row = rows.indexOf(this) + step;
+    if (row >= 0 && row < rows.size())
+        rows[row]->setFocus(Qt::TabFocusReason);
+}
+
+} // namespace folvane

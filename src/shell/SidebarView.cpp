@@ -1,0 +1,95 @@
+#include "shell/SidebarView.h"
+
+#include "platform/spawn.h"
+#include "shell/FileRow.h"
+#include "shell/Theme.h"
+#include "shell/appearance.h"
+#include "shell/currentFile.h"
+
+#include <QLabel>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace folvane {
+
+namespace {
+
+QLabel* makeHeader(const QString& text, QWidget* parent)
+{
+    auto* header = new QLabel(text, parent);
+    header->setFont(interfaceFont(11, Weight::SemiBold));
+    header->setContentsMargins(10, 14, 0, 4);
+    QPalette palette = header->palette();
+    palette.setColor(QPalette::WindowText, theme::secondaryText);
+    header->setPalette(palette);
+    return header;
+}
+
+} // namespace
+
+SidebarView::SidebarView(AppModel& model, QWidget* parent) : QWidget(parent), m_model(model)
+{
+    auto* list = new QWidget(this);
+    m_home = new SidebarRow(Icon::Home, tr("Home"), list);
+    m_open = new SidebarRow(Icon::Add, tr("Open…"), list);
+    m_open->setTitleColor(theme::accentDeep);
+    m_rows = new QVBoxLayout;
+    m_rows->setSpacing(2);
+
+    auto* column = new QVBoxLayout(list);
+    column->setContentsMargins(10, 12, 10, 12);
+    column->setSpacing(2);
+    column->addWidget(m_home);
+    column->addWidget(makeHeader(tr("Files"), list));
+    column->addLayout(m_rows);
+    column->addWidget(m_open);
+    column->addStretch();
+
+    auto* scroll = new QScrollArea(this);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setWidget(list);
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->addWidget(scroll);
+
+    connect(m_home, &SidebarRow::clicked, this, [this] { m_model.destination = Destination(); });
+    connect(m_open, &SidebarRow::clicked, this, [this] { spawn(m_model.chooseAndOpen()); });
+    m_watches.keep([this] { showFiles(); }, m_model.files);
+    m_watches.keep([this] { markCurrent(); }, m_model.files, m_model.destination);
+}
+
+void SidebarView::showFiles()
+{
+    const QList<OpenFilePtr> files = m_model.files.value();
+    m_files.removeIf([&files](FileRow* row) {
+        if (files.contains(row->file()))
+            return false;
+        row->hide();
+        row->deleteLater(); // it may be what asked for the closing
+        return true;
+    });
+    for (const OpenFilePtr& file : files) {
+        if (std::ranges::any_of(m_files, [&file](FileRow* row) { return row->file() == file; }))
+            continue;
+        m_files.append(new FileRow(m_model, file));
+        m_rows->addWidget(m_files.last());
+    }
+    setTabOrder(m_home, m_files.isEmpty() ? m_open : m_files.first());
+    for (qsizetype i = 0; i < m_files.size(); ++i)
+        setTabOrder(m_files[i]->lastInTabOrder(), i + 1 < m_files.size() ? m_files[i + 1] : m_open);
+}
+
+void SidebarView::markCurrent()
+{
+    const OpenFilePtr shown = currentFile(m_model);
+    m_home->setCurrent(!shown);
+    for (FileRow* row : m_files)
+        row->setCurrent(row->file() == shown);
+}
+
+} // namespace folvane

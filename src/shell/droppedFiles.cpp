@@ -1,0 +1,19 @@
+#include "shell/droppedFiles.h"
+
+#include <QMimeData>
+
+namespace folvane {
+
+QList<QUrl> droppedFiles(const QMimeData* data)
+{
+    QList<QUrl> files;
+    if (!data->hasUrls())
+        return files;
+    for (const QUrl& url : data->urls()) {
+        if (url.isLocalFile())
+            files.append(url);
+    }
+    return files;
+}
+
+} // namespace folvane

@@ -1,0 +1,91 @@
+"""A client of folvane-driver: one fresh process, one JSON object a line each way."""
+
+import json
+import os
+import resource
+import select
+import subprocess
+import tempfile
+import time
+from pathlib import Path
+
+CHECKOUT = Path(__file__).resolve().parents[2]
+DEFAULT_DRIVER = CHECKOUT / "build/release/bin/folvane-driver"
+ADDRESS_SPACE = 8 << 30  # a backstop only: the thread stacks and the font cache are address space too
+
+
+class DriverFailed(Exception):
+    """The driver crashed, hung, or said that a request was wrong."""
+
+
+class Driver:
+    """Use as a context manager. `deadline` is in seconds for the whole life of the process, or None."""
+
+    def __init__(self, program=DEFAULT_DRIVER, deadline=None):
+        self._home = tempfile.TemporaryDirectory(prefix="folvane-driver-")
+        self._errors = tempfile.TemporaryFile()
+        self._end = None if deadline is None else time.monotonic() + deadline
+        self._unread = b""
+        self._process = subprocess.Popen(
+            [str(program)], stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=self._errors,
+            env=self._environment(), bufsize=0, preexec_fn=_limit_address_space)
+
+    def _environment(self):
+        own = {name: os.path.join(self._home.name, name) for name in ("XDG_DATA_HOME", "XDG_CONFIG_HOME")}
+        return {**os.environ, **own, "QT_QPA_PLATFORM": "offscreen"}
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self._process.stdin.close()
+        try:
+            self._process.wait(timeout=5)
+        except subprocess.TimeoutExpired:
+            self._process.kill()
+            self._process.wait()
+        self._process.stdout.close()
+        self._errors.close()
+        self._home.cleanup()
+
+    def ask(self, verb, **fields):
+        """The answer to one request, as a dictionary. Raises DriverFailed."""
+        try:
+            self._process.stdin.write(json.dumps({"do": verb, **fields}).encode() + b"\n")
+        except BrokenPipeError:
+            raise DriverFailed(f"{verb}: {self._death()}")
+        answer = json.loads(self._line(verb))
+        if not answer.get("ok"):
+            raise DriverFailed(f"{verb}: {answer.get('bad')}")
+        return answer
+
+    def peak(self):
+        """The peak memory of the process so far, in bytes, as the kernel counts it."""
+        for line in Path(f"/proc/{self._process.pid}/status").read_text().splitlines():
+            if line.startswith("VmHWM:"):
+                return int(line.split()[1]) * 1024
+        raise DriverFailed("the process has no peak any more")
+
+    def _line(self, verb):
+        while b"\n" not in self._unread:
+            left = None if self._end is None else max(0.0, self._end - time.monotonic())
+            if not select.select([self._process.stdout], [], [], left)[0]:
+                self._process.kill()
+                raise DriverFailed(f"{verb}: no answer in time")
+            chunk = os.read(self._process.stdout.fileno(), 1 << 20)
+            if not chunk:
+                raise DriverFailed(f"{verb}: {self._death()}")
+            self._unread += chunk
+        line, self._unread = self._unread.split(b"\n", 1)
+        return line
+
+    def _death(self):
+        code = self._process.wait()
+        self._errors.seek(0)
+        words = self._errors.read().decode("utf-8", "replace").strip().splitlines()
+        return f"the driver ended with {code}" + (f" ({words[-1][:200]})" if words else "")
+
+
+def _limit_address_space():
+    resource.setrlimit(resource.RLIMIT_AS, (ADDRESS_SPACE, ADDRESS_SPACE))
+    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))

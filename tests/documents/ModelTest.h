@@ -1,0 +1,95 @@
+#pragma once
+
+#include "documents/AppModel.h"
+#include "engine/PDFEngine.h"
+#include "platform/Preferences.h"
+#include "platform/ScriptedPanels.h"
+#include "platform/Workspace.h"
+#include "support/ManualClock.h"
+#include "support/await.h"
+
+#include <QHash>
+#include <QSemaphore>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+namespace folvane {
+
+/// The real model on the real engine, with scripted panels, in a folder of its own.
+class ModelTest : public testing::Test {
+protected:
+    ModelTest();
+
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+    QUrl url(const QString& name) const { return QUrl::fromLocalFile(path(name)); }
+    QUrl put(const QString& name, const QByteArray& bytes) const;
+    QByteArray get(const QString& name) const;
+
+    /// A PDF whose page n bears the text "name-n" ("name" without its ending); 600 by 800 points.
+    QUrl putPdf(const QString& name, int pages) const;
+    QUrl putLockedPdf(const QString& name, int pages, const QString& password) const;
+    QUrl putPicture(const QString& name) const;
+
+    /// Opens and gives the document that is then shown.
+    OpenFilePtr open(const QList<QUrl>& urls);
+    OpenFilePtr shown() const;
+    /// The answers that password questions get from now on, by file name, then Cancel. What was asked is in `questions`,
+    /// with "!" behind the name where the answer before was wrong.
+    void answerPasswords(const QHash<QString, QStringList>& answers);
+
+    /// Runs the event loop until it holds.
+    void runUntil(const std::function<bool()>& holds) const;
+    void runUntilIdle() const;
+    /// All that the engine was asked until now is done, and who waited for it has gone on.
+    void drainEngine();
+    bool isHeld(const QUrl& lockedPdf);
+    QString error() const { return model->errorMessage.value().value_or(QString()); }
+    int savedFiles() const { return preferences.value("friend.savedFiles", 0).toInt(); }
+
+    QTemporaryDir m_folder;
+    PDFEngine engine;
+    ScriptedPanels panels;
+    MemoryPreferences preferences;
+    ScriptedWorkspace workspace;
+    ManualClock clock;
+    QStringList questions;
+    std::unique_ptr<AppModel> model;
+
+private:
+    QHash<QString, QStringList> m_passwords;
+    QPropertyNotifier m_onQuestion;
+};
+
+/// While it lives, nothing is written: what the background is asked to do waits.
+class HeldBackground {
+public:
+    HeldBackground();
+    ~HeldBackground();
+    Q_DISABLE_COPY_MOVE(HeldBackground)
+
+private:
+    std::shared_ptr<QSemaphore> m_gate = std::make_shared<QSemaphore>();
+};
+
+// What other programs see in a file.
+
+/// The texts of the pages, each in one piece, such as "a-1 a-2".
+QString textsIn(const QString& pdf, const QString& password = {});
+/// What `qpdf --check` has to complain about; nothing when it is sound.
+QString complaintsAbout(const QString& pdf, const QString& password = {});
+bool needsPassword(const QString& pdf);
+
+/// Document pages, as "a-1 a-2", by the source's name and the 1-based page in it.
+QString order(const OpenFile& file);
+/// Ids of the pages at 1-based positions.
+QSet<QUuid> at(const OpenFile& file, const QList<int>& positions);
+
+/// Runs the present test once more in a process of an ordinary user, whom permissions hold back, if this is the
+/// superuser. False: this is an ordinary user, and the test has to do its work.
+bool wasLeftToAnOrdinaryUser();
+
+} // namespace folvane

@@ -1,0 +1,124 @@
+#include "documents/OpenFile.h"
+#include "documents/fileNames.h"
+#include "documents/pageLists.h"
+#include "documents/suggestedNames.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace folvane {
+
+namespace {
+
+struct NameCase {
+    const char* name;
+    QString path;
+    QString last;
+    QString base;
+};
+
+OpenFile document(const QString& path, int pages, OpenFile::Origin origin = OpenFile::Origin::Pdf)
+{
+    const QUrl url = QUrl::fromLocalFile(path);
+    return OpenFile(url, origin, pagesOf(url, pages));
+}
+
+void select(OpenFile& file, const QList<int>& positions)
+{
+    QSet<QUuid> ids;
+    for (const int position : positions)
+        ids.insert(file.pages.value()[static_cast<size_t>(position - 1)].id);
+    file.selection = ids;
+}
+
+} // namespace
+
+class Names : public testing::TestWithParam<NameCase> {};
+
+TEST_P(Names, ComeFromThePath)
+{
+    const QUrl url = QUrl::fromLocalFile(GetParam().path);
+    EXPECT_EQ(lastPathComponent(url), GetParam().last);
+    EXPECT_EQ(nameWithoutEnding(url), GetParam().base);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, Names,
+                         testing::Values(NameCase{"Plain", "/a/report.pdf", "report.pdf", "report"},
+                                         NameCase{"TwoDots", "/a/b.tar.pdf", "b.tar.pdf", "b.tar"},
+                                         NameCase{"NoEnding", "/a/report", "report", "report"},
+                                         NameCase{"Hidden", "/a/.pdf", ".pdf", ".pdf"},
+                                         NameCase{"Folder", "/a/b.pdf/", "b.pdf", "b"},
+                                         NameCase{"Signs", "/a/50% #1?.pdf", "50% #1?.pdf", "50% #1?"}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(Names, OfFoldersAndEndings)
+{
+    EXPECT_EQ(folderOf(QUrl("file:///a/b/c.pdf")), QUrl("file:///a/b"));
+    EXPECT_EQ(folderOf(QUrl("file:///c.pdf")), QUrl("file:///"));
+    EXPECT_EQ(withPdfEnding("a.pdf"), "a.pdf");
+    EXPECT_EQ(withPdfEnding("a.PDF"), "a.PDF.pdf");
+}
+
+TEST(FreeName, CountsUpPastWhatIsThere)
+{
+    const QTemporaryDir folder;
+    const QUrl url = QUrl::fromLocalFile(folder.path());
+    const auto taken = [&folder](const char* name) {
+        QFile(folder.filePath(name)).open(QIODevice::WriteOnly);
+    };
+    EXPECT_EQ(freeName(url, "a.b", "png").fileName(), "a.b.png");
+    taken("a.b.png");
+    EXPECT_EQ(freeName(url, "a.b", "png").fileName(), "a.b 2.png");
+    QFile::link("/nowhere/at/all", folder.filePath("a.b 2.png"));
+    EXPECT_EQ(freeName(url, "a.b", "png").fileName(), "a.b 3.png");
+    EXPECT_EQ(freeName(url, "a.b", "jpg").fileName(), "a.b.jpg");
+}
+
+TEST(SuggestedNames, OfSaveAs)
+{
+    OpenFile report = document("/a/report.pdf", 2);
+    EXPECT_EQ(suggestedName(report), "report (edited)");
+    std::vector<PageItem> pages = report.pages;
+    pages[1].stamps.emplace_back();
+    report.pages = pages;
+    EXPECT_EQ(suggestedName(report), "report (signed)");
+    EXPECT_EQ(suggestedName(document("/a/scan.png", 1, OpenFile::Origin::Pictures)), "scan");
+}
+
+TEST(SuggestedNames, OfExtract)
+{
+    OpenFile report = document("/a/report.pdf", 12);
+    EXPECT_EQ(suggestedExtractName(report), "report (pages 1-12)");
+    select(report, {5, 1, 3, 2});
+    EXPECT_EQ(suggestedExtractName(report), "report (pages 1-3, 5)");
+    report.selection = QSet<QUuid>{QUuid::createUuid()}; // of a page that has gone
+    EXPECT_EQ(suggestedExtractName(report), "report (pages 1-12)");
+}
+
+TEST(SuggestedNames, OfManyScatteredPagesStillFitIntoAFileName)
+{
+    OpenFile report = document("/a/Überblick.pdf", 1000);
+    QList<int> odd;
+    for (int page = 1; page < 1000; page += 2)
+        odd.append(page);
+    select(report, odd);
+    const QString name = suggestedExtractName(report);
+    EXPECT_TRUE(name.startsWith("Überblick (pages 1, 3, 5, ")) << name.toStdString();
+    EXPECT_TRUE(name.endsWith(", …)")) << name.toStdString();
+    EXPECT_LE(withPdfEnding(name).toUtf8().size(), 255);
+    EXPECT_GT(name.toUtf8().size(), 240);
+}
+
+TEST(Selection, OfPagesThatAreGoneCountsForNothing)
+{
+    OpenFile file = document("/a/report.pdf", 3);
+    EXPECT_EQ(file.selectedPages(), file.pages.value());
+    file.selection = QSet<QUuid>{QUuid::createUuid()};
+    EXPECT_EQ(file.selectedPages(), file.pages.value());
+    file.selection = file.selection.value() + QSet<QUuid>{file.pages.value()[1].id};
+    EXPECT_EQ(file.selectedPages(), std::vector{file.pages.value()[1]});
+}
+
+} // namespace folvane

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/ScriptedPanels.h"
+
+#include <QJsonArray>
+
+namespace folvane::driver {
+
+class Request;
+
+/// Answers the model's panels from the request, and tells what they asked.
+class PanelScript {
+public:
+    Panels& panels() { return m_panels; }
+
+    /// Takes the answers from `to`, `folder`, `files` and `replace`; those of the request before are forgotten.
+    void load(const Request& request);
+    /// What was asked since it was last taken.
+    QJsonArray takeAsked();
+    /// More save panels came up than the request has answers for: the last one ended with Cancel.
+    bool saveWasCancelled() const { return savesAsked() > m_savesAnswered; }
+
+private:
+    qsizetype savesAsked() const;
+
+    ScriptedPanels m_panels;
+    qsizetype m_savesAnswered = 0;
+};
+
+} // namespace folvane::driver

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QJsonArray>
+#include <QStringList>
+#include <QUrl>
+
+#include <optional>
+
+namespace folvane::driver {
+
+class Request;
+
+/// What one request answers when it is asked for passwords, and what it was asked.
+/// A question names a file without its folder, so files of one name are told apart by their order in the request.
+class PasswordScript {
+public:
+    explicit PasswordScript(const Request& request);
+
+    /// Whether the question can be about one of the request's files.
+    bool isAbout(const QString& fileName) const;
+    /// Notes the question; gives the next answer, and Cancel when there is none left.
+    std::optional<QString> answer(const QString& fileName, bool wasWrong);
+    const QJsonArray& asked() const { return m_asked; }
+    bool wasCancelled() const { return m_cancelled; }
+
+private:
+    struct Entry {
+        QUrl url;
+        QStringList answers;
+        bool begun = false;
+    };
+    Entry* begin(const QString& fileName);
+
+    QList<QUrl> m_files;
+    QList<Entry> m_entries;
+    Entry* m_current = nullptr; // of the file that is asked about; m_entries does not change
+    QJsonArray m_asked;
+    bool m_cancelled = false;
+};
+
+} // namespace folvane::driver

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "PanelScript.h"
+#include "documents/AppModel.h"
+#include "engine/PDFEngine.h"
+#include "platform/Clock.h"
+#include "platform/Preferences.h"
+#include "platform/Workspace.h"
+
+#include <QPropertyNotifier>
+
+#include <map>
+#include <memory>
+
+namespace folvane::driver {
+
+class Call;
+using CallPtr = std::shared_ptr<Call>;
+
+/// The real model with everything that it needs, and nobody in front of it.
+class Program {
+public:
+    Program();
+
+    PDFEngine engine;
+    PanelScript panels;
+    SettingsPreferences preferences;
+    ScriptedWorkspace workspace;
+    SystemClock clock;
+    AppModel model;
+
+    std::map<int, CallPtr> jobs; ///< the requests that go on by themselves and nobody has waited for
+    int lastJob = 0;
+    QList<CallPtr> calls; ///< all requests under way, oldest first
+
+private:
+    void answerPasswordQuestion(QUuid question);
+
+    QPropertyNotifier m_onPasswordRequest;
+};
+
+} // namespace folvane::driver

@@ -1,0 +1,49 @@
+#include "engine/EngineTest.h"
+
+#include <QFile>
+
+namespace folvane {
+
+QUrl EngineTest::write(const QString& name, const QByteArray& bytes) const
+{
+    QFile file(path(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush());
+    return QUrl::fromLocalFile(path(name));
+}
+
+QUrl EngineTest::opened(const QString& name, const QByteArray& bytes)
+{
+    const QUrl url = write(name, bytes);
+    EXPECT_EQ(engine.open(url).kind, OpenResult::Kind::Opened) << qPrintable(name);
+    return url;
+}
+
+PageItem EngineTest::page(const QUrl& source, int index, int turn)
+{
+    PageItem item;
+    item.source = {source, index};
+    item.turn = turn;
+    return item;
+}
+
+void EngineTest::add(BuildPlan& plan, const QUrl& source, const std::vector<int>& pages, int turn)
+{
+    for (const int index : pages)
+        plan.pages.push_back(page(source, index, turn));
+}
+
+QString EngineTest::built(const QUrl& source, const std::vector<int>& pages, int turn)
+{
+    BuildPlan plan;
+    add(plan, source, pages, turn);
+    return built(plan);
+}
+
+QString EngineTest::built(const BuildPlan& plan)
+{
+    const QString name = QStringLiteral("built-%1.pdf").arg(++m_builds);
+    write(name, engine.build(plan));
+    return path(name);
+}
+
+} // namespace folvane

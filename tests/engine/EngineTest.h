@@ -1,0 +1,38 @@
+#pragma once
+
+#include "engine/Engine.h"
+#include "engine/EngineError.h"
+
+#include <QByteArray>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace folvane {
+
+/// An engine and a folder for the files that a test makes.
+class EngineTest : public testing::Test {
+protected:
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+    /// Writes a file and gives back its URL.
+    QUrl write(const QString& name, const QByteArray& bytes) const;
+    /// The same, and opens it.
+    QUrl opened(const QString& name, const QByteArray& bytes);
+    /// Builds from pages of one source, zero-based, writes the result and gives back its path.
+    QString built(const QUrl& source, const std::vector<int>& pages, int turn = 0);
+    QString built(const BuildPlan& plan);
+
+    static PageItem page(const QUrl& source, int index, int turn = 0);
+    static void add(BuildPlan& plan, const QUrl& source, const std::vector<int>& pages, int turn = 0);
+
+    Engine engine;
+
+private:
+    QTemporaryDir m_folder;
+    int m_builds = 0;
+};
+
+} // namespace folvane

@@ -1,0 +1,157 @@
+#include "engine/BookFixture.h"
+#include "engine/EngineTest.h"
+#include "engine/outsideView.h"
+#include "support/tools.h"
+
+#include <QJsonArray>
+
+namespace folvane {
+
+using CopyingTest = EngineTest;
+
+TEST_F(CopyingTest, AWholeCopyKeepsAllThatHangsOnThePages)
+{
+    const QString copy = built(opened("a.pdf", book("A")), {0, 1, 2});
+    const OutsideView view(copy);
+    EXPECT_EQ(faultsOf(copy), QByteArray());
+    EXPECT_EQ(view.links(), QStringList({"1>2", "1>3", "3>1"}));
+    EXPECT_EQ(view.bookmarks(), QStringList({"One@1", " Two@2", "Three@3"}));
+    EXPECT_EQ(view.fields(), QStringList({"name@1=A", "name@3=A", "signature@2="}));
+    for (const char* kept :
+         {"/StructTreeRoot", "/MarkInfo", "/OCProperties", "/OutputIntents", "/PageLabels", "/Names"})
+        EXPECT_TRUE(view.catalogueKeys().contains(QLatin1String(kept))) << kept;
+    EXPECT_TRUE(view.catalogue()["/Names"].toObject().contains(QLatin1String("/EmbeddedFiles")));
+}
+
+TEST_F(CopyingTest, WhatMustNotTravelStaysBehind)
+{
+    const QString copy = built(opened("a.pdf", book("A")), {0, 1, 2});
+    const QByteArray plain = runTool("qpdf", {"--qdf", "--object-streams=disable", copy, "-"}).output;
+    for (const char* left : {"/OpenAction", "/JavaScript", "/PieceInfo", "producer data", "/AA", "/ByteRange",
+                             "/SigFlags", "A maker"})
+        EXPECT_FALSE(plain.contains(left)) << left;
+    EXPECT_TRUE(plain.contains("0 0 100 50 re f")) << "the look of the signature stays";
+}
+
+TEST_F(CopyingTest, TitleAndAuthorTravelFromOneSourceOnly)
+{
+    const QUrl a = opened("a.pdf", book("A"));
+    const QUrl b = opened("b.pdf", book("B"));
+    const OutsideView alone(built(a, {0}));
+    const QJsonObject info = alone.resolved(alone.trailer()["/Info"]).toObject();
+    EXPECT_EQ(info["/Title"].toString(), "u:The A");
+    EXPECT_EQ(info.keys(), QStringList({"/Author", "/Title"}));
+
+    BuildPlan merged;
+    add(merged, a, {0});
+    add(merged, b, {0});
+    EXPECT_FALSE(OutsideView(built(merged)).trailer().contains(QLatin1String("/Info")));
+}
+
+struct SelectionCase {
+    const char* name;
+    std::vector<int> pages;
+    QStringList links;
+    QStringList bookmarks;
+    QStringList fields;
+};
+
+class Selections : public EngineTest, public testing::WithParamInterface<SelectionCase> {};
+
+TEST_P(Selections, KeepWhatLeadsToKeptPages)
+{
+    const SelectionCase& row = GetParam();
+    const QString copy = built(opened("a.pdf", book("A")), row.pages);
+    const OutsideView view(copy);
+    EXPECT_EQ(faultsOf(copy), QByteArray());
+    EXPECT_EQ(view.links(), row.links);
+    EXPECT_EQ(view.bookmarks(), row.bookmarks);
+    EXPECT_EQ(view.fields(), row.fields);
+    EXPECT_EQ(view.pageObjects(), static_cast<int>(row.pages.size()));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, Selections,
+    testing::Values(
+        SelectionCase{"Reversed",
+                      {2, 1, 0},
+                      {"1>3", "3>2", "3>1"},
+                      {"One@3", " Two@2", "Three@1"},
+                      {"name@1=A", "name@3=A", "signature@2="}},
+        SelectionCase{"First", {0}, {}, {"One@1"}, {"name@1=A"}},
+        SelectionCase{"HeadingStaysForWhatIsBelow", {1}, {}, {"One@?", " Two@1"}, {"signature@1="}},
+        SelectionCase{"EverySecond", {0, 2}, {"1>2", "2>1"}, {"One@1", "Three@2"}, {"name@1=A", "name@2=A"}},
+        // The second copy of a page is a page of its own: its field has another name, its link leads to the first.
+        SelectionCase{"Twice", {0, 0}, {}, {"One@1"}, {"name+1@2=A", "name@1=A"}}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(CopyingTest, NothingOfALeftOutPageStaysInTheFile)
+{
+    const QString copy = built(opened("a.pdf", book("A")), {0});
+    const QByteArray plain = runTool("qpdf", {"--qdf", "--object-streams=disable", copy, "-"}).output;
+    for (const char* gone : {"secret2", "secret3", "only-on-3", "signature", "(Two)", "(Three)",
+                             "attached words", "/StructTreeRoot", "/StructParents", "(end)"})
+        EXPECT_FALSE(plain.contains(gone)) << gone;
+    EXPECT_TRUE(plain.contains("/Hidden")) << "the layer of page 1 stays";
+}
+
+TEST_F(CopyingTest, HiddenLayersStayHidden)
+{
+    const QUrl source = opened("a.pdf", book("A"));
+    for (const std::vector<int>& pages : {std::vector<int>{0}, std::vector<int>{0, 1, 2}}) {
+        const QUrl copy = opened(QStringLiteral("copy%1.pdf").arg(pages.size()),
+                                 engine.build({{page(source, 0)}, {}, {}, {}}));
+        const QImage drawn = engine.image({copy, 0}, 0, 792)->image;
+        EXPECT_EQ(QColor(drawn.pixel(125, 792 - 125)), QColor(Qt::white));
+    }
+}
+
+TEST_F(CopyingTest, MergedBooksStayApart)
+{
+    BuildPlan plan;
+    add(plan, opened("a.pdf", book("A")), {0, 1, 2});
+    add(plan, opened("b.pdf", book("B")), {0, 1, 2});
+    const QString merged = built(plan);
+    const OutsideView view(merged);
+    EXPECT_EQ(faultsOf(merged), QByteArray());
+    EXPECT_EQ(view.links(), QStringList({"1>2", "1>3", "3>1", "4>5", "4>6", "6>4"}))
+        << "each name leads into its own book";
+    EXPECT_EQ(view.bookmarks(), QStringList({"One@1", " Two@2", "Three@3", "One@4", " Two@5", "Three@6"}));
+    EXPECT_EQ(view.fields(), QStringList({"name+1@4=B", "name+1@6=B", "name@1=A", "name@3=A",
+                                          "signature+1@5=", "signature@2="}));
+    EXPECT_EQ(view.catalogue()["/OutputIntents"].toArray().size(), 1) << "the same condition once";
+    EXPECT_FALSE(view.catalogueKeys().contains(QLatin1String("/StructTreeRoot")));
+}
+
+TEST_F(CopyingTest, PagesKeepTheirLabels)
+{
+    const auto labels = [](const QString& path) {
+        QStringList lines;
+        for (const QJsonValue& label : qpdfJson(path, "pagelabels").toArray()) {
+            const QJsonObject entry = label.toObject()["label"].toObject();
+            lines << QStringLiteral("%1:%2%3")
+                         .arg(label.toObject()["index"].toInt())
+                         .arg(entry["/S"].toString())
+                         .arg(entry["/St"].toInt(1));
+        }
+        return lines;
+    };
+    const QUrl source = opened("a.pdf", book("A"));
+    EXPECT_EQ(labels(built(source, {0, 1, 2})), QStringList({"0:/r1", "2:/D1"}));
+    EXPECT_EQ(labels(built(source, {1, 2})), QStringList({"0:/r2", "1:/D1"}));
+    EXPECT_EQ(labels(built(source, {2, 1, 0})), QStringList({"0:/D1", "1:/r2", "2:/r1"}));
+}
+
+TEST_F(CopyingTest, TheSourceIsTheSameForTheNextBuild)
+{
+    const QUrl source = opened("a.pdf", book("A"));
+    const QString before = built(source, {0, 1, 2});
+    built(source, {1});
+    built(source, {0, 0}, 90);
+    const QString after = built(source, {0, 1, 2});
+    const QStringList asText{"--qdf", "--static-id", "--object-streams=disable"};
+    EXPECT_EQ(runTool("qpdf", asText + QStringList{before, "-"}).output,
+              runTool("qpdf", asText + QStringList{after, "-"}).output);
+}
+
+} // namespace folvane

@@ -1,0 +1,156 @@
+#include "engine/BookFixture.h"
+#include "engine/EngineTest.h"
+#include "pdf/rawPdf.h"
+#include "support/tools.h"
+
+#include <QFile>
+
+#include <filesystem>
+
+namespace folvane {
+
+using OpeningTest = EngineTest;
+
+TEST_F(OpeningTest, KindIsDecidedByTheNameAlone)
+{
+    EXPECT_EQ(engine.open(write("a.PDF", book("A"))), OpenResult::opened(3));
+    EXPECT_EQ(engine.open(write("a.png", book("A"))), OpenResult::unreadable());
+    EXPECT_EQ(engine.open(write("text.pdf", "no PDF at all")), OpenResult::unreadable());
+    EXPECT_EQ(engine.open(write("empty.pdf", {})), OpenResult::unreadable());
+    EXPECT_EQ(engine.open(QUrl::fromLocalFile(path("missing.pdf"))), OpenResult::unreadable());
+    EXPECT_EQ(engine.open(QUrl::fromLocalFile(path({}))), OpenResult::unreadable()) << "a folder";
+}
+
+TEST_F(OpeningTest, ADocumentWithoutPagesIsRefusedButHeld)
+{
+    const QUrl url =
+        write("none.pdf",
+              pdf::rawPdf({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [] /Count 0 >>"}));
+    EXPECT_EQ(engine.open(url), OpenResult::unreadable());
+    EXPECT_EQ(engine.open(url), OpenResult::opened(0));
+}
+
+TEST_F(OpeningTest, PageTreesThatLoopOrRepeatGiveTheirPages)
+{
+    EXPECT_EQ(engine.open(write(
+                  "loop.pdf",
+                  pdf::rawPdf({"<< /Type /Catalog /Pages 2 0 R >>",
+                               "<< /Type /Pages /Kids [3 0 R 2 0 R 3 0 R << /Type /Page >>] /Count 9 >>",
+                               "<< /Type /Page /MediaBox [0 0 100 100] >>"}))),
+              OpenResult::opened(3));
+}
+
+struct LockCase {
+    const char* name;
+    QStringList encryption; ///< for qpdf --encrypt
+    QString right;
+    QString wrong;
+};
+
+class Locks : public EngineTest, public testing::WithParamInterface<LockCase> {};
+
+TEST_P(Locks, OpenWithTheirPasswordOnly)
+{
+    const LockCase& row = GetParam();
+    write("plain.pdf", book("A"));
+    const QString locked = path("locked.pdf");
+    ASSERT_EQ(runTool("qpdf", QStringList{"--allow-weak-crypto", "--encrypt"} + row.encryption
+                                  + QStringList{"--", path("plain.pdf"), locked})
+                  .exitCode,
+              0);
+    const QUrl url = QUrl::fromLocalFile(locked);
+    EXPECT_EQ(engine.open(url), OpenResult::needsPassword());
+    EXPECT_EQ(engine.open(url, row.wrong), OpenResult::needsPassword());
+    EXPECT_EQ(engine.open(url, row.right), OpenResult::opened(3));
+    EXPECT_EQ(engine.open(url, row.wrong), OpenResult::opened(3)) << "open already";
+    EXPECT_FALSE(engine.image({url, 0}, 0, 100)->image.isNull());
+    EXPECT_TRUE(textOf(built(url, {0})).contains("Page 1"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, Locks,
+    testing::Values(LockCase{"Rc4Of40Bits", {"user", "owner", "40"}, "user", "other"},
+                    LockCase{"Rc4Of128Bits", {"user", "owner", "128", "--use-aes=n"}, "user", "other"},
+                    LockCase{"AesOf128Bits", {"user", "owner", "128", "--use-aes=y"}, "user", "User"},
+                    LockCase{"AesOf256Bits", {"user", "owner", "256"}, "user", ""},
+                    LockCase{"OwnerPassword", {"user", "owner", "256"}, "owner", "other"},
+                    LockCase{"NonAscii", {"pässwörd€", "owner", "256"}, "pässwörd€", "password"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(OpeningTest, ALegacyFileTakesThePasswordInItsOwnEncoding)
+{
+    write("plain.pdf", book("A"));
+    const QString latin = QString::fromLatin1("p\xe4ss");
+    // arguments of a process are UTF-8 here, so these come from a file
+    write("password", "--encrypt\np\xe4ss\nowner\n128\n--use-aes=n\n--\n");
+    ASSERT_EQ(runTool("qpdf", {"--allow-weak-crypto", "--password-mode=bytes", "@" + path("password"),
+                               path("plain.pdf"), path("locked.pdf")})
+                  .exitCode,
+              0);
+    EXPECT_EQ(engine.open(QUrl::fromLocalFile(path("locked.pdf")), latin), OpenResult::opened(3));
+}
+
+TEST_F(OpeningTest, ACopyIsLockedByItsPasswordAndNoOther)
+{
+    const QUrl source = opened("a.pdf", book("A"));
+    const auto opensWith = [](const QString& file, const QString& password) {
+        return faultsOf(file, {"--password=" + password}).isEmpty();
+    };
+    for (const QString& password : {QStringLiteral("secret"), QStringLiteral("pässwörd€ 你好"),
+                                    QString(127, 'x'), QString(200, 'x'), QString(100, QChar(0xe9))}) {
+        BuildPlan plan;
+        add(plan, source, {0, 1});
+        plan.password = password;
+        const QString file = built(plan);
+        // qpdf takes no more bytes than count, and cuts none off by itself
+        const QString counted = QString::fromUtf8(password.toUtf8().left(127));
+        EXPECT_TRUE(counted.contains(QChar::ReplacementCharacter) || opensWith(file, counted))
+            << qPrintable(password);
+        EXPECT_FALSE(opensWith(file, {}));
+        EXPECT_FALSE(opensWith(file, password.left(3)));
+        EXPECT_TRUE(
+            runTool("qpdf", {"--show-encryption", "--password=" + counted, file}).output.contains("AESv3")
+            || counted.contains(QChar::ReplacementCharacter));
+        Engine other;
+        EXPECT_EQ(other.open(QUrl::fromLocalFile(file)), OpenResult::needsPassword());
+        EXPECT_EQ(other.open(QUrl::fromLocalFile(file), password), OpenResult::opened(2));
+    }
+    BuildPlan unprotected;
+    add(unprotected, source, {0});
+    unprotected.password = QString();
+    EXPECT_TRUE(runTool("qpdf", {"--show-encryption", built(unprotected)}).output.contains("not encrypted"));
+}
+
+TEST_F(OpeningTest, AReplacedFileGoesOnButACutOneIsMissing)
+{
+    const QUrl replaced = opened("replaced.pdf", book("A"));
+    QFile::remove(replaced.toLocalFile());
+    write("replaced.pdf", "something else");
+    EXPECT_TRUE(textOf(built(replaced, {0, 1, 2})).contains("Page 3"));
+
+    const QUrl cut = opened("cut.pdf", book("A"));
+    std::filesystem::resize_file(cut.toLocalFile().toStdString(), 200);
+    BuildPlan plan;
+    add(plan, cut, {0});
+    try {
+        engine.build(plan);
+        FAIL() << "a torn file was built";
+    } catch (const EngineError& error) {
+        EXPECT_EQ(error.kind(), EngineError::Kind::MissingPage);
+    }
+    EXPECT_FALSE(engine.image({cut, 0}, 0, 100).has_value());
+}
+
+TEST_F(OpeningTest, WhatIsNotHeldFallsBack)
+{
+    const QUrl source = opened("a.pdf", book("A"));
+    EXPECT_EQ(engine.displaySize({source, 7}, 0), QSizeF(595, 842));
+    EXPECT_FALSE(engine.image({source, 7}, 0, 100).has_value());
+    engine.forget(source);
+    EXPECT_EQ(engine.displaySize({source, 0}, 90), QSizeF(595, 842));
+    BuildPlan plan;
+    add(plan, source, {0});
+    EXPECT_THROW(engine.build(plan), EngineError);
+}
+
+} // namespace folvane

@@ -1,0 +1,97 @@
+#include "engine/EngineTest.h"
+#include "pdf/rawPdf.h"
+#include "support/tools.h"
+
+#include <QColor>
+#include <QImage>
+
+#include <tuple>
+
+namespace folvane {
+
+namespace {
+
+/// A page whose crop box starts off the origin, with a red mark at its lower left corner, as it stands in the file.
+QByteArray cropped(int rotation)
+{
+    return pdf::rawPdf({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                        "<< /Type /Page /Parent 2 0 R /MediaBox [10 20 500 700] /CropBox [100 150 300 450] "
+                        "/Contents 4 0 R /Rotate "
+                            + QByteArray::number(rotation) + " >>",
+                        pdf::rawStream({}, "1 0 0 rg 100 150 40 40 re f")});
+}
+
+/// Where the mark must be after so many quarter turns clockwise: x and y in 0..1 from the top left.
+QPointF markAfter(int degrees)
+{
+    switch ((degrees / 90) % 4) {
+    case 0: return {0.02, 0.98};
+    case 1: return {0.02, 0.02};
+    case 2: return {0.98, 0.02};
+    default: return {0.98, 0.98};
+    }
+}
+
+bool isMarked(const QImage& image, QPointF at)
+{
+    const QColor colour(image.pixel(static_cast<int>(at.x() * (image.width() - 1)),
+                                    static_cast<int>(at.y() * (image.height() - 1))));
+    return colour.red() > 200 && colour.green() < 80 && colour.blue() < 80;
+}
+
+} // namespace
+
+class Turns : public EngineTest, public testing::WithParamInterface<std::tuple<int, int>> {};
+
+TEST_P(Turns, ShowTheSamePageInTheEngineAndInTheCopy)
+{
+    const auto [own, turn] = GetParam();
+    const QUrl source = opened("page.pdf", cropped(own));
+    const int shown = (own + turn) % 360;
+    const QSize size = shown % 180 == 0 ? QSize(200, 300) : QSize(300, 200);
+    EXPECT_EQ(engine.displaySize({source, 0}, turn), QSizeF(size));
+
+    const QImage image = engine.image({source, 0}, turn, 600)->image;
+    EXPECT_EQ(image.size(), size * 2);
+    EXPECT_TRUE(isMarked(image, markAfter(shown)));
+
+    const QString copy = built(source, {0}, turn);
+    EXPECT_EQ(faultsOf(copy), QByteArray());
+    ASSERT_EQ(runTool("mutool", {"draw", "-r", "72", "-o", path("copy.png"), copy}).exitCode, 0);
+    const QImage outside(path("copy.png"));
+    EXPECT_EQ(outside.size(), size);
+    EXPECT_TRUE(isMarked(outside, markAfter(shown)));
+
+    const QList<QByteArray> pictures = engine.pictures({{page(source, 0, turn)}, {}, {}, {}}, 144, false);
+    ASSERT_EQ(pictures.size(), 1);
+    const QImage exported = QImage::fromData(pictures[0]);
+    EXPECT_EQ(exported.size(), size * 2);
+    EXPECT_TRUE(isMarked(exported, markAfter(shown)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, Turns,
+                         testing::Combine(testing::Values(-90, 0, 90, 180, 270, 450),
+                                          testing::Values(0, 90, 180, 270)),
+                         [](const auto& row) {
+                             const int own = std::get<0>(row.param);
+                             return (own < 0 ? "Minus" + std::to_string(-own) : "Own" + std::to_string(own))
+                                    + "Turn" + std::to_string(std::get<1>(row.param));
+                         });
+
+using PixelSizeTest = EngineTest;
+
+TEST_F(PixelSizeTest, IsRoundedToTheNearestPixelAndNeverNothing)
+{
+    const auto sizeAt = [this](const char* box, double dpi) {
+        const QUrl source = opened(
+            QString::fromLatin1(box).remove(' ') + ".pdf",
+            pdf::rawPdf({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                         "<< /Type /Page /Parent 2 0 R /MediaBox [" + QByteArray(box) + "] >>"}));
+        return QImage::fromData(engine.pictures({{page(source, 0)}, {}, {}, {}}, dpi, true).value(0)).size();
+    };
+    EXPECT_EQ(sizeAt("0 0 595 842", 300), QSize(2479, 3508));
+    EXPECT_EQ(sizeAt("0 0 1 1", 72), QSize(1, 1));
+    EXPECT_EQ(sizeAt("0 0 0.2 0.2", 72), QSize(1, 1));
+}
+
+} // namespace folvane

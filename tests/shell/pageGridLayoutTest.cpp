@@ -1,0 +1,62 @@
+#include "shell/PageGridLayout.h"
+
+#include <gtest/gtest.h>
+
+namespace folvane {
+namespace {
+
+class GridWidth : public testing::TestWithParam<int> {};
+
+TEST_P(GridWidth, CellsNeitherOverlapNorLeaveTheirRoom)
+{
+    const PageGridLayout layout{23, GetParam(), 0};
+    const QRect room(0, 0, std::max(GetParam(), 198), layout.height()); // one column needs 150 and the edges
+    for (int i = 0; i < layout.count; ++i) {
+        EXPECT_TRUE(room.contains(layout.cell(i))) << "cell " << i;
+        EXPECT_GE(layout.cell(i).width(), 150);
+        EXPECT_LE(layout.cell(i).width(), 210);
+        EXPECT_EQ(layout.at(layout.cell(i).center()), i);
+        for (int j = 0; j < i; ++j)
+            EXPECT_FALSE(layout.cell(i).intersects(layout.cell(j))) << i << " and " << j;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Widths, GridWidth, testing::Values(0, 100, 198, 365, 366, 760, 1001, 1920, 5120));
+
+TEST(PageGridLayout, WhatIsOnScreenCoversEveryVisibleCellAndFewMore)
+{
+    const PageGridLayout layout{1000, 760, 0};
+    for (int top = 0; top < layout.height(); top += 97) {
+        const auto [first, last] = layout.between(top, top + 500);
+        for (int i = 0; i < layout.count; ++i) {
+            const bool visible = layout.cell(i).bottom() >= top && layout.cell(i).top() < top + 500;
+            EXPECT_TRUE(!visible || (i >= first && i < last)) << i << " at " << top;
+        }
+        EXPECT_LE(last - first, 4 * layout.columns());
+    }
+}
+
+TEST(PageGridLayout, ADropLandsBeforeTheCellUnderIt)
+{
+    const PageGridLayout layout{7, 760, 0};
+    ASSERT_EQ(layout.columns(), 4);
+    for (int i = 0; i < 7; ++i)
+        EXPECT_EQ(layout.dropTarget(layout.cell(i).center()), i);
+    EXPECT_EQ(layout.dropTarget(layout.cell(2).topLeft() - QPoint(5, 0)), 2) << "in the gap before a cell";
+    EXPECT_EQ(layout.dropTarget(layout.cell(3).topRight() + QPoint(10, 5)), 4) << "behind the last of a row";
+    EXPECT_EQ(layout.dropTarget(layout.cell(6).topRight() + QPoint(10, 5)), 7) << "behind the last of all";
+    EXPECT_EQ(layout.dropTarget(QPoint(300, layout.height() + 400)), 7) << "far below";
+    EXPECT_EQ(layout.dropTarget(QPoint(0, -50)), 0) << "above all";
+}
+
+TEST(PageGridLayout, EmptyHasNothingToHit)
+{
+    const PageGridLayout layout{0, 760, 0};
+    EXPECT_EQ(layout.height(), 0);
+    EXPECT_EQ(layout.at(QPoint(100, 100)), -1);
+    EXPECT_EQ(layout.dropTarget(QPoint(100, 100)), 0);
+    EXPECT_EQ(layout.between(0, 500), (std::pair{0, 0}));
+}
+
+} // namespace
+} // namespace folvane
