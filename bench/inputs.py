@@ -12,15 +12,16 @@ SECTIONS = 4  # of each chapter: 100 bookmarks with the chapters themselves
 FORM_PAGES = 5  # with a text field, two checkboxes and a choice each
 A4 = "/MediaBox [0 0 595.28 841.89]"
 
-WORDS = """the of and to in is that for it as was with be by on not he his but at are this have from or had an they
-which one you were all her she there would their we him been has when who will no more if out so up said what its about
-than into them can only other time new some could these two may first then do any like my now over such our man me even
-most made after also well many must before through back years where much your way down should because long each just
-state those people too mister good how very make world still see work life under day being never against great both
-between came another same while last might house found came general during without place around small however home water
-number night point part system form fact group hand company rather public order school light paper window letter service
-morning question government business country history figure measure journey kitchen garden copper harbour lantern north
-several remained evidence committee pressure distance material temperature organisation particular consideration""".split()
+WORDS = """the of and to in is that for it as was with be by on not he his but at are this have from or had
+an they which one you were all her she there would their we him been has when who will no more if out so up
+said what its about than into them can only other time new some could these two may first then do any like
+my now over such our man me even most made after also well many must before through back years where much
+your way down should because long each just state those people too mister good how very make world still see
+work life under day being never against great both between came another same while last might house found
+came general during without place around small however home water number night point part system form fact
+group hand company rather public order school light paper window letter service morning question government
+business country history figure measure journey kitchen garden copper harbour lantern north several remained
+evidence committee pressure distance material temperature organisation particular consideration""".split()
 
 
 class Prose:
@@ -69,7 +70,7 @@ def make_book(path, pages=BOOK_PAGES):
         contents = pdf.add_stream(_text_page(prose, index))
         annotations = widgets.get(index, []) + _links_of(pdf, index, numbers)
         bodies.append((number, f"{A4} /Resources << /Font << /F1 {fonts[0]} 0 R /F2 {fonts[1]} 0 R >> >> "
-                               f"/Contents {contents} 0 R" + (f" /Annots {refs(annotations)}" if annotations else "")))
+                               f"/Contents {contents} 0 R /Annots {refs(annotations)}"))
     tree = add_page_tree(pdf, bodies)
     outlines = _add_outlines(pdf, prose, marks, numbers)
     names = _add_names(pdf, numbers)
@@ -114,7 +115,7 @@ def _add_fonts(pdf):
 
 
 def _add_info(pdf, title):
-    return pdf.add(f"<< /Title {text(title)} /Author (Bench) /Producer (bench) /CreationDate (D:20240101000000Z) >>")
+    return pdf.add(f"<< /Title {text(title)} /Author (Bench) /CreationDate (D:20240101000000Z) >>")
 
 
 def _text_page(prose, index):
@@ -127,7 +128,7 @@ def _text_page(prose, index):
 
 
 def _links_of(pdf, index, numbers):
-    """A link on every second page, in turn forward and back, and by each of the three ways to name a target."""
+    """A link on every second page, in turn forward and back, by each of three ways to name a target."""
     if index % 2:
         return []
     count, turn = len(numbers), index // 2
@@ -138,8 +139,9 @@ def _links_of(pdf, index, numbers):
     explicit = f"[{numbers[target]} 0 R /XYZ 72 {760 - target % 7 * 90} null]"
     way = [f"/Dest {explicit}", f"/A << /S /GoTo /D {explicit} >>",
            f"/Dest (place{_nearest_place(target):04d})"][turn % 3]
-    return [pdf.add(f"<< /Type /Annot /Subtype /Link /Rect [72 {700 - turn % 9 * 60} 240 {714 - turn % 9 * 60}] "
-                    f"/Border [0 0 0] {way} >>")]
+    bottom = 700 - turn % 9 * 60
+    rect = f"[72 {bottom} 240 {bottom + 14}]"
+    return [pdf.add(f"<< /Type /Annot /Subtype /Link /Rect {rect} /Border [0 0 0] {way} >>")]
 
 
 def _nearest_place(index):
@@ -171,7 +173,8 @@ def _add_outlines(pdf, prose, marks, numbers):
     for place, (chapter, pages) in enumerate(zip(chapters, marks)):
         sections = [pdf.reserve() for _ in pages[1:]]
         for at, (section, page) in enumerate(zip(sections, pages[1:])):
-            pdf.put(section, _bookmark(f"{place + 1}.{at + 1} {prose.title()}", numbers[page], chapter, sections, at))
+            title = f"{place + 1}.{at + 1} {prose.title()}"
+            pdf.put(section, _bookmark(title, numbers[page], chapter, sections, at))
         below = f"/First {sections[0]} 0 R /Last {sections[-1]} 0 R /Count {len(sections)}"
         title = f"{place + 1} {prose.title()}"
         pdf.put(chapter, _bookmark(title, numbers[pages[0]], root, chapters, place, below))
@@ -183,7 +186,8 @@ def _add_outlines(pdf, prose, marks, numbers):
 def _bookmark(title, page, parent, siblings, at, below=""):
     before = f"/Prev {siblings[at - 1]} 0 R " if at else ""
     after = f"/Next {siblings[at + 1]} 0 R " if at + 1 < len(siblings) else ""
-    return f"<< /Title {text(title)} /Parent {parent} 0 R {before}{after}{below} /Dest [{page} 0 R /XYZ 72 800 null] >>"
+    return (f"<< /Title {text(title)} /Parent {parent} 0 R {before}{after}{below} "
+            f"/Dest [{page} 0 R /XYZ 72 800 null] >>")
 
 
 def _add_form(pdf, numbers, fonts, pages):
@@ -201,8 +205,8 @@ def _add_form(pdf, numbers, fonts, pages):
 
 def _add_text_field(pdf, page, at, font):
     look = _add_look(pdf, 180, 18, f"/Tx BMC q BT /F1 10 Tf 4 5 Td (Answer {at + 1}) Tj ET Q EMC", font)
-    return pdf.add(f"<< /Type /Annot /Subtype /Widget /FT /Tx /T (name{at}) /V (Answer {at + 1}) /F 4 /P {page} 0 R "
-                   f"/Rect [72 24 252 42] /DA (/F1 10 Tf 0 g) /AP << /N {look} 0 R >> >>")
+    return pdf.add(f"<< /Type /Annot /Subtype /Widget /FT /Tx /T (name{at}) /V (Answer {at + 1}) /F 4 "
+                   f"/P {page} 0 R /Rect [72 24 252 42] /DA (/F1 10 Tf 0 g) /AP << /N {look} 0 R >> >>")
 
 
 def _add_checkbox(pdf, page, at, side, on):
@@ -210,15 +214,16 @@ def _add_checkbox(pdf, page, at, side, on):
     empty = _add_look(pdf, 14, 14, "1 w 2 2 10 10 re S")
     state = "/Yes" if on else "/Off"
     left = 270 + side * 20
-    return pdf.add(f"<< /Type /Annot /Subtype /Widget /FT /Btn /T (tick{at}{side}) /V {state} /AS {state} /F 4 "
-                   f"/P {page} 0 R /Rect [{left} 24 {left + 14} 38] /AP << /N << /Yes {ticked} 0 R /Off {empty} 0 R >> >> >>")
+    return pdf.add(f"<< /Type /Annot /Subtype /Widget /FT /Btn /T (tick{at}{side}) /V {state} /AS {state} "
+                   f"/F 4 /P {page} 0 R /Rect [{left} 24 {left + 14} 38] "
+                   f"/AP << /N << /Yes {ticked} 0 R /Off {empty} 0 R >> >> >>")
 
 
 def _add_choice(pdf, page, at, font):
     look = _add_look(pdf, 120, 18, "/Tx BMC q BT /F1 10 Tf 4 5 Td (Green) Tj ET Q EMC", font)
     return pdf.add(f"<< /Type /Annot /Subtype /Widget /FT /Ch /Ff 131072 /T (colour{at}) /V (Green) "
-                   f"/Opt [(Red) (Green) (Blue)] /F 4 /P {page} 0 R /Rect [320 24 440 42] /DA (/F1 10 Tf 0 g) "
-                   f"/AP << /N {look} 0 R >> >>")
+                   f"/Opt [(Red) (Green) (Blue)] /F 4 /P {page} 0 R /Rect [320 24 440 42] "
+                   f"/DA (/F1 10 Tf 0 g) /AP << /N {look} 0 R >> >>")
 
 
 def _add_look(pdf, width, height, content, font=None):
@@ -242,6 +247,7 @@ def _add_picture(pdf, index, width=320, height=240):
 
 def _illustrated_page(prose, index):
     lines = "\n".join(f"{text(line)} Tj T*" for line in prose.lines(18))
-    curves = "\n".join(f"{at / 40:.3f} 0.3 0.6 RG {72 + at} 120 m {100 + at} {200 + at * 3} {300 - at} {60 + at * 4} "
-                       f"{500 - at * 2} {150 + (at * index) % 90} c S" for at in range(40))
-    return (f"BT /F1 11 Tf 14 TL 72 780 Td\n{lines}\nET\nq 400 0 0 230 97 270 cm /Im{index} Do Q\n0.7 w\n{curves}\n")
+    curves = "\n".join(f"{at / 40:.3f} 0.3 0.6 RG {72 + at} 120 m {100 + at} {200 + at * 3} {300 - at} "
+                       f"{60 + at * 4} {500 - at * 2} {150 + (at * index) % 90} c S" for at in range(40))
+    return (f"BT /F1 11 Tf 14 TL 72 780 Td\n{lines}\nET\n"
+            f"q 400 0 0 230 97 270 cm /Im{index} Do Q\n0.7 w\n{curves}\n")

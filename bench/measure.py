@@ -5,6 +5,7 @@ import os
 import statistics
 import subprocess
 import tempfile
+from collections.abc import Callable
 from dataclasses import dataclass, field
 
 from corpusTools.driver import Driver
@@ -12,7 +13,7 @@ from corpusTools.driver import Driver
 
 @dataclass
 class Sample:
-    """Medians over the rounds. Times in milliseconds, `peak` and `bytes` in bytes."""
+    """What the rounds measured, with medians. Times in milliseconds, peaks and `bytes` in bytes."""
     times: list = field(default_factory=list)
     peaks: list = field(default_factory=list)
     bytes: int = 0
@@ -33,12 +34,12 @@ class Tool:
     output: str = ""
 
 
+@dataclass
 class Job:
-    """One piece of work for the driver. `steps(ask)` does it and returns what its answers say, of which `ms` counts."""
-
-    def __init__(self, steps, output=""):
-        self.steps = steps
-        self.output = output
+    """One piece of work for the driver: `steps(ask)` does it and returns the milliseconds that count.
+    `output` is the file that it writes, if any."""
+    steps: Callable
+    output: str = ""
 
 
 def rounds(driver, job, tools, runs):
@@ -59,10 +60,9 @@ def rounds(driver, job, tools, runs):
 def _run_job(driver, job, sample, counts):
     _remove(job.output)
     with Driver(driver) as session:
-        ask = session.ask
-        idle = ask("rss")["peak"]
-        ms = job.steps(ask)
-        grown = ask("rss")["peak"] - idle
+        idle = session.ask("rss")["peak"]
+        ms = job.steps(session.ask)
+        grown = session.ask("rss")["peak"] - idle
     if counts:
         sample.times.append(ms)
         sample.peaks.append(grown)
@@ -72,8 +72,8 @@ def _run_job(driver, job, sample, counts):
 def _run_tool(tool, sample, counts):
     _remove(tool.output)
     with tempfile.NamedTemporaryFile(suffix=".json") as result:
-        subprocess.run(["hyperfine", "-N", "--runs", "1", "--style", "none", "--export-json", result.name,
-                        _quoted(tool.command)], check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        _quietly(["hyperfine", "-N", "--runs", "1", "--style", "none", "--export-json", result.name,
+                  _quoted(tool.command)])
         seconds = json.load(result)["results"][0]["median"]
     if counts:
         sample.times.append(seconds * 1000)
@@ -82,9 +82,12 @@ def _run_tool(tool, sample, counts):
 def tool_peak(command):
     """The largest resident size that the command reached, in bytes."""
     with tempfile.NamedTemporaryFile("r") as report:
-        subprocess.run(["/usr/bin/time", "-f", "%M", "-o", report.name, *command], check=True,
-                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        _quietly(["/usr/bin/time", "-f", "%M", "-o", report.name, *command])
         return int(report.read().split()[-1]) * 1024
+
+
+def _quietly(command):
+    subprocess.run(command, check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
 
 def _quoted(command):

@@ -34,10 +34,12 @@ class Row:
 
     def line(self):
         sign = "<" if self.strict else "≤"
-        target = "" if self.limit is None else f"{sign} {self.limit:g}" + ("" if self.rival else f" {self.unit}")
+        unit = "" if self.rival else f" {self.unit}"
+        target = "" if self.limit is None else f"{sign} {self.limit:g}{unit}"
         ratio = f"{self.value:.2f}" if self.rival else ""
         theirs = shown(self.theirs, self.unit) if self.rival else ""
-        return f"| {self.work} | {shown(self.ours, self.unit)} | {self.rival} | {theirs} | {ratio} | {target} | {self.verdict} |"
+        cells = [self.work, shown(self.ours, self.unit), self.rival, theirs, ratio, target, self.verdict]
+        return f"| {' | '.join(cells)} |"
 
 
 def shown(number, unit):

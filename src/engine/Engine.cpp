@@ -27,6 +27,20 @@ void requireIntact(const std::vector<pdf::PageCopy>& pages)
     }
 }
 
+/// The border at which foreign exceptions become the engine's.
+template <typename Work> auto withOwnErrors(Work work)
+{
+    try {
+        return work();
+    } catch (const Cancelled&) {
+        throw;
+    } catch (const EngineError&) {
+        throw;
+    } catch (const std::exception&) {
+        throw EngineError(EngineError::Kind::WriteFailed);
+    }
+}
+
 } // namespace
 
 struct Engine::State {
@@ -34,6 +48,9 @@ struct Engine::State {
 
     pdf::Document* find(const PageSource& source, std::optional<pdf::PageGeometry>& geometry) const;
     pdf::PageCopy resolved(const PageItem& page) const;
+    QByteArray assembled(const BuildPlan& plan, const std::stop_token& stop) const;
+    std::optional<SendableImage> drawn(const PageSource& source, int turn, double longSide,
+                                       const std::stop_token& stop);
 };
 
 pdf::Document* Engine::State::find(const PageSource& source, std::optional<pdf::PageGeometry>& geometry) const
@@ -51,6 +68,41 @@ pdf::PageCopy Engine::State::resolved(const PageItem& page) const
     if (!rotation)
         throw EngineError(EngineError::Kind::MissingPage);
     return {document, page.source.index, pdf::normalisedAngle(*rotation + page.turn)};
+}
+
+QByteArray Engine::State::assembled(const BuildPlan& plan, const std::stop_token& stop) const
+{
+    std::vector<pdf::PageCopy> copies;
+    for (const PageItem& page : plan.pages)
+        copies.push_back(resolved(page));
+    requireIntact(copies);
+    try {
+        pdf::Assembly assembly(copies, stop);
+        QByteArray bytes = assembly.written(plan.password.value_or(QString()), stop);
+        requireIntact(copies); // the file may have been cut meanwhile
+        return bytes;
+    } catch (const Cancelled&) {
+        throw;
+    } catch (const std::exception&) {
+        requireIntact(copies); // if that is why, it has words of its own
+        throw;
+    }
+}
+
+std::optional<SendableImage> Engine::State::drawn(const PageSource& source, int turn, double longSide,
+                                                  const std::stop_token& stop)
+{
+    std::optional<pdf::PageGeometry> geometry;
+    pdf::Document* document = find(source, geometry);
+    if (!document || !document->isIntact())
+        return std::nullopt;
+    const QSizeF points = geometry->displaySize(turn);
+    const double scale = longSide / std::max({points.width(), points.height(), 1.0});
+    documents.noteDrawing(source.url);
+    QImage image = document->draw(source.index, pixelSize(points, scale), turn, stop);
+    if (image.isNull())
+        return std::nullopt;
+    return SendableImage{std::move(image)};
 }
 
 Engine::Engine() : m_state(std::make_unique<State>()) {}
@@ -73,51 +125,34 @@ void Engine::forget(const QUrl& url)
 
 QSizeF Engine::displaySize(const PageSource& source, int turn) const
 {
-    std::optional<pdf::PageGeometry> geometry;
-    return m_state->find(source, geometry) ? geometry->displaySize(turn) : sizeOfAMissingPage;
+    try {
+        std::optional<pdf::PageGeometry> geometry;
+        return m_state->find(source, geometry) ? geometry->displaySize(turn) : sizeOfAMissingPage;
+    } catch (const std::exception&) {
+        return sizeOfAMissingPage;
+    }
 }
 
 QByteArray Engine::build(const BuildPlan& plan, std::stop_token stop)
 {
-    std::vector<pdf::PageCopy> copies;
-    for (const PageItem& page : plan.pages)
-        copies.push_back(m_state->resolved(page));
-    requireIntact(copies);
-    try {
-        pdf::Assembly assembly(copies, stop);
-        QByteArray bytes = assembly.written(plan.password.value_or(QString()), stop);
-        requireIntact(copies); // the file may have been cut meanwhile
-        return bytes;
-    } catch (const Cancelled&) {
-        throw;
-    } catch (const EngineError&) {
-        throw;
-    } catch (const std::exception&) {
-        requireIntact(copies);
-        throw EngineError(EngineError::Kind::WriteFailed);
-    }
+    return withOwnErrors([&] { return m_state->assembled(plan, stop); });
 }
 
 std::optional<SendableImage> Engine::image(const PageSource& source, int turn, double longSide,
                                            std::stop_token stop)
 {
-    std::optional<pdf::PageGeometry> geometry;
-    pdf::Document* document = m_state->find(source, geometry);
-    if (!document || !document->isIntact())
-        return std::nullopt;
-    const QSizeF points = geometry->displaySize(turn);
-    const double scale = longSide / std::max({points.width(), points.height(), 1.0});
-    m_state->documents.noteDrawing(source.url);
-    QImage drawn = document->draw(source.index, pixelSize(points, scale), turn, stop);
-    if (drawn.isNull())
-        return std::nullopt;
-    return SendableImage{std::move(drawn)};
+    try {
+        return m_state->drawn(source, turn, longSide, stop);
+    } catch (const std::exception&) {
+        return std::nullopt; // out of memory, say: a placeholder is shown
+    }
 }
 
 QList<QByteArray> Engine::pictures(const BuildPlan& plan, double dpi, bool jpeg, std::stop_token stop)
 {
     const BuildPlan flat{plan.pages, plan.stampFiles, std::nullopt, std::nullopt};
-    return pagePictures(build(flat, stop), dpi, jpeg ? PictureFormat::Jpeg : PictureFormat::Png, stop);
+    const PictureFormat format = jpeg ? PictureFormat::Jpeg : PictureFormat::Png;
+    return withOwnErrors([&] { return pagePictures(m_state->assembled(flat, stop), dpi, format, stop); });
 }
 
 } // namespace folvane

@@ -13,7 +13,7 @@
 #include "pdf/pageLabels.h"
 #include "platform/Cancelled.h"
 
-#include <numeric>
+#include <cstdio>
 
 namespace folvane::pdf {
 
@@ -48,6 +48,18 @@ bySource(const std::vector<PageCopy>& pages, const std::vector<QPDFObjectHandle>
     return groups;
 }
 
+/// What the header says, unless the catalogue raises it (ISO 32000-2, 7.5.2).
+PDFVersion versionOf(DocumentData& source)
+{
+    PDFVersion version = source.qpdf->getVersionAsPDFVersion();
+    QPDFObjectHandle raised = source.catalogue().getKey("/Version");
+    int major = 0;
+    int minor = 0;
+    if (raised.isName() && std::sscanf(raised.getName().c_str(), "/%1d.%1d", &major, &minor) == 2)
+        version.updateIfGreater(PDFVersion(major, minor));
+    return version;
+}
+
 /// A flat page tree: the library would keep its own books of each page that is added through it.
 void setPages(QPDF& target, const std::vector<QPDFObjectHandle>& pages)
 {
@@ -79,7 +91,7 @@ void Assembly::Target::makeParts(const std::vector<PageCopy>& copies)
     for (const auto& [source, placements] : groups) {
         parts.emplace_back(qpdf, *source, placements,
                            groups.size() == 1 ? SourcePart::Company::Alone : SourcePart::Company::Merged);
-        version.updateIfGreater(source->qpdf->getVersionAsPDFVersion());
+        version.updateIfGreater(versionOf(*source));
     }
 }
 

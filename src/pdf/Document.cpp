@@ -39,6 +39,12 @@ QImage Document::draw(int index, QSize pixels, int turn, std::stop_token stop)
 {
     if (!m_data->rasteriser)
         m_data->rasteriser = rasteriserOf(*this);
+    QImage image = m_data->rasteriser ? m_data->rasteriser->draw(index, pixels, turn, stop) : QImage();
+    if (!image.isNull() || stop.stop_requested() || !m_data->readsFileAsItIs)
+        return image;
+    // The file may be stranger than it seemed; what a copy makes of it can be drawn, or nothing can.
+    m_data->readsFileAsItIs = false;
+    m_data->rasteriser = rasteriserOf(*this);
     return m_data->rasteriser ? m_data->rasteriser->draw(index, pixels, turn, stop) : QImage();
 }
 

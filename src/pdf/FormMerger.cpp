@@ -2,6 +2,10 @@
 
 #include "pdf/DocumentData.h"
 #include "pdf/defaultAppearance.h"
+#include "pdf/pageAttributes.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace folvane::pdf {
 
@@ -31,6 +35,17 @@ void renameFonts(QPDFObjectHandle field, const std::map<std::string, std::string
                                     renamedFontsInAppearance(appearance.getStringValue(), newFonts)));
 }
 
+/// Widgets that no field lists (a damaged form) are still drawn with what the form says.
+bool hasWidgets(const DocumentData& source, const SourcePart::Round& round)
+{
+    return std::any_of(round.pages.begin(), round.pages.end(), [&source](const PagePlacement& page) {
+        const auto annotations = annotationsOf(source.pages[static_cast<size_t>(page.sourcePage)]);
+        return std::any_of(annotations.begin(), annotations.end(), [](QPDFObjectHandle annotation) {
+            return annotation.getKey("/Subtype").isNameAndEquals("/Widget");
+        });
+    });
+}
+
 } // namespace
 
 void FormMerger::add(SourcePart& part)
@@ -43,7 +58,7 @@ void FormMerger::add(SourcePart& part)
 
 void FormMerger::addRound(SourcePart& part, SourcePart::Round& round)
 {
-    if (round.keptFields.empty())
+    if (round.keptFields.empty() && !hasWidgets(part.source(), round))
         return;
     const std::vector<FormTree::Node>& nodes = part.source().form().nodes;
     std::vector<QPDFObjectHandle> topLevel;
@@ -134,7 +149,7 @@ FormMerger::NameMap FormMerger::mergeDefaultResources(SourcePart::Round& round, 
 void FormMerger::takeDefaults(SourcePart::Round& round, QPDFObjectHandle form,
                               const std::vector<QPDFObjectHandle>& topLevel, const NameMap& newFonts)
 {
-    const bool isFirst = m_fields.getArrayNItems() == 0;
+    const bool isFirst = !std::exchange(m_isNeeded, true);
     for (const char* key : {"/DA", "/Q"}) {
         QPDFObjectHandle value = round.copier.copy(form.getKey(key));
         if (isFirst && !value.isNull())
@@ -154,7 +169,7 @@ void FormMerger::takeDefaults(SourcePart::Round& round, QPDFObjectHandle form,
 
 QPDFObjectHandle FormMerger::form()
 {
-    if (m_fields.getArrayNItems() == 0)
+    if (!m_isNeeded)
         return QPDFObjectHandle::newNull();
     m_form.replaceKey("/Fields", m_fields);
     if (m_calculationOrder.getArrayNItems() > 0)

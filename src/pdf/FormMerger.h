@@ -15,7 +15,7 @@ public:
 
     /// Copies the fields of a part whose pages have been copied.
     void add(SourcePart& part);
-    /// The finished form; null without any field.
+    /// The finished form; null when no page has anything of a form.
     QPDFObjectHandle form();
 
 private:
@@ -32,6 +32,7 @@ private:
     QPDFObjectHandle m_fields = QPDFObjectHandle::newArray();
     QPDFObjectHandle m_calculationOrder = QPDFObjectHandle::newArray();
     std::set<std::string> m_names;
+    bool m_isNeeded = false;
 };
 
 } // namespace folvane::pdf

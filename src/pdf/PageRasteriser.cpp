@@ -1,7 +1,8 @@
 #include "pdf/PageRasteriser.h"
 
-// Poppler's core (pkg-config module "poppler", private headers) and not its Qt face: that one makes a new output
-// device for each page and so loads every font again, which doubles the time of a small picture of a text page.
+// Poppler's core (pkg-config module "poppler", private headers) and not its Qt face: that one makes a new
+// output device for each page and so loads every font again, which doubles the time of a small picture of a
+// text page.
 #include <Error.h>
 #include <GlobalParams.h>
 #include <PDFDoc.h>
@@ -22,7 +23,8 @@ constexpr qint64 bitmapLimit = qint64(1) << 30; // bytes
 /// Reads a held source by position; each stream has a position of its own.
 class SourceStream final : public BaseSeekInputStream {
 public:
-    SourceStream(std::shared_ptr<const SourceFile> file, Goffset from, bool limited, Goffset size, Object&& dict)
+    SourceStream(std::shared_ptr<const SourceFile> file, Goffset from, bool limited, Goffset size,
+                 Object&& dict)
         : BaseSeekInputStream(from, limited, size, std::move(dict)), m_file(std::move(file))
     {
     }
@@ -100,7 +102,8 @@ QImage asImage(std::unique_ptr<SplashBitmap> bitmap)
 class PageRasteriser::Library {
 public:
     explicit Library(std::shared_ptr<const SourceFile> file)
-        : m_file(std::move(file)), m_document(new SourceStream(m_file, 0, false, m_file->size(), Object(objNull)))
+        : m_file(std::move(file)),
+          m_document(new SourceStream(m_file, 0, false, m_file->size(), Object(objNull)))
     {
         startDevice();
     }
@@ -149,8 +152,8 @@ QImage PageRasteriser::Library::draw(int index, QSize pixels, int turn, std::sto
     const double down = 72 * pixels.height() / points.height();
     if (!std::isfinite(across) || !std::isfinite(down))
         return {};
-    page->displaySlice(&m_device, across, down, rotation - page->getRotate(), false, true, 0, 0, pixels.width(),
-                      pixels.height(), false, &asksToStop, &stop);
+    page->displaySlice(&m_device, across, down, rotation - page->getRotate(), false, true, 0, 0,
+                       pixels.width(), pixels.height(), false, &asksToStop, &stop);
     if (stop.stop_requested() || !isUnchanged())
         return {};
     const QImage image = asImage(std::unique_ptr<SplashBitmap>(m_device.takeBitmap()));
@@ -165,14 +168,16 @@ std::unique_ptr<PageRasteriser> PageRasteriser::open(std::shared_ptr<const Sourc
 {
     prepareLibrary();
     auto library = std::make_unique<Library>(std::move(file));
-    return library->isReadable() ? std::unique_ptr<PageRasteriser>(new PageRasteriser(std::move(library))) : nullptr;
+    return library->isReadable() ? std::unique_ptr<PageRasteriser>(new PageRasteriser(std::move(library)))
+                                 : nullptr;
 }
 
 std::unique_ptr<PageRasteriser> PageRasteriser::open(QByteArray bytes)
 {
     prepareLibrary();
     auto library = std::make_unique<Library>(std::move(bytes));
-    return library->isReadable() ? std::unique_ptr<PageRasteriser>(new PageRasteriser(std::move(library))) : nullptr;
+    return library->isReadable() ? std::unique_ptr<PageRasteriser>(new PageRasteriser(std::move(library)))
+                                 : nullptr;
 }
 
 int PageRasteriser::pageCount() const

@@ -64,6 +64,14 @@ std::optional<Label> labelAt(const Ranges& ranges, long long page)
     return label;
 }
 
+Label labelOf(const LabelledPage& page, const Ranges& ranges, long long position)
+{
+    if (ranges.empty())
+        return {"/D", {}, position + 1};
+    // A page before the first range shows its number in the source.
+    return labelAt(ranges, page.sourcePage).value_or(Label{"/D", {}, page.sourcePage + 1LL});
+}
+
 QPDFObjectHandle entryOf(const Label& label)
 {
     QPDFObjectHandle entry = QPDFObjectHandle::newDictionary();
@@ -93,8 +101,7 @@ QPDFObjectHandle joinedPageLabels(const std::vector<LabelledPage>& pages)
     std::optional<Label> before;
     for (size_t i = 0; i < pages.size(); ++i) {
         const auto position = static_cast<long long>(i);
-        const Label label =
-            labelAt(rangesOf[pages[i].source], pages[i].sourcePage).value_or(Label{"/D", {}, position + 1});
+        const Label label = labelOf(pages[i], rangesOf[pages[i].source], position);
         if (!before || !label.continues(*before)) {
             numbers.appendItem(QPDFObjectHandle::newInteger(position));
             numbers.appendItem(entryOf(label));

@@ -15,8 +15,8 @@ struct Contents {
     bool isLocked = false; // no password opened the file
 };
 
-/// What stands in object streams. `file` is one that qpdf can open, with one of the passwords. Of a stream that is cut
-/// off or damaged, the objects before the damage. All together at most 256 MB are unpacked.
+/// What stands in object streams. `file` is one that qpdf can open, with one of the passwords. Of a stream
+/// that is cut off or damaged, the objects before the damage. All together at most 256 MB are unpacked.
 Contents contentsOf(const std::vector<FoundObject>& objectStreams, const QByteArray& file,
                     const std::vector<std::string>& passwords);
 

@@ -18,8 +18,8 @@ QByteArray joined(const std::vector<QByteArray>& items)
     return text + ']';
 }
 
-/// The dictionary's text with some entries replaced or added; one without a value is taken out, and so is each old one
-/// with a damaged value.
+/// The dictionary's text with some entries replaced or added; one without a value is taken out, and so is
+/// each old one with a damaged value.
 QByteArray withEntries(const Dictionary& dictionary,
                        const std::vector<std::pair<QByteArray, QByteArray>>& replaced)
 {
@@ -215,8 +215,8 @@ bool TreeBuilder::takeNewKid(std::vector<Visited>& nodes, size_t place, std::opt
     return true;
 }
 
-/// True when the kid is a page, or a node that was not met before. Each object is read once, however often it is
-/// referred to; a tree may show a page twice.
+/// True when the kid is a page, or a node that was not met before. Each object is read once, however often it
+/// is referred to; a tree may show a page twice.
 bool TreeBuilder::takeKid(std::vector<Visited>& nodes, size_t place, QByteArrayView kid)
 {
     const auto id = asReference(kid);

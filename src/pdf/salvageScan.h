@@ -24,8 +24,9 @@ struct Scan {
         trailers; // dictionaries, those of cross-reference streams too, even cut off ones
 };
 
-/// Looks through a whole file for "N G obj". Numbers above 8388607 are passed over. The data of streams is skipped, so
-/// that a file within the file stays hidden: by /Length where "endstream" follows, else up to whatever ends it.
+/// Looks through a whole file for "N G obj". Numbers above 8388607 are passed over. The data of streams is
+/// skipped, so that a file within the file stays hidden: by /Length where "endstream" follows, else up to
+/// whatever ends it.
 Scan scan(QByteArrayView file);
 
 /// The value of /Type, empty when there is none.

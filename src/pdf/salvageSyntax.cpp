@@ -73,8 +73,8 @@ bool isTooLong(const Token& token)
 
 bool endsValue(const Token& token)
 {
-    return token.kind == Kind::End || isTooLong(token) ||
-           (token.kind == Kind::Word && standsBetweenObjects(token.text));
+    return token.kind == Kind::End || isTooLong(token)
+           || (token.kind == Kind::Word && standsBetweenObjects(token.text));
 }
 
 bool isHexDigit(char c)
@@ -84,13 +84,15 @@ bool isHexDigit(char c)
 
 bool isSoundString(QByteArrayView string)
 {
-    return string.front() == '(' || std::all_of(string.begin() + 1, string.end() - 1,
-                                                [](char c) { return isHexDigit(c) || isSpace(c); });
+    return string.front() == '(' || std::all_of(string.begin() + 1, string.end() - 1, [](char c) {
+               return isHexDigit(c) || isSpace(c);
+           });
 }
 
 bool isSoundWord(QByteArrayView word)
 {
-    const bool isReal = std::all_of(word.begin(), word.end(), [](char c) { return isDigit(c) || c == '.' || c == '-'; });
+    const bool isReal =
+        std::all_of(word.begin(), word.end(), [](char c) { return isDigit(c) || c == '.' || c == '-'; });
     return isReal || word == "true" || word == "false" || word == "null" || word == "R";
 }
 
@@ -110,7 +112,8 @@ bool isSoundIn(const Nesting& nesting, const Token& token)
     return true;
 }
 
-/// Where "G R" ends behind a number, or nothing. Looks ahead a little only, or long strings would be read twice.
+/// Where "G R" ends behind a number, or nothing. Looks ahead a little only, or long strings would be read
+/// twice.
 std::optional<qsizetype> endOfReference(QByteArrayView text, qsizetype at)
 {
     Tokens tokens(text.first(std::min<qsizetype>(text.size(), at + 64)), at);

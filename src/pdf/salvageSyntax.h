@@ -6,8 +6,8 @@
 #include <optional>
 #include <vector>
 
-/// The little of the PDF syntax that is needed to find objects in a file without a cross-reference. Nothing throws,
-/// nothing recurses, and views point into the text that was given.
+/// The little of the PDF syntax that is needed to find objects in a file without a cross-reference. Nothing
+/// throws, nothing recurses, and views point into the text that was given.
 namespace folvane::pdf::salvage {
 
 struct Reference {
@@ -76,8 +76,8 @@ struct ReadValue {
     qsizetype reached = 0;
 };
 
-/// The value that begins at or behind `at`. Nesting above 500 counts as cut off, and so does a value with a whole number
-/// of 19 digits in it, which would make qpdf throw wherever it meets the value.
+/// The value that begins at or behind `at`. Nesting above 500 counts as cut off, and so does a value with a
+/// whole number of 19 digits in it, which would make qpdf throw wherever it meets the value.
 ReadValue readValue(QByteArrayView text, qsizetype at);
 
 std::optional<qint64> asInteger(QByteArrayView value);
@@ -85,8 +85,8 @@ std::optional<Reference> asReference(QByteArrayView value);
 /// The values in an array, empty when it is none.
 std::vector<QByteArrayView> asArray(QByteArrayView value);
 
-/// Whether a stricter reader takes the value as it stands: brackets match, every word has a meaning, and strings and
-/// numbers are well formed.
+/// Whether a stricter reader takes the value as it stands: brackets match, every word has a meaning, and
+/// strings and numbers are well formed.
 bool isSound(QByteArrayView value);
 
 /// "N G R"

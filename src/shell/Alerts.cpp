@@ -54,10 +54,11 @@ void Alerts::showClosing()
     const OpenFilePtr file = m_model.closingFile.value();
     if (!file)
         return;
-    m_closing = new Alert(tr("Save changes to “%1”?").arg(file->name),
-                          tr("Your changes will be lost if you close it without saving. The original file stays as it "
-                             "was."),
-                          m_window);
+    m_closing = new Alert(
+        tr("Save changes to “%1”?").arg(file->name),
+        tr("Your changes will be lost if you close it without saving. The original file stays as it "
+           "was."),
+        m_window);
     m_closing->addButton(tr("Save As…"), Alert::Role::Default, [this, file] { spawn(m_model.saveAs(file)); });
     m_closing->addButton(tr("Don't Save"), Alert::Role::Destructive, [this, file] { m_model.close(file); });
     m_closing->addButton(tr("Cancel"), Alert::Role::Cancel);

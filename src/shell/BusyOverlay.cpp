@@ -13,7 +13,9 @@
 namespace folvane {
 
 BusyOverlay::BusyOverlay(QWidget* window)
-    : QWidget(window), m_panel(new QWidget(this)), m_title(new QLabel(m_panel)),
+    : QWidget(window),
+      m_panel(new QWidget(this)),
+      m_title(new QLabel(m_panel)),
       m_cancel(new Button(Button::Kind::Secondary, tr("Cancel"), m_panel))
 {
     setFocusPolicy(Qt::StrongFocus);
@@ -68,8 +70,8 @@ void BusyOverlay::paintEvent(QPaintEvent*)
     const QRectF panel = m_panel->geometry();
     for (int spread = 12; spread >= 1; --spread) {
         painter.setBrush(QColor(0, 0, 0, 4));
-        painter.drawRoundedRect(panel.adjusted(-spread, -spread, spread, spread).translated(0, 6), 18 + spread,
-                                18 + spread);
+        painter.drawRoundedRect(panel.adjusted(-spread, -spread, spread, spread).translated(0, 6),
+                                18 + spread, 18 + spread);
     }
     painter.setBrush(theme::surface);
     painter.drawRoundedRect(panel, 18, 18);

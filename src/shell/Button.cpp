@@ -58,7 +58,8 @@ QSize Button::sizeHint() const
         return QSize(height, height) + QSize(2, 2) * focusRoom;
     const QString shown = QString(text()).remove(QLatin1Char('&'));
     const int icon = this->icon().isNull() ? 0 : iconSize().width() + iconGap;
-    return QSize(fontMetrics().horizontalAdvance(shown) + icon + 2 * m.horizontal, height) + QSize(2, 2) * focusRoom;
+    return QSize(fontMetrics().horizontalAdvance(shown) + icon + 2 * m.horizontal, height)
+           + QSize(2, 2) * focusRoom;
 }
 
 QRectF Button::frame() const

@@ -23,10 +23,12 @@ constexpr std::string_view picturesOption = "pictures";
 
 } // namespace
 
-bool asksForPictures(int count, const char* const* arguments)
+bool needsNoDisplay(int count, const char* const* arguments)
 {
     return std::any_of(arguments, arguments + count, [](std::string_view argument) {
-        return argument.starts_with("--") && argument.substr(2).starts_with(picturesOption);
+        return argument == "-h" || argument == "-v" || argument.starts_with("--help")
+               || argument == "--version"
+               || (argument.starts_with("--") && argument.substr(2).starts_with(picturesOption));
     });
 }
 
@@ -36,13 +38,15 @@ CommandLine readCommandLine(const QStringList& arguments)
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOption({pictures,
-                      QCoreApplication::translate("folvane::CommandLine",
-                                                  "Save pictures of the window to FOLDER, without a display, and end."),
-                      QStringLiteral("FOLDER")});
-    parser.addPositionalArgument(QStringLiteral("FILES"),
-                                 QCoreApplication::translate("folvane::CommandLine", "PDFs and images to open."),
-                                 QStringLiteral("[FILES]"));
+    parser.addOption(
+        {pictures,
+         QCoreApplication::translate("folvane::CommandLine",
+                                     "Save pictures of the window to FOLDER, without a display, and end."),
+         QStringLiteral("FOLDER")});
+    parser.addPositionalArgument(
+        QStringLiteral("FILES"),
+        QCoreApplication::translate("folvane::CommandLine", "PDFs and images to open."),
+        QStringLiteral("[FILES]"));
     if (!parser.parse(arguments))
         refuse(parser, parser.errorText());
     if (parser.isSet(QStringLiteral("help")))

@@ -18,8 +18,7 @@ struct CommandLine {
 /// the process on --help, --version, and anything that it does not know.
 CommandLine readCommandLine(const QStringList& arguments);
 
-/// Whether the arguments ask for pictures of the window: looked at before there is an application, because it then
-/// needs no display.
-bool asksForPictures(int count, const char* const* arguments);
+/// Whether the arguments ask for something that needs no display: looked at before there is an application.
+bool needsNoDisplay(int count, const char* const* arguments);
 
 } // namespace folvane

@@ -33,7 +33,8 @@ void Commands::fillFileMenu(QMenuBar* bar)
                    {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), QKeySequence(Qt::CTRL | Qt::Key_S)},
                    [this] { spawn(m_model.saveAs(m_file)); });
     m_extract = add(tr("Extract All Pages…"), {}, [this] { spawn(m_model.extract(m_file)); });
-    m_closeFile = add(tr("Close File"), {QKeySequence(Qt::CTRL | Qt::Key_W)}, [this] { m_model.requestClose(m_file); });
+    m_closeFile =
+        add(tr("Close File"), {QKeySequence(Qt::CTRL | Qt::Key_W)}, [this] { m_model.requestClose(m_file); });
     menu->addSeparator();
     add(tr("Quit"), {QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] { emit quitRequested(); });
 }

@@ -132,7 +132,8 @@ QWidget* DocumentView::makeTopBar()
     m_more = new QMenu(this);
     connect(left, &Button::clicked, this, [this] { turn(false); });
     connect(right, &Button::clicked, this, [this] { turn(true); });
-    connect(m_delete, &Button::clicked, this, [this] { m_model.deletePages(m_file, m_file->selection.value()); });
+    connect(m_delete, &Button::clicked, this,
+            [this] { m_model.deletePages(m_file, m_file->selection.value()); });
     connect(m_extract, &Button::clicked, this, [this] { spawn(m_model.extract(m_file)); });
     connect(m_save, &Button::clicked, this, [this] { spawn(m_model.saveAs(m_file)); });
     connect(more, &Button::clicked, this, [this, more] {
@@ -153,8 +154,9 @@ QWidget* DocumentView::makeFooter()
     icon->setPixmap(themedIcon(Icon::Info, theme::secondaryText).pixmap(QSize(15, 15), devicePixelRatioF()));
     auto* hint = new ElidedLabel(footer);
     hint->setFont(interfaceFont(11.5));
-    hint->setText(tr("Drag to reorder. Drop PDFs or images to add pages. Save As… makes a new file; the original stays "
-                     "as it is."));
+    hint->setText(
+        tr("Drag to reorder. Drop PDFs or images to add pages. Save As… makes a new file; the original stays "
+           "as it is."));
     setTextColor(hint, theme::secondaryText);
     row->addWidget(icon);
     row->addWidget(hint, 1);
@@ -169,7 +171,8 @@ void DocumentView::setFile(OpenFilePtr file)
     m_file = std::move(file);
     m_grid->setFile(m_file);
     if (m_file)
-        m_watches.keep([this] { refresh(); }, m_file->pages, m_file->selection, m_file->isEdited, m_model.busy);
+        m_watches.keep([this] { refresh(); }, m_file->pages, m_file->selection, m_file->isEdited,
+                       m_model.busy);
 }
 
 void DocumentView::refresh()
@@ -180,7 +183,8 @@ void DocumentView::refresh()
     m_status->setText(statusLine(*m_file));
     m_delete->setEnabled(selected);
     m_extract->setEnabled(!busy);
-    m_extract->setToolTip(selected ? tr("Save the selected pages as a new PDF") : tr("Save all pages as a new PDF"));
+    m_extract->setToolTip(selected ? tr("Save the selected pages as a new PDF")
+                                   : tr("Save all pages as a new PDF"));
     m_save->setEnabled(!busy);
 }
 
@@ -193,7 +197,8 @@ void DocumentView::fillMoreMenu()
 {
     const OpenFilePtr file = m_file;
     m_more->clear();
-    m_more->addAction(tr("Insert Pages from Files…"), this, [this, file] { spawn(chooseAndInsert(&m_model, file)); });
+    m_more->addAction(tr("Insert Pages from Files…"), this,
+                      [this, file] { spawn(chooseAndInsert(&m_model, file)); });
     m_more->addAction(extractTitle(*file), this, [this, file] { spawn(m_model.extract(file)); })
         ->setEnabled(!m_model.busy.value());
 }
@@ -207,10 +212,12 @@ void DocumentView::showPageMenu(const QUuid& page, const QPoint& position)
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(tr("Rotate Left"), this, [this, file, pages] { m_model.turn(file, pages, false); });
     menu->addAction(tr("Rotate Right"), this, [this, file, pages] { m_model.turn(file, pages, true); });
-    menu->addAction(tr("Extract…"), this, [this, file, pages] {
-        file->selection = pages;
-        spawn(m_model.extract(file));
-    })->setEnabled(!m_model.busy.value());
+    menu->addAction(tr("Extract…"), this,
+                    [this, file, pages] {
+                        file->selection = pages;
+                        spawn(m_model.extract(file));
+                    })
+        ->setEnabled(!m_model.busy.value());
     menu->addSeparator();
     menu->addAction(tr("Delete"), this, [this, file, pages] { m_model.deletePages(file, pages); });
     menu->popup(position);

@@ -29,8 +29,10 @@ QFont countFont()
 } // namespace
 
 FileRow::FileRow(AppModel& model, OpenFilePtr file, QWidget* parent)
-    : SidebarRow(file->isPDF ? Icon::Document : Icon::Pictures, file->name, parent), m_model(model),
-      m_file(std::move(file)), m_close(new QToolButton(this))
+    : SidebarRow(file->isPDF ? Icon::Document : Icon::Pictures, file->name, parent),
+      m_model(model),
+      m_file(std::move(file)),
+      m_close(new QToolButton(this))
 {
     m_close->setIcon(themedIcon(Icon::Close, theme::secondaryText));
     m_close->setIconSize(QSize(14, 14));

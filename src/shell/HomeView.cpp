@@ -51,7 +51,8 @@ HomeView::HomeView(AppModel& model, QWidget* parent) : QWidget(parent)
     const auto choose = [&model] { spawn(model.chooseAndOpen()); };
     connect(zone, &DropZone::clicked, this, choose);
     connect(open, &Button::clicked, this, choose);
-    connect(zone, &DropZone::filesDropped, this, [&model](const QList<QUrl>& files) { spawn(model.open(files)); });
+    connect(zone, &DropZone::filesDropped, this,
+            [&model](const QList<QUrl>& files) { spawn(model.open(files)); });
     setFocusProxy(open);
 }
 

@@ -5,8 +5,8 @@
 #include "shell/Theme.h"
 #include "shell/pageCell.h"
 
-#include <QPainter>
 #include <QPaintEvent>
+#include <QPainter>
 #include <QScrollBar>
 
 namespace folvane {
@@ -17,7 +17,8 @@ constexpr int pictureLongSide = 360; // pixels, at every screen scale
 
 } // namespace
 
-PageGrid::PageGrid(AppModel& model, QWidget* parent) : QListView(parent), m_model(model), m_pictures(model.engine())
+PageGrid::PageGrid(AppModel& model, QWidget* parent)
+    : QListView(parent), m_model(model), m_pictures(model.engine())
 {
     setModel(&m_pages);
     setAccessibleName(tr("Pages"));

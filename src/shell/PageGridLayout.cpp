@@ -43,8 +43,8 @@ int PageGridLayout::height() const
 QRect PageGridLayout::cell(int index) const
 {
     const int columnStep = columnWidth(*this) + columnSpacing;
-    return {left(*this) + index % columns() * columnStep, padding + index / columns() * rowStep, columnWidth(*this),
-            cellHeight};
+    return {left(*this) + index % columns() * columnStep, padding + index / columns() * rowStep,
+            columnWidth(*this), cellHeight};
 }
 
 int PageGridLayout::at(const QPoint& point) const

@@ -89,7 +89,8 @@ void PagePictures::startMore()
 
 QCoro::Task<> PagePictures::make(Key key, std::stop_token stop)
 {
-    const std::optional<SendableImage> made = co_await m_engine.image(key.source, key.turn, key.longSide, stop);
+    const std::optional<SendableImage> made =
+        co_await m_engine.image(key.source, key.turn, key.longSide, stop);
     if (stop.stop_requested()) // `this` may be gone, or wants it no longer
         co_return;
     m_underWay.remove(key);

@@ -33,16 +33,18 @@ PasswordPrompt::PasswordPrompt(const PasswordRequest& request, QWidget* parent)
     setWindowTitle(tr("“%1” is locked").arg(request.fileName));
     setFixedWidth(promptWidth);
     auto* icon = new QLabel(this);
-    icon->setPixmap(themedIcon(Icon::Lock, theme::accent).pixmap(QSize(iconSide, iconSide), devicePixelRatioF()));
+    icon->setPixmap(
+        themedIcon(Icon::Lock, theme::accent).pixmap(QSize(iconSide, iconSide), devicePixelRatioF()));
     auto* title = new QLabel(this);
     title->setTextFormat(Qt::PlainText);
     title->setFont(interfaceFont(17, Weight::Bold));
-    title->setText(fittingTitle(request.fileName, title->fontMetrics(), promptWidth - 2 * 24 - iconSide - 10));
+    title->setText(
+        fittingTitle(request.fileName, title->fontMetrics(), promptWidth - 2 * 24 - iconSide - 10));
     title->setToolTip(request.fileName.toHtmlEscaped());
-    auto* text = new QLabel(request.wasWrong
-                                ? tr("That password didn't open it. Try again.")
-                                : tr("Enter its password to open it. The password stays on this Mac."),
-                            this);
+    auto* text =
+        new QLabel(request.wasWrong ? tr("That password didn't open it. Try again.")
+                                    : tr("Enter its password to open it. The password stays on this Mac."),
+                   this);
     text->setWordWrap(true);
     m_password->setEchoMode(QLineEdit::Password);
     m_password->setPlaceholderText(tr("Password"));
@@ -71,9 +73,8 @@ PasswordPrompt::PasswordPrompt(const PasswordRequest& request, QWidget* parent)
     column->addSpacing(4);
     column->addLayout(buttons);
 
-    connect(m_password, &QLineEdit::textChanged, open, [open](const QString& typed) {
-        open->setEnabled(!typed.isEmpty());
-    });
+    connect(m_password, &QLineEdit::textChanged, open,
+            [open](const QString& typed) { open->setEnabled(!typed.isEmpty()); });
     connect(cancel, &Button::clicked, this, &QDialog::reject);
     connect(open, &Button::clicked, this, &QDialog::accept);
     connect(this, &QDialog::accepted, this, [this] { emit answered(m_password->text()); });

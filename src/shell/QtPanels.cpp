@@ -103,8 +103,9 @@ QCoro::Task<QList<QUrl>> QtPanels::chooseOpen(OpenPanel panel)
 
 QCoro::Task<bool> QtPanels::confirmReplace(QUrl existing)
 {
-    QPointer<Alert> alert = new Alert(tr("“%1” already exists. Do you want to replace it?").arg(existing.fileName()),
-                                      tr("Replacing it overwrites what it holds now."), m_window);
+    QPointer<Alert> alert =
+        new Alert(tr("“%1” already exists. Do you want to replace it?").arg(existing.fileName()),
+                  tr("Replacing it overwrites what it holds now."), m_window);
     alert->addButton(tr("Replace"), Alert::Role::Destructive);
     alert->addButton(tr("Cancel"), Alert::Role::Cancel);
     alert->open();

@@ -14,7 +14,6 @@ SidebarRow::SidebarRow(Icon icon, const QString& title, QWidget* parent)
     : QAbstractButton(parent), m_icon(icon), m_titleColor(theme::text)
 {
     setText(title);
-    setFont(interfaceFont(13));
     setFixedHeight(32);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
@@ -25,7 +24,6 @@ void SidebarRow::setCurrent(bool current)
     if (current == m_current)
         return;
     m_current = current;
-    setFont(interfaceFont(13, current ? Weight::SemiBold : Weight::Regular));
     setAccessibleDescription(current ? tr("Shown") : QString());
     update();
 }
@@ -47,10 +45,11 @@ void SidebarRow::paintEvent(QPaintEvent*)
     drawIcon(painter, m_icon, QRectF(10, (height() - 18) / 2.0, 18, 18), theme::accent);
 
     const QRect room = rect().adjusted(38, 0, -roomAtRight(), 0);
-    painter.setFont(font());
+    const QFont font = interfaceFont(13, m_current ? Weight::SemiBold : Weight::Regular);
+    painter.setFont(font);
     painter.setPen(m_titleColor);
     painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
-                     fontMetrics().elidedText(text(), Qt::ElideRight, room.width()));
+                     QFontMetrics(font).elidedText(text(), Qt::ElideRight, room.width()));
     drawAtRight(painter);
 }
 

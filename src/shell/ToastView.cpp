@@ -21,7 +21,8 @@ constexpr int widestText = 460;
 
 } // namespace
 
-ToastView::ToastView(QWidget* area) : QWidget(area), m_text(new ElidedLabel(this)), m_reveal(new QToolButton(this))
+ToastView::ToastView(QWidget* area)
+    : QWidget(area), m_text(new ElidedLabel(this)), m_reveal(new QToolButton(this))
 {
     auto* icon = new QLabel(this);
     icon->setPixmap(themedIcon(Icon::CheckCircle, theme::success).pixmap(QSize(18, 18), devicePixelRatioF()));

@@ -16,6 +16,7 @@
 #include <QPdfWriter>
 
 #include <algorithm>
+#include <cstdio>
 #include <stdexcept>
 
 namespace folvane {
@@ -35,12 +36,12 @@ void drawSamplePage(QPainter& painter, const QRect& page, int number)
                      QStringLiteral("Chapter %1").arg(number));
     const bool hasPicture = number % 3 == 1;
     if (hasPicture)
-        painter.fillRect(QRect(0, unit(0.26), page.width(), std::min(unit(0.45), page.height() - unit(0.26))), color.lighter(130));
+        painter.fillRect(QRect(0, unit(0.26), page.width(), std::min(unit(0.45), page.height() - unit(0.26))),
+                         color.lighter(130));
     const int top = unit(hasPicture ? 0.78 : 0.28);
     for (int line = 0; top + unit(line * 0.034) < page.height(); ++line) {
         const double length = line % 6 == 5 ? 0.55 : 0.94 + 0.06 * ((line * 7 + number) % 5) / 4;
-        painter.fillRect(QRect(0, top + unit(line * 0.034), unit(length), unit(0.01)),
-                         QColor(190, 188, 186));
+        painter.fillRect(QRect(0, top + unit(line * 0.034), unit(length), unit(0.01)), QColor(190, 188, 186));
     }
 }
 
@@ -68,7 +69,7 @@ QCoro::Task<> WindowPictures::take(QList<QUrl> files)
     save(QStringLiteral("home"));
     if (files.isEmpty())
         files.append(makeSample());
-    co_await m_model.open(files);
+    co_await open(files);
     const OpenFilePtr file = currentFile(m_model);
     if (!file)
         throw std::runtime_error("No file was opened.");
@@ -87,6 +88,19 @@ QCoro::Task<> WindowPictures::take(QList<QUrl> files)
     co_await takePassword();
     co_await takeAlert();
     co_await takeClosing();
+}
+
+// Nobody is there to answer: locked files are left out, and what could not be opened goes to standard error.
+QCoro::Task<> WindowPictures::open(QList<QUrl> files)
+{
+    const QCoro::Task<> opening = m_model.open(files);
+    while (!opening.isReady()) {
+        m_model.answerPassword(std::nullopt);
+        co_await painted();
+    }
+    if (const std::optional<QString> message = m_model.errorMessage.value())
+        std::fprintf(stderr, "%s\n", qPrintable(*message));
+    m_model.errorMessage = std::nullopt;
 }
 
 QCoro::Task<> WindowPictures::takePassword()
@@ -145,7 +159,9 @@ QUrl WindowPictures::makeSample() const
             writer.setPageOrientation(wide ? QPageLayout::Landscape : QPageLayout::Portrait);
             writer.newPage();
         }
-        drawSamplePage(painter, QRect(QPoint(), writer.pageLayout().paintRectPixels(writer.resolution()).size()), number);
+        drawSamplePage(painter,
+                       QRect(QPoint(), writer.pageLayout().paintRectPixels(writer.resolution()).size()),
+                       number);
     }
     painter.end();
     return QUrl::fromLocalFile(path);
@@ -153,7 +169,9 @@ QUrl WindowPictures::makeSample() const
 
 QCoro::Task<QUrl> WindowPictures::makeLocked()
 {
-    const BuildPlan plan{.pages = currentFile(m_model)->selectedPages(), .stampFiles = {}, .password = QStringLiteral("x"),
+    const BuildPlan plan{.pages = currentFile(m_model)->selectedPages(),
+                         .stampFiles = {},
+                         .password = QStringLiteral("x"),
                          .quality = std::nullopt};
     const QByteArray bytes = co_await m_model.engine().build(plan, std::stop_token());
     const QUrl locked = QUrl::fromLocalFile(m_temporary.filePath(QStringLiteral("Salary statement.pdf")));

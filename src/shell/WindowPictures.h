@@ -23,6 +23,7 @@ public:
     QCoro::Task<> take(QList<QUrl> files);
 
 private:
+    QCoro::Task<> open(QList<QUrl> files);
     QUrl makeSample() const;
     QCoro::Task<QUrl> makeLocked();
     QCoro::Task<> takePassword();

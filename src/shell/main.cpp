@@ -66,7 +66,7 @@ int runWindow(const CommandLine& line)
 
 int main(int argc, char** argv)
 {
-    if (asksForPictures(argc, argv))
+    if (needsNoDisplay(argc, argv))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     nameApplication();

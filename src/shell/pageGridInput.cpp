@@ -87,7 +87,8 @@ void PageGrid::contextMenuEvent(QContextMenuEvent* event)
     const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
     const QModelIndex index = byKey ? currentIndex() : indexAt(event->pos());
     if (const std::optional<QUuid> page = pageAt(index.row()))
-        emit pageMenuRequested(*page, byKey ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos());
+        emit pageMenuRequested(*page, byKey ? viewport()->mapToGlobal(visualRect(index).center())
+                                            : event->globalPos());
 }
 
 void PageGrid::focusInEvent(QFocusEvent* event)
@@ -126,7 +127,8 @@ bool PageGrid::moveByKey(QKeyEvent* event)
 {
     const int row = currentIndex().row();
     const int columns = pageLayout().columns();
-    const int screen = std::max(1, viewport()->height() / std::max(1, pageLayout().cell(0).height())) * columns;
+    const int screen =
+        std::max(1, viewport()->height() / std::max(1, pageLayout().cell(0).height())) * columns;
     switch (event->key()) {
     case Qt::Key_Left: goTo(row - 1, event->modifiers()); return true;
     case Qt::Key_Right: goTo(row + 1, event->modifiers()); return true;
@@ -200,7 +202,8 @@ void PageGrid::dragMoveEvent(QDragMoveEvent* event)
     const bool files = !droppedFiles(event->mimeData()).isEmpty();
     const bool page = !files && !QUuid(event->mimeData()->text()).isNull();
     setFilesOver(files);
-    setDropRow(page ? std::optional(pageLayout().dropTarget(toContent(event->position().toPoint()))) : std::nullopt);
+    setDropRow(page ? std::optional(pageLayout().dropTarget(toContent(event->position().toPoint())))
+                    : std::nullopt);
     event->setAccepted(files || page);
     if (files)
         event->setDropAction(Qt::CopyAction);

@@ -1,4 +1,4 @@
-"""Compares a saved file with its source: what the copy must still have, and what it must not have any more."""
+"""Compares a saved file with its source: what the copy must still have, and what it must have no more."""
 
 from collections import Counter
 from dataclasses import dataclass, replace
@@ -56,7 +56,8 @@ class Source:
 
 
 def compare(source, saved, kept, folder, is_turned=False):
-    """The differences between a saved file and what it should be: the pages `kept` (0-based, in order) of the source."""
+    """The differences between a saved file and what it should be: the pages `kept` of the source, given as
+    0-based places in order."""
     copy = Source(saved, source.password, folder)
     model = source.turned if is_turned else source
     found = _faults(source, copy)
@@ -64,11 +65,12 @@ def compare(source, saved, kept, folder, is_turned=False):
     if model:
         found += _pages("text", model.texts, copy.texts, kept)
         found += _pixels(model, copy, kept)
-    if copy.reader and source.reader:
+    readable = source.reader and max(kept) < len(source.reader.pages)  # else qpdf cannot judge the source
+    if copy.reader and readable:
         found += _lists(source.reader, copy.reader, kept)
     if copy.reader:
         found += _remains(copy.reader)
-    if source.reader and len(kept) < len(source.reader.pages):
+    if readable and len(kept) < len(source.reader.pages):
         found += _leaks(source, copy, kept)
     return found + _locks(source, saved)
 
@@ -84,7 +86,7 @@ def _count(copy, kept):
 
 
 def _pages(check, before, after, kept):
-    if before is None or max(kept, default=0) >= len(before):
+    if before is None or max(kept) >= len(before):
         return []  # the tool does not read the source
     if after is None or len(after) != len(kept):
         return [Difference(check, f"{len(after or [])} pages instead of {len(kept)}")]
@@ -133,7 +135,8 @@ def _bookmarks(before, after, places, whole):
     if whole:
         return _sequence("bookmarks", wanted, after.bookmarks())
     got = after.bookmarks()
-    found = _sequence("bookmarks", *([(mark.title, mark.target) for mark in marks if mark.target] for marks in (wanted, got)))
+    leading = [[(mark.title, mark.target) for mark in marks if mark.target] for marks in (wanted, got)]
+    found = _sequence("bookmarks", *leading)
     empty = [mark.title for mark, following in zip(got, [*got[1:], None])
              if not mark.target and not (following and following.level > mark.level)]
     old_empty = [mark.title for mark in before.bookmarks() if not mark.target]
@@ -169,7 +172,8 @@ def _listed(check, wanted, got):
 def _sequence(check, wanted, got):
     if wanted == got:
         return []
-    first = next((at for at, pair in enumerate(zip(wanted, got)) if pair[0] != pair[1]), min(len(wanted), len(got)))
+    unlike = (at for at, (one, other) in enumerate(zip(wanted, got)) if one != other)
+    first = next(unlike, min(len(wanted), len(got)))
     return [Difference(check, f"{len(got)} instead of {len(wanted)}; first difference at {first}: "
                               f"{got[first:first + 1]} instead of {wanted[first:first + 1]}"[:600])]
 
@@ -177,9 +181,11 @@ def _sequence(check, wanted, got):
 def _remains(reader):
     """Nothing may be in the file that nothing leads to, and no page beside the pages."""
     loose = reader.unreferenced()
-    strays = [name for name in reader.objects if reader.get(name, "/Type") == "/Page" and name not in reader.pages]
-    found = [Difference("remains", f"{len(loose)} objects that nothing refers to: {loose[:SHOWN]}")] if loose else []
-    return found + ([Difference("remains", f"{len(strays)} page objects outside the tree")] if strays else [])
+    pages = [name for name in reader.objects if reader.get(name, "/Type") == "/Page"]
+    strays = set(pages) - set(reader.pages)
+    words = [f"{len(loose)} objects that nothing refers to: {loose[:SHOWN]}"] if loose else []
+    words += [f"{len(strays)} page objects outside the tree"] if strays else []
+    return [Difference("remains", word) for word in words]
 
 
 def _leaks(source, copy, kept):
@@ -187,8 +193,8 @@ def _leaks(source, copy, kept):
     before, after = source.streams, _reader(copy.plain, streams=True)
     if not before or not after:
         return []
-    stay = before.reachable({key: item for key, item in before.root.items() if key not in AWAY_FROM_CATALOGUE},
-                            AWAY_FROM_CATALOGUE)
+    catalogue = {key: item for key, item in before.root.items() if key not in AWAY_FROM_CATALOGUE}
+    stay = before.reachable(catalogue, AWAY_FROM_CATALOGUE)
     for old in kept:
         stay |= before.reachable(before.pages[old], AWAY_FROM_PAGE)
     gone = set()
@@ -198,8 +204,9 @@ def _leaks(source, copy, kept):
     streams = (before.stream_hashes(gone) - before.stream_hashes(stay)) & after.stream_hashes(after.objects)
     known = before.strings(stay) | before.destination_names(set(kept))
     strings = (before.strings(gone) - known) & after.strings(after.objects)
-    found = [Difference("leak", f"{len(streams)} streams of left-out pages")] if streams else []
-    return found + ([Difference("leak", f"strings of left-out pages: {sorted(strings)[:SHOWN]}")] if strings else [])
+    words = [f"{len(streams)} streams of left-out pages"] if streams else []
+    words += [f"strings of left-out pages: {sorted(strings)[:SHOWN]}"] if strings else []
+    return [Difference("leak", word) for word in words]
 
 
 def _locks(source, saved):

@@ -58,7 +58,8 @@ def turned(path, folder):
 def faults(path, password=""):
     """The kinds of fault that `qpdf --check` finds, without file names and numbers."""
     code, _, errors = run("qpdf", f"--password={password}", "--check", path)
-    kinds = {_kind(line, path) for line in errors.splitlines() if line.strip() and "operation succeeded" not in line}
+    said = [line for line in errors.splitlines() if line.strip() and "operation succeeded" not in line]
+    kinds = {_kind(line, path) for line in said}
     return kinds | ({"took too long"} if code is None else set())
 
 

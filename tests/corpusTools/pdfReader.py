@@ -13,9 +13,10 @@ from dataclasses import dataclass
 
 DEPTH = 100  # of nested dictionaries; more is a loop
 REFERENCE = re.compile(r"\d+ \d+ R")
-VIEW_NUMBERS = {"/XYZ": 3, "/FitH": 1, "/FitV": 1, "/FitBH": 1, "/FitBV": 1, "/FitR": 4, "/Fit": 0, "/FitB": 0}
+VIEW_NUMBERS = {"/XYZ": 3, "/FitH": 1, "/FitV": 1, "/FitBH": 1, "/FitBV": 1, "/FitR": 4}
 ROMAN = ((1000, "m"), (900, "cm"), (500, "d"), (400, "cd"), (100, "c"), (90, "xc"), (50, "l"), (40, "xl"),
          (10, "x"), (9, "ix"), (5, "v"), (4, "iv"), (1, "i"))
+TOLD_BY_INFO = ("/Title", "/Author", "/Subject", "/Keywords")
 INHERITED_BY_FIELDS = ("/FT", "/V", "/Ff")
 
 
@@ -55,13 +56,14 @@ class Field:
 class PdfReader:
     def __init__(self, path, password="", streams=False):
         data = "inline" if streams else "none"
-        said = subprocess.run(["qpdf", f"--password={password}", "--json=2", f"--json-stream-data={data}",
-                               "--decode-level=generalized", "--json-key=qpdf", "--json-key=pages", str(path)],
-                              capture_output=True, timeout=120)
+        command = ["qpdf", f"--password={password}", "--json=2", f"--json-stream-data={data}",
+                   "--decode-level=generalized", "--json-key=qpdf", "--json-key=pages", str(path)]
+        said = subprocess.run(command, capture_output=True, timeout=120)
         try:
             whole = json.loads(said.stdout.decode("utf-8", "replace"))
-            self.objects = {name[4:]: body for name, body in whole["qpdf"][1].items() if name.startswith("obj:")}
-            self.trailer = whole["qpdf"][1]["trailer"]["value"]
+            bodies = whole["qpdf"][1]
+            self.trailer = bodies["trailer"]["value"]
+            self.objects = {name[4:]: body for name, body in bodies.items() if name.startswith("obj:")}
             self.pages = [page["object"] for page in whole["pages"]]
         except (ValueError, KeyError, IndexError) as fault:
             raise Unreadable(said.stderr.decode("utf-8", "replace").strip()[-200:] or str(fault))
@@ -125,18 +127,18 @@ class PdfReader:
 
     def info(self):
         """Title, author, subject and keywords, as far as they say something."""
-        found = {key: words(self.get(self.trailer, "/Info", key)) for key in ("/Title", "/Author", "/Subject", "/Keywords")}
+        found = {key: words(self.get(self.trailer, "/Info", key)) for key in TOLD_BY_INFO}
         return {key: said for key, said in found.items() if said}
 
     def unreferenced(self):
         """Objects that nothing in the file leads to."""
         reached = self.reachable(self.trailer)
-        containers = {"/ObjStm", "/XRef"}
-        return sorted(name for name, body in self.objects.items()
-                      if name not in reached and self.get(name, "/Type") not in containers and body.get("value", 0) is not None)
+        loose = [name for name in self.objects if name not in reached and self.value(name) is not None]
+        return sorted(name for name in loose if self.get(name, "/Type") not in ("/ObjStm", "/XRef"))
 
     def reachable(self, start, skip=()):
-        """The names of the objects that `start` leads to; keys in `skip` and pages other than `start` are not followed."""
+        """The names of the objects that `start` leads to. With `skip`, neither those keys nor other pages are
+        followed."""
         reached, waiting = set(), [start]
         stop = set(self.pages) if skip else set()
         while waiting:
@@ -289,7 +291,8 @@ class PdfReader:
             seen = seen | {item}
         item = self.value(item)
         if isinstance(item, dict):
-            return {key: self._told(below, seen) for key, below in item.items() if key not in ("/Parent", "/P", "/Length")}
+            told = {key: below for key, below in item.items() if key not in ("/Parent", "/P", "/Length")}
+            return {key: self._told(below, seen) for key, below in told.items()}
         if isinstance(item, list):
             return [self._told(below, seen) for below in item]
         return words(item) if isinstance(item, str) and item[:2] in ("u:", "b:") else item

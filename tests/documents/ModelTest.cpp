@@ -178,16 +178,22 @@ bool ModelTest::isHeld(const QUrl& lockedPdf)
     return await(engine.open(lockedPdf)).kind == OpenResult::Kind::Opened;
 }
 
+namespace {
+
+const int enoughForEveryThread = QThread::idealThreadCount() + 1;
+
+} // namespace
+
 HeldBackground::HeldBackground()
 {
     const auto waiting = [gate = m_gate] { gate->acquire(); };
-    for (int thread = 0; thread < QThread::idealThreadCount(); ++thread)
+    for (int i = 0; i < enoughForEveryThread; ++i)
         spawn(inBackground(waiting));
 }
 
 HeldBackground::~HeldBackground()
 {
-    m_gate->release(QThread::idealThreadCount());
+    m_gate->release(enoughForEveryThread);
 }
 
 QString textsIn(const QString& pdf, const QString& password)

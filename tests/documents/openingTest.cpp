@@ -134,6 +134,7 @@ TEST_F(Opening, ThreeLockedFilesAskOneAfterTheOther)
 TEST_F(Opening, ASecondOneWaitsWithItsQuestion)
 {
     QCoro::Task<> first = model->open({putLockedPdf("a.pdf", 1, "a")});
+    runUntil([this] { return model->passwordRequest.value().has_value(); });
     QCoro::Task<> second = model->open({putLockedPdf("b.pdf", 1, "b")});
     drainEngine();
     ASSERT_TRUE(model->passwordRequest.value());

@@ -27,15 +27,19 @@ QProcessEnvironment separateFrom(const QString& folder)
     return environment;
 }
 
-void openTo(const QString& path, bool writable)
+void openToAll(const QString& path)
 {
     using Permission = QFileDevice::Permission;
-    auto permissions = QFile::permissions(path) | Permission::ReadOther | Permission::ExeOther
-                       | Permission::ReadGroup | Permission::ExeGroup;
-    if (writable)
-        permissions |= Permission::WriteOther | Permission::WriteGroup;
-    if (!QFile::setPermissions(path, permissions))
+    const auto more =
+        Permission::ReadOther | Permission::ExeOther | Permission::ReadGroup | Permission::ExeGroup;
+    if (!QFile::setPermissions(path, QFile::permissions(path) | more))
         throw std::runtime_error("permissions cannot be set");
+}
+
+void giveToNobody(const QString& path)
+{
+    if (::chown(QFile::encodeName(path).constData(), nobody, nobody) != 0)
+        throw std::runtime_error("a folder cannot be given away");
 }
 
 // Another user may not be able to reach the build folder.
@@ -44,7 +48,7 @@ QString copyOfDriver(const QString& folder)
     const QString copy = folder + QStringLiteral("/driver-of-nobody");
     if (!QFile::exists(copy) && !QFile::copy(QStringLiteral(FOLVANE_DRIVER), copy))
         throw std::runtime_error("the driver cannot be copied");
-    openTo(copy, false);
+    openToAll(copy);
     return copy;
 }
 
@@ -60,13 +64,14 @@ DriverProcess::DriverProcess(const QString& folder, User user)
 {
     const QString home = folder + QStringLiteral("/home");
     QDir().mkpath(home);
+    QFile::setPermissions(home, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     m_process.setProcessEnvironment(separateFrom(home));
     m_process.setWorkingDirectory(folder);
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.setProgram(QStringLiteral(FOLVANE_DRIVER));
     if (user == User::Nobody && ::geteuid() == 0) {
-        openTo(folder, false);
-        openTo(home, true);
+        openToAll(folder);
+        giveToNobody(home);
         m_process.setProgram(copyOfDriver(folder));
         m_process.setChildProcessModifier(becomeNobody);
     }

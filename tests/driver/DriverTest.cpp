@@ -7,6 +7,21 @@
 #include <ostream>
 #include <stdexcept>
 
+void PrintTo(const QJsonObject& object, std::ostream* out)
+{
+    *out << QJsonDocument(object).toJson(QJsonDocument::Compact).toStdString();
+}
+
+void PrintTo(const QJsonArray& array, std::ostream* out)
+{
+    *out << QJsonDocument(array).toJson(QJsonDocument::Compact).toStdString();
+}
+
+void PrintTo(const QJsonValue& value, std::ostream* out)
+{
+    PrintTo(QJsonArray{value}, out);
+}
+
 namespace folvane {
 
 namespace {

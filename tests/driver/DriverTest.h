@@ -6,7 +6,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <iosfwd>
 #include <memory>
+
+void PrintTo(const QJsonObject& object, std::ostream* out);
+void PrintTo(const QJsonArray& array, std::ostream* out);
+void PrintTo(const QJsonValue& value, std::ostream* out);
 
 namespace folvane {
 

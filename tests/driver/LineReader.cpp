@@ -1,6 +1,9 @@
 #include "LineReader.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <utility>
+
 #include <unistd.h>
 
 namespace folvane::driver {

@@ -13,7 +13,7 @@ class PanelScript {
 public:
     Panels& panels() { return m_panels; }
 
-    /// Takes the answers from `to`, `folder`, `files` and `replace`; those of the request before are forgotten.
+    /// Takes the answers from `to`, `folder`, `files` and `replace`; the earlier ones are forgotten.
     void load(const Request& request);
     /// What was asked since it was last taken.
     QJsonArray takeAsked();

@@ -11,7 +11,7 @@ namespace folvane::driver {
 class Request;
 
 /// What one request answers when it is asked for passwords, and what it was asked.
-/// A question names a file without its folder, so files of one name are told apart by their order in the request.
+/// A question names a file without its folder: files of one name are told apart by their order.
 class PasswordScript {
 public:
     explicit PasswordScript(const Request& request);

@@ -16,8 +16,8 @@ public:
     explicit BadRequest(const QString& why) : std::runtime_error(why.toStdString()) {}
 };
 
-/// One request. A field that is there with another type than asked for is a BadRequest, as is a required one that
-/// is missing; null counts as missing.
+/// One request. A field that is there with another type than asked for is a BadRequest, as is a required one
+/// that is missing; null counts as missing.
 class Request {
 public:
     Request() = default;

@@ -2,8 +2,8 @@
 
 #include <QFile>
 
-// A job that goes on beside the requests that follow. The engine does one thing at a time: a page that takes long to
-// draw keeps it busy, so that a save behind it is surely still waiting when the next lines are read.
+// A job that goes on beside the requests that follow. The engine does one thing at a time: a page that takes
+// long to draw keeps it busy, so that a save behind it is surely still waiting when the next lines are read.
 
 namespace folvane {
 
@@ -15,7 +15,7 @@ protected:
 
     void keepEngineBusy()
     {
-        driver->send({{"do", "image"}, {"file", 1}, {"page", 1}, {"longSide", 6000}, {"async", true}});
+        driver->send({{"do", "image"}, {"file", 1}, {"page", 1}, {"longSide", 1000}, {"async", true}});
     }
     void startSaving(const QString& to)
     {

@@ -65,8 +65,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(DriverTest, GivesTheIdBackAsItCame)
 {
-    const QJsonArray ids{
-        "text", 9007199254740993, 1.5, QJsonValue::Null, true, QJsonObject{{"a", QJsonArray{1}}}};
+    const QJsonArray ids{"text", qint64(9007199254740993),         1.5, QJsonValue::Null,
+                         true,   QJsonObject{{"a", QJsonArray{1}}}};
     for (const QJsonValue& id : ids) {
         EXPECT_EQ(ask("state", {{"id", id}})["id"], id);
         EXPECT_EQ(ask("sing", {{"id", id}})["id"], id);

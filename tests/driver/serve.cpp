@@ -15,6 +15,7 @@ void finish(const CallPtr& call)
     call->stopTime();
     call->takeNotices();
     call->takePanels();
+    call->answer.prompts = call->passwords().asked();
     call->program().calls.removeOne(call);
     call->end();
 }

@@ -4,51 +4,50 @@ namespace folvane::driver {
 
 namespace {
 
-/// Ends at the first change of the property after which `settled` holds.
-template <typename Property, typename Predicate>
-class Change {
+/// Follows the one job that an operation starts, which may have ended before the operation returns.
+/// The notices are taken at the moment of its end, before another request can meet them.
+class JobWatch {
 public:
-    Change(Property& property, Predicate settled)
-        : m_settled(std::move(settled)), m_notifier(property.addNotifier([this] { look(); }))
+    explicit JobWatch(CallPtr call)
+        : m_call(std::move(call)),
+          m_before(m_call->model().busy.value()),
+          m_notifier(m_call->model().busy.addNotifier([this] { look(); }))
     {
         m_end.start();
     }
-    Q_DISABLE_COPY_MOVE(Change)
+    Q_DISABLE_COPY_MOVE(JobWatch)
 
-    QFuture<void> end() { return m_end.future(); }
+    bool hasBegun() const { return m_begun; }
+    bool wasBusy() const { return m_before.has_value(); }
+    QFuture<void> end() const { return m_end.future(); }
 
 private:
     void look()
     {
-        if (!m_end.future().isFinished() && m_settled())
-            m_end.finish();
+        const auto now = m_call->model().busy.value();
+        if (now && now != m_before && !m_begun)
+            begin(*now);
+        else if (!now && m_begun && !m_end.future().isFinished())
+            finish();
+    }
+    void begin(const BusyState& job)
+    {
+        m_begun = true;
+        m_call->task = job.task;
+    }
+    void finish()
+    {
+        m_call->stopTime();
+        m_call->takeNotices();
+        m_end.finish();
     }
 
-    Predicate m_settled;
-    QPromise<void> m_end;
+    CallPtr m_call;
+    std::optional<BusyState> m_before;
+    bool m_begun = false;
+    mutable QPromise<void> m_end;
     QPropertyNotifier m_notifier; // last, so that it is the first to go
 };
-
-std::optional<std::stop_source> runningTask(const AppModel& model)
-{
-    const auto busy = model.busy.value();
-    return busy ? std::optional(busy->task) : std::nullopt;
-}
-
-// The notices are taken at the moment the job ends, before another request can meet them.
-QCoro::Task<> jobEnded(CallPtr call)
-{
-    const auto hasEnded = [call] {
-        if (call->model().busy.value())
-            return false;
-        call->stopTime();
-        call->takeNotices();
-        return true;
-    };
-    Change change(call->model().busy, hasEnded);
-    const QFuture<void> end = change.end();
-    co_await end;
-}
 
 Outcome withoutJob(const Call& call, bool wasBusy)
 {
@@ -79,19 +78,17 @@ bool showsTurn(const OpenFile& file, const QUuid& id, int turn)
 
 QCoro::Task<> carryOutJob(CallPtr call, std::function<QCoro::Task<>()> operation)
 {
-    const auto before = runningTask(call->model());
+    const JobWatch job(call);
     call->startTime();
     QCoro::Task<> running = operation();
     co_await running;
-    const auto now = runningTask(call->model());
-    if (!now || now == before) {
+    if (!job.hasBegun()) {
         call->stopTime();
         call->takeNotices();
-        call->answer.outcome = withoutJob(*call, before.has_value());
+        call->answer.outcome = withoutJob(*call, job.wasBusy());
         co_return;
     }
-    call->task = *now;
-    QCoro::Task<> end = jobEnded(call);
+    const QFuture<void> end = job.end();
     co_await end;
     call->answer.outcome = afterJob(call->answer);
 }
@@ -100,8 +97,13 @@ QCoro::Task<> pageTurned(OpenFilePtr file, QUuid page, int before)
 {
     if (!showsTurn(*file, page, before))
         co_return;
-    Change change(file->pages, [file, page, before] { return !showsTurn(*file, page, before); });
-    const QFuture<void> end = change.end();
+    QPromise<void> turned;
+    turned.start();
+    const QPropertyNotifier notifier = file->pages.addNotifier([&] {
+        if (!showsTurn(*file, page, before))
+            turned.finish(); // a second time does nothing
+    });
+    const QFuture<void> end = turned.future();
     co_await end;
 }
 

@@ -8,7 +8,7 @@
 
 namespace folvane::driver {
 
-/// Starts an operation that may end in a job of the model, waits for the end of that job, and decides the outcome.
+/// Starts an operation that may end in a job of the model, waits for that job's end, and decides the outcome.
 QCoro::Task<> carryOutJob(CallPtr call, std::function<QCoro::Task<>()> operation);
 
 /// Ends when the page with that id shows another turn than `before`, or is gone.

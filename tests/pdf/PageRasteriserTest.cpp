@@ -15,17 +15,18 @@ namespace {
 
 constexpr QRgb white = 0xffffffff, red = 0xffff0000, green = 0xff00ff00, blue = 0xff0000ff;
 
-QByteArray onePage(const QByteArray& pageEntries, const QByteArray& content, const QList<QByteArray>& more = {},
-                   const QByteArray& catalogueEntries = {})
+QByteArray onePage(const QByteArray& pageEntries, const QByteArray& content,
+                   const QList<QByteArray>& more = {}, const QByteArray& catalogueEntries = {})
 {
-    return rawPdf(QList<QByteArray>{
-        "<< /Type /Catalog /Pages 2 0 R " + catalogueEntries + " >>",
-        "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
-        "<< /Type /Page /Parent 2 0 R /Contents 4 0 R " + pageEntries + " >>",
-        rawStream({}, content)} + more);
+    return rawPdf(QList<QByteArray>{"<< /Type /Catalog /Pages 2 0 R " + catalogueEntries + " >>",
+                                    "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                                    "<< /Type /Page /Parent 2 0 R /Contents 4 0 R " + pageEntries + " >>",
+                                    rawStream({}, content)}
+                  + more);
 }
 
-// The crop box is 60 x 40 and starts at (50, 30); red, green and blue mark three corners of it (the fourth is white), black lies outside.
+// The crop box is 60 x 40 and starts at (50, 30). Red, green and blue mark three corners of it, the fourth is
+// white, and black lies outside.
 QByteArray markedPage(int rotate)
 {
     return onePage("/MediaBox [0 0 200 150] /CropBox [50 30 110 70] /Rotate " + QByteArray::number(rotate),
@@ -51,7 +52,8 @@ QImage drawnByMutool(const QByteArray& file)
     QFile source(folder.filePath("source.pdf"));
     if (!source.open(QIODevice::WriteOnly) || source.write(file) != file.size() || !source.flush())
         return {};
-    QProcess::execute("mutool", {"draw", "-q", "-r", "72", "-o", folder.filePath("page.png"), source.fileName()});
+    QProcess::execute("mutool",
+                      {"draw", "-q", "-r", "72", "-o", folder.filePath("page.png"), source.fileName()});
     return QImage(folder.filePath("page.png"));
 }
 
@@ -77,18 +79,19 @@ TEST_P(PageRasteriserTurns, ShowsTheCropBoxTurnedClockwise)
     EXPECT_EQ(corners(image), corners(drawnByMutool(markedPage(rotate + turn))));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, PageRasteriserTurns, testing::Values(
-    TurnCase{"Page0Turn0", 0, 0}, TurnCase{"Page0Turn90", 0, 90},
-    TurnCase{"Page0Turn180", 0, 180}, TurnCase{"Page0Turn270", 0, 270},
-    TurnCase{"Page90Turn0", 90, 0}, TurnCase{"Page90Turn90", 90, 90},
-    TurnCase{"Page90Turn180", 90, 180}, TurnCase{"Page90Turn270", 90, 270},
-    TurnCase{"Page180Turn0", 180, 0}, TurnCase{"Page180Turn90", 180, 90},
-    TurnCase{"Page180Turn180", 180, 180}, TurnCase{"Page180Turn270", 180, 270},
-    TurnCase{"Page270Turn0", 270, 0}, TurnCase{"Page270Turn90", 270, 90},
-    TurnCase{"Page270Turn180", 270, 180}, TurnCase{"Page270Turn270", 270, 270},
-    TurnCase{"PageNegative", -90, 90},     // met in practice
-    TurnCase{"PageBeyondARound", 450, 0},  // met in practice
-    TurnCase{"TurnNegative", 180, -270}),
+INSTANTIATE_TEST_SUITE_P(
+    Rows, PageRasteriserTurns,
+    testing::Values(TurnCase{"Page0Turn0", 0, 0}, TurnCase{"Page0Turn90", 0, 90},
+                    TurnCase{"Page0Turn180", 0, 180}, TurnCase{"Page0Turn270", 0, 270},
+                    TurnCase{"Page90Turn0", 90, 0}, TurnCase{"Page90Turn90", 90, 90},
+                    TurnCase{"Page90Turn180", 90, 180}, TurnCase{"Page90Turn270", 90, 270},
+                    TurnCase{"Page180Turn0", 180, 0}, TurnCase{"Page180Turn90", 180, 90},
+                    TurnCase{"Page180Turn180", 180, 180}, TurnCase{"Page180Turn270", 180, 270},
+                    TurnCase{"Page270Turn0", 270, 0}, TurnCase{"Page270Turn90", 270, 90},
+                    TurnCase{"Page270Turn180", 270, 180}, TurnCase{"Page270Turn270", 270, 270},
+                    TurnCase{"PageNegative", -90, 90},    // met in practice
+                    TurnCase{"PageBeyondARound", 450, 0}, // met in practice
+                    TurnCase{"TurnNegative", 180, -270}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST(PageRasteriser, ARotationThatIsNoQuarterCountsAsNone)
@@ -115,28 +118,32 @@ TEST_P(PageRasteriserSizes, FillsExactlyThePixelsAskedFor)
     EXPECT_EQ(image.pixel(pixels.width() - 1, pixels.height() - 1), red);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, PageRasteriserSizes, testing::Values(
-    SizeCase{"Letter", "/MediaBox [0 0 612 792]", {278, 360}},
-    SizeCase{"OddFractions", "/MediaBox [0 0 419.528 595.276]", {1409, 2000}},
-    SizeCase{"OnePoint", "/MediaBox [0 0 1 1]", {1, 1}},
-    SizeCase{"OnePointEnlarged", "/MediaBox [0 0 1 1]", {360, 360}},
-    SizeCase{"Sliver", "/MediaBox [0 0 1 14400]", {1, 360}},
-    SizeCase{"Huge", "/MediaBox [0 0 14400 14400]", {100, 100}},
-    SizeCase{"OtherShape", "/MediaBox [0 0 100 100]", {77, 301}},
-    SizeCase{"CropBeyondMedia", "/MediaBox [0 0 100 100] /CropBox [-50 -50 300 300]", {50, 50}},
-    SizeCase{"UserUnitDoesNotCount", "/MediaBox [0 0 100 100] /UserUnit 4", {100, 100}}),
+INSTANTIATE_TEST_SUITE_P(
+    Rows, PageRasteriserSizes,
+    testing::Values(SizeCase{"Letter", "/MediaBox [0 0 612 792]", {278, 360}},
+                    SizeCase{"OddFractions", "/MediaBox [0 0 419.528 595.276]", {1409, 2000}},
+                    SizeCase{"OnePoint", "/MediaBox [0 0 1 1]", {1, 1}},
+                    SizeCase{"OnePointEnlarged", "/MediaBox [0 0 1 1]", {360, 360}},
+                    SizeCase{"Sliver", "/MediaBox [0 0 1 14400]", {1, 360}},
+                    SizeCase{"Huge", "/MediaBox [0 0 14400 14400]", {100, 100}},
+                    SizeCase{"OtherShape", "/MediaBox [0 0 100 100]", {77, 301}},
+                    SizeCase{
+                        "CropBeyondMedia", "/MediaBox [0 0 100 100] /CropBox [-50 -50 300 300]", {50, 50}},
+                    SizeCase{"UserUnitDoesNotCount", "/MediaBox [0 0 100 100] /UserUnit 4", {100, 100}}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST(PageRasteriser, PaperIsOpaqueWhiteUnderTransparentContent)
 {
-    const QByteArray file = onePage("/MediaBox [0 0 20 20] /Group << /S /Transparency /CS /DeviceRGB /I true >> "
-                                    "/Resources << /ExtGState << /Half << /ca 0.5 >> >> >>",
-                                    "/Half gs 1 0 0 rg 0 0 10 20 re f");
+    const QByteArray file =
+        onePage("/MediaBox [0 0 20 20] /Group << /S /Transparency /CS /DeviceRGB /I true >> "
+                "/Resources << /ExtGState << /Half << /ca 0.5 >> >> >>",
+                "/Half gs 1 0 0 rg 0 0 10 20 re f");
     const QImage image = drawn(file, {20, 20});
     EXPECT_EQ(image.pixel(15, 10), white);
     EXPECT_EQ(qAlpha(image.pixel(5, 10)), 255);
     EXPECT_NEAR(qGreen(image.pixel(5, 10)), 128, 2);
-    const auto* word = reinterpret_cast<const QRgb*>(image.constScanLine(10)); // pixel() would hide a wrong alpha
+    const auto* word =
+        reinterpret_cast<const QRgb*>(image.constScanLine(10)); // pixel() would hide a wrong alpha
     EXPECT_TRUE(std::all_of(word, word + 20, [](QRgb pixel) { return qAlpha(pixel) == 255; }));
 }
 
@@ -150,10 +157,13 @@ TEST(PageRasteriser, EdgesAreSmooth)
 
 TEST(PageRasteriser, DrawsAFilledFieldButNoHiddenNote)
 {
-    const QByteArray fill = rawStream("/Type /XObject /Subtype /Form /BBox [0 0 10 10]", "0 0 1 rg 0 0 10 10 re f");
-    const QByteArray widget = "<< /Type /Annot /Subtype /Widget /FT /Tx /T (name) /V (Ada) /F 4 /Rect [0 0 10 10] "
-                              "/AP << /N 7 0 R >> >>";
-    const QByteArray hidden = "<< /Type /Annot /Subtype /Square /F 2 /Rect [10 0 20 10] /AP << /N 7 0 R >> >>";
+    const QByteArray fill =
+        rawStream("/Type /XObject /Subtype /Form /BBox [0 0 10 10]", "0 0 1 rg 0 0 10 10 re f");
+    const QByteArray widget =
+        "<< /Type /Annot /Subtype /Widget /FT /Tx /T (name) /V (Ada) /F 4 /Rect [0 0 10 10] "
+        "/AP << /N 7 0 R >> >>";
+    const QByteArray hidden =
+        "<< /Type /Annot /Subtype /Square /F 2 /Rect [10 0 20 10] /AP << /N 7 0 R >> >>";
     const QByteArray file = onePage("/MediaBox [0 0 20 20] /Annots [5 0 R 6 0 R]", "", {widget, hidden, fill},
                                     "/AcroForm << /Fields [5 0 R] >>");
     const QImage image = drawn(file, {20, 20});
@@ -163,11 +173,11 @@ TEST(PageRasteriser, DrawsAFilledFieldButNoHiddenNote)
 
 TEST(PageRasteriser, LeavesHiddenLayersOut)
 {
-    const QByteArray file = onePage(
-        "/MediaBox [0 0 20 20] /Resources << /Properties << /Off 5 0 R /On 6 0 R >> >>",
-        "/OC /Off BDC 1 0 0 rg 0 0 10 20 re f EMC /OC /On BDC 0 1 0 rg 10 0 10 20 re f EMC",
-        {"<< /Type /OCG /Name (off) >>", "<< /Type /OCG /Name (on) >>"},
-        "/OCProperties << /OCGs [5 0 R 6 0 R] /D << /Order [5 0 R 6 0 R] /OFF [5 0 R] >> >>");
+    const QByteArray file =
+        onePage("/MediaBox [0 0 20 20] /Resources << /Properties << /Off 5 0 R /On 6 0 R >> >>",
+                "/OC /Off BDC 1 0 0 rg 0 0 10 20 re f EMC /OC /On BDC 0 1 0 rg 10 0 10 20 re f EMC",
+                {"<< /Type /OCG /Name (off) >>", "<< /Type /OCG /Name (on) >>"},
+                "/OCProperties << /OCGs [5 0 R 6 0 R] /D << /Order [5 0 R 6 0 R] /OFF [5 0 R] >> >>");
     const QImage image = drawn(file, {20, 20});
     EXPECT_EQ(image.pixel(5, 10), white);
     EXPECT_EQ(image.pixel(15, 10), green);
@@ -200,7 +210,8 @@ TEST(PageRasteriser, GarbageIsNoDocument)
     EXPECT_FALSE(PageRasteriser::open(QByteArray()));
     EXPECT_FALSE(PageRasteriser::open(QByteArray("no document at all")));
     EXPECT_FALSE(PageRasteriser::open(QByteArray(100000, '\xa5')));
-    EXPECT_FALSE(PageRasteriser::open(QByteArray("%PDF-1.7\ntrailer << /Root 1 0 R >>\nstartxref\n9\n%%EOF")));
+    EXPECT_FALSE(
+        PageRasteriser::open(QByteArray("%PDF-1.7\ntrailer << /Root 1 0 R >>\nstartxref\n9\n%%EOF")));
 }
 
 class PageRasteriserOnAFile : public testing::Test {

@@ -19,8 +19,8 @@ constexpr int pageCount = 5;
 // Page n is 100 + n points wide and says "Page n".
 QByteArray pageNumbered(int n)
 {
-    return "<< /Type /Page /MediaBox [0 0 " + QByteArray::number(100 + n) +
-           " 50] /Resources << /Font << /F << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >> >> >>";
+    return "<< /Type /Page /MediaBox [0 0 " + QByteArray::number(100 + n)
+           + " 50] /Resources << /Font << /F << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >> >> >>";
 }
 
 enum class Storage { Plain, ObjectStreams };
@@ -46,14 +46,15 @@ QByteArray document(const Make& make)
     qpdf->emptyPDF();
     for (int n = 1; n <= make.pages; ++n) {
         auto page = qpdf->makeIndirectObject(QPDFObjectHandle::parse(pageNumbered(n).toStdString()));
-        page.replaceKey("/Contents", qpdf->newStream("BT /F 12 Tf 5 20 Td (Page " + std::to_string(n) + ") Tj ET"));
+        page.replaceKey("/Contents",
+                        qpdf->newStream("BT /F 12 Tf 5 20 Td (Page " + std::to_string(n) + ") Tj ET"));
         qpdf->addPage(page, false);
     }
     QPDFWriter writer(*qpdf);
     writer.setObjectStreamMode(make.storage == Storage::Plain ? qpdf_o_disable : qpdf_o_generate);
     if (make.isLocked)
-        writer.setR6EncryptionParameters(make.password, "owner", true, true, true, true, true, true, qpdf_r3p_full,
-                                         true);
+        writer.setR6EncryptionParameters(make.password, "owner", true, true, true, true, true, true,
+                                         qpdf_r3p_full, true);
     return written(writer);
 }
 
@@ -141,19 +142,26 @@ TEST_P(SalvageOfDamage, KeepsEveryPage)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, SalvageOfDamage, testing::Values(
-    DamageCase{"None", [](QByteArray file) { return file; }},
-    DamageCase{"WrongStart", wrongStart},
-    DamageCase{"EndCutOff", [](QByteArray file) { return file.left(file.lastIndexOf("startxref") - 4); }},
-    DamageCase{"GarbageBefore", [](QByteArray file) { return QByteArray(5000, 'x') + wrongStart(file); }},
-    DamageCase{"NoHeader", [](QByteArray file) { return wrongStart(file).mid(9); }},
-    DamageCase{"NoEndobj", [](QByteArray file) { return wrongStart(file).replace("endobj", ""); }},
-    DamageCase{"NoEndstream", [](QByteArray file) { return wrongStart(file).replace("endstream", ""); }},
-    DamageCase{"NoLengths", [](QByteArray file) { return wrongStart(file).replace("/Length ", "/Lengxx "); }},
-    DamageCase{"ShortLengths", [](QByteArray file) { return wrongStart(file).replace("/Length ", "/Length 1 /Was "); }},
-    DamageCase{"LostLengths", [](QByteArray file) { return wrongStart(file).replace("/Length ", "/Length 99 0 R /X "); }},
-    DamageCase{"GluedObjects", [](QByteArray file) { return wrongStart(file).replace("endobj\n", "endobj"); }},
-    DamageCase{"WideHeaders", [](QByteArray file) { return wrongStart(file).replace(" 0 obj", " \r\n  0 \t obj"); }}),
+INSTANTIATE_TEST_SUITE_P(
+    Rows, SalvageOfDamage,
+    testing::Values(
+        DamageCase{"None", [](QByteArray file) { return file; }}, DamageCase{"WrongStart", wrongStart},
+        DamageCase{"EndCutOff", [](QByteArray file) { return file.left(file.lastIndexOf("startxref") - 4); }},
+        DamageCase{"GarbageBefore", [](QByteArray file) { return QByteArray(5000, 'x') + wrongStart(file); }},
+        DamageCase{"NoHeader", [](QByteArray file) { return wrongStart(file).mid(9); }},
+        DamageCase{"NoEndobj", [](QByteArray file) { return wrongStart(file).replace("endobj", ""); }},
+        DamageCase{"NoEndstream", [](QByteArray file) { return wrongStart(file).replace("endstream", ""); }},
+        DamageCase{"NoLengths",
+                   [](QByteArray file) { return wrongStart(file).replace("/Length ", "/Lengxx "); }},
+        DamageCase{"ShortLengths",
+                   [](QByteArray file) { return wrongStart(file).replace("/Length ", "/Length 1 /Was "); }},
+        DamageCase{
+            "LostLengths",
+            [](QByteArray file) { return wrongStart(file).replace("/Length ", "/Length 99 0 R /X "); }},
+        DamageCase{"GluedObjects",
+                   [](QByteArray file) { return wrongStart(file).replace("endobj\n", "endobj"); }},
+        DamageCase{"WideHeaders",
+                   [](QByteArray file) { return wrongStart(file).replace(" 0 obj", " \r\n  0 \t obj"); }}),
     [](const auto& row) { return std::string(row.param.name); });
 
 class SalvageWithoutTrailer : public testing::TestWithParam<Storage> {};
@@ -179,7 +187,9 @@ TEST_P(SalvageWithoutTrailer, KeepsThePagesBeforeACut)
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, SalvageWithoutTrailer, testing::Values(Storage::Plain, Storage::ObjectStreams),
-    [](const auto& row) { return row.param == Storage::Plain ? "Plain" : "ObjectStreams"; });
+                         [](const auto& row) {
+                             return row.param == Storage::Plain ? "Plain" : "ObjectStreams";
+                         });
 
 TEST(Salvage, AnUnknownPasswordIsAskedFor)
 {
@@ -201,7 +211,8 @@ QByteArray object(int number, const QByteArray& value)
 
 QByteArray page(int number, const QByteArray& entries)
 {
-    return object(number, "<< /Type /Page " + entries + " /MediaBox [0 0 " + QByteArray::number(number) + " 9] >>");
+    return object(number,
+                  "<< /Type /Page " + entries + " /MediaBox [0 0 " + QByteArray::number(number) + " 9] >>");
 }
 
 const QByteArray catalogue = object(1, "<< /Type /Catalog /Pages 2 0 R /Lang (en) >>");
@@ -227,70 +238,103 @@ TEST_P(SalvageOfTrees, ShowsThePagesThatAreThere)
 const QByteArray twoPages = object(2, "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 >>");
 const QByteArray parent = "/Parent 2 0 R";
 
-INSTANTIATE_TEST_SUITE_P(Rows, SalvageOfTrees, testing::Values(
-    TreeCase{"Sound", catalogue + twoPages + page(4, parent) + page(3, parent), {3, 4}},
-    TreeCase{"NoCatalogue", twoPages + page(4, parent) + page(3, parent), {3, 4}},
-    TreeCase{"NoRoot", catalogue + page(4, parent) + page(3, parent), {4, 3}},
-    TreeCase{"NeitherCatalogueNorRoot", page(4, parent) + page(3, parent), {4, 3}},
-    TreeCase{"LoosePages", page(4, "") + page(3, ""), {4, 3}},
-    TreeCase{"LostPage", catalogue + twoPages + page(4, parent), {4}},
-    TreeCase{"WrongCount", catalogue + object(2, "<< /Type /Pages /Kids [3 0 R] /Count 9 >>") + page(3, parent), {3}},
-    TreeCase{"LostNodeInTheMiddle",
-             catalogue + object(2, "<< /Type /Pages /Kids [3 0 R 7 0 R 4 0 R] /Count 4 >>") + page(3, parent) +
-                 page(4, parent) + page(5, "/Parent 7 0 R") + page(6, "/Parent 7 0 R"),
-             {3, 5, 6, 4}},
-    TreeCase{"TwoLostLevels",
-             catalogue + object(2, "<< /Type /Pages /Kids [3 0 R 8 0 R] /Count 2 >>") + page(3, parent) +
-                 page(5, "/Parent 7 0 R"),
-             {3, 5}},
-    TreeCase{"RemovedPageStaysAway", catalogue + twoPages + page(3, parent) + page(4, parent) + page(5, parent), {3, 4}},
-    TreeCase{"PageShownTwice",
-             catalogue + object(2, "<< /Type /Pages /Kids [3 0 R 3 0 R] /Count 2 >>") + page(3, parent), {3, 3}},
-    TreeCase{"Loop", catalogue + object(2, "<< /Type /Pages /Kids [2 0 R 3 0 R] /Count 2 >>") + page(3, parent), {3}},
-    TreeCase{"RootWithAParent",
-             catalogue + object(2, "<< /Type /Pages /Kids [3 0 R] /Count 1 /Parent 2 0 R >>") + page(3, parent), {3}},
-    TreeCase{"KidsElsewhere",
-             catalogue + object(2, "<< /Type /Pages /Kids 8 0 R /Count 2 >>") + object(8, "[3 0 R 9 0 R]") +
-                 page(3, parent), {3}},
-    TreeCase{"KidsOfOtherTypes",
-             catalogue + object(2, "<< /Type /Pages /Kids [null 5 (x) 8 0 R 3 0 R] /Count 5 >>") +
-                 object(8, "<< /Type /Font >>") + page(3, parent), {3}},
-    TreeCase{"LastDefinitionWins",
-             catalogue + twoPages + page(3, parent) + page(4, parent) +
-                 object(2, "<< /Type /Pages /Kids [4 0 R] /Count 1 >>"), {4}},
-    TreeCase{"CutOffDefinitionDoesNot",
-             catalogue + twoPages + page(3, parent) + page(4, parent) + "2 0 obj << /Type /Pages /Kids [4 0 R", {3, 4}},
-    TreeCase{"TrailerNamesTheCatalogue",
-             catalogue + twoPages + page(3, parent) + page(4, parent) + object(8, "<< /Type /Catalog /Pages 9 0 R >>") +
-                 object(9, "<< /Type /Pages /Kids [4 0 R] /Count 1 >>") + "trailer << /Root 1 0 R >>", {3, 4}},
-    TreeCase{"FileWithinTheFile",
-             catalogue + twoPages + page(3, parent) + page(4, parent) +
-                 object(8, rawStream("", twoPages + page(4, parent) + page(3, "/Rotate 90") +
-                                             object(8, "<< /Type /Catalog /Pages 3 0 R >>"))), {3, 4}},
-    TreeCase{"UnclosedString", "7 0 obj (" + catalogue + "8 0 obj [ <" + twoPages + page(3, parent) + page(4, parent),
-             {3, 4}},
-    TreeCase{"DeepNesting",
-             object(7, QByteArray("[").repeated(200000)) + object(8, QByteArray("<</A").repeated(200000)) + catalogue +
-                 twoPages + page(3, parent) + page(4, parent), {3, 4}},
-    TreeCase{"NumbersOutOfRange",
-             object(2147483647, "1") + "0 0 obj 1 endobj 8388608 0 obj 1 endobj 99999999999999999999 0 obj 1 endobj "
-             "7 70000 obj 1 endobj 8 " + QByteArray("0").repeated(30) + " obj 1 endobj\n" + catalogue + twoPages +
-                 page(3, parent) + page(4, parent), {3, 4}},
-    TreeCase{"PageThatQpdfReadsAsNull", // a run of words without a meaning
-             catalogue + twoPages + page(3, "/A [a b c d e f g h] /B <xyz> /Parent 2 0 R") + page(4, parent), {3, 4}},
-    TreeCase{"CatalogueThatQpdfReadsAsNull",
-             object(1, "<< /A [a b c d e f g h i] /Type /Catalog /Pages 2 0 R >>") + twoPages + page(3, parent), {3}},
-    TreeCase{"NumberThatQpdfThrowsAt",
-             catalogue + twoPages + page(3, parent) + page(4, "/Length 92233720368547758080 /Parent 2 0 R"), {3}},
-    TreeCase{"DamagedIdentity",
-             catalogue + twoPages + page(3, parent) + "trailer << /Root 1 0 R /ID [<xyz> a b c d e f g h] >>", {3}},
-    TreeCase{"TrailerCutOff",
-             object(8, "<< /Pages 2 0 R >>") + twoPages + page(3, parent) + "trailer << /Root 8 0 R /ID [<12", {3}},
-    TreeCase{"Nothing", "", {}},
-    TreeCase{"Garbage", QByteArray(100000, '\x9c'), {}},
-    TreeCase{"OnlyAHeader", "%PDF-1.7\n", {}},
-    TreeCase{"CatalogueAlone", catalogue, {}},
-    TreeCase{"NoPageSurvives", catalogue + twoPages, {}}),
+INSTANTIATE_TEST_SUITE_P(
+    Rows, SalvageOfTrees,
+    testing::Values(
+        TreeCase{"Sound", catalogue + twoPages + page(4, parent) + page(3, parent), {3, 4}},
+        TreeCase{"NoCatalogue", twoPages + page(4, parent) + page(3, parent), {3, 4}},
+        TreeCase{"NoRoot", catalogue + page(4, parent) + page(3, parent), {4, 3}},
+        TreeCase{"NeitherCatalogueNorRoot", page(4, parent) + page(3, parent), {4, 3}},
+        TreeCase{"LoosePages", page(4, "") + page(3, ""), {4, 3}},
+        TreeCase{"LostPage", catalogue + twoPages + page(4, parent), {4}},
+        TreeCase{"WrongCount",
+                 catalogue + object(2, "<< /Type /Pages /Kids [3 0 R] /Count 9 >>") + page(3, parent),
+                 {3}},
+        TreeCase{"LostNodeInTheMiddle",
+                 catalogue + object(2, "<< /Type /Pages /Kids [3 0 R 7 0 R 4 0 R] /Count 4 >>")
+                     + page(3, parent) + page(4, parent) + page(5, "/Parent 7 0 R")
+                     + page(6, "/Parent 7 0 R"),
+                 {3, 5, 6, 4}},
+        TreeCase{"TwoLostLevels",
+                 catalogue + object(2, "<< /Type /Pages /Kids [3 0 R 8 0 R] /Count 2 >>") + page(3, parent)
+                     + page(5, "/Parent 7 0 R"),
+                 {3, 5}},
+        TreeCase{"RemovedPageStaysAway",
+                 catalogue + twoPages + page(3, parent) + page(4, parent) + page(5, parent),
+                 {3, 4}},
+        TreeCase{"PageShownTwice",
+                 catalogue + object(2, "<< /Type /Pages /Kids [3 0 R 3 0 R] /Count 2 >>") + page(3, parent),
+                 {3, 3}},
+        TreeCase{"Loop",
+                 catalogue + object(2, "<< /Type /Pages /Kids [2 0 R 3 0 R] /Count 2 >>") + page(3, parent),
+                 {3}},
+        TreeCase{"RootWithAParent",
+                 catalogue + object(2, "<< /Type /Pages /Kids [3 0 R] /Count 1 /Parent 2 0 R >>")
+                     + page(3, parent),
+                 {3}},
+        TreeCase{"KidsElsewhere",
+                 catalogue + object(2, "<< /Type /Pages /Kids 8 0 R /Count 2 >>") + object(8, "[3 0 R 9 0 R]")
+                     + page(3, parent),
+                 {3}},
+        TreeCase{"KidsOfOtherTypes",
+                 catalogue + object(2, "<< /Type /Pages /Kids [null 5 (x) 8 0 R 3 0 R] /Count 5 >>")
+                     + object(8, "<< /Type /Font >>") + page(3, parent),
+                 {3}},
+        TreeCase{"LastDefinitionWins",
+                 catalogue + twoPages + page(3, parent) + page(4, parent)
+                     + object(2, "<< /Type /Pages /Kids [4 0 R] /Count 1 >>"),
+                 {4}},
+        TreeCase{"CutOffDefinitionDoesNot",
+                 catalogue + twoPages + page(3, parent) + page(4, parent)
+                     + "2 0 obj << /Type /Pages /Kids [4 0 R",
+                 {3, 4}},
+        TreeCase{"TrailerNamesTheCatalogue",
+                 catalogue + twoPages + page(3, parent) + page(4, parent)
+                     + object(8, "<< /Type /Catalog /Pages 9 0 R >>")
+                     + object(9, "<< /Type /Pages /Kids [4 0 R] /Count 1 >>") + "trailer << /Root 1 0 R >>",
+                 {3, 4}},
+        TreeCase{"FileWithinTheFile",
+                 catalogue + twoPages + page(3, parent) + page(4, parent)
+                     + object(8, rawStream("", twoPages + page(4, parent) + page(3, "/Rotate 90")
+                                                   + object(8, "<< /Type /Catalog /Pages 3 0 R >>"))),
+                 {3, 4}},
+        TreeCase{"UnclosedString",
+                 "7 0 obj (" + catalogue + "8 0 obj [ <" + twoPages + page(3, parent) + page(4, parent),
+                 {3, 4}},
+        TreeCase{"DeepNesting",
+                 object(7, QByteArray("[").repeated(200000)) + object(8, QByteArray("<</A").repeated(200000))
+                     + catalogue + twoPages + page(3, parent) + page(4, parent),
+                 {3, 4}},
+        TreeCase{"NumbersOutOfRange",
+                 object(2147483647, "1")
+                     + "0 0 obj 1 endobj 8388608 0 obj 1 endobj 99999999999999999999 0 obj 1 endobj "
+                       "7 70000 obj 1 endobj 8 "
+                     + QByteArray("0").repeated(30) + " obj 1 endobj\n" + catalogue + twoPages
+                     + page(3, parent) + page(4, parent),
+                 {3, 4}},
+        TreeCase{"PageThatQpdfReadsAsNull", // a run of words without a meaning
+                 catalogue + twoPages + page(3, "/A [a b c d e f g h] /B <xyz> /Parent 2 0 R")
+                     + page(4, parent),
+                 {3, 4}},
+        TreeCase{"CatalogueThatQpdfReadsAsNull",
+                 object(1, "<< /A [a b c d e f g h i] /Type /Catalog /Pages 2 0 R >>") + twoPages
+                     + page(3, parent),
+                 {3}},
+        TreeCase{"NumberThatQpdfThrowsAt",
+                 catalogue + twoPages + page(3, parent)
+                     + page(4, "/Length 92233720368547758080 /Parent 2 0 R"),
+                 {3}},
+        TreeCase{"DamagedIdentity",
+                 catalogue + twoPages + page(3, parent)
+                     + "trailer << /Root 1 0 R /ID [<xyz> a b c d e f g h] >>",
+                 {3}},
+        TreeCase{"TrailerCutOff",
+                 object(8, "<< /Pages 2 0 R >>") + twoPages + page(3, parent)
+                     + "trailer << /Root 8 0 R /ID [<12",
+                 {3}},
+        TreeCase{"Nothing", "", {}}, TreeCase{"Garbage", QByteArray(100000, '\x9c'), {}},
+        TreeCase{"OnlyAHeader", "%PDF-1.7\n", {}}, TreeCase{"CatalogueAlone", catalogue, {}},
+        TreeCase{"NoPageSurvives", catalogue + twoPages, {}}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST(Salvage, TheCatalogueKeepsItsOtherEntries)
@@ -303,8 +347,9 @@ TEST(Salvage, TheCatalogueKeepsItsOtherEntries)
 
 TEST(Salvage, PagesStillInheritFromTheirNode)
 {
-    const auto file = salvaged(catalogue + object(2, "<< /Type /Pages /Kids [3 0 R 9 0 R] /MediaBox [0 0 77 9] >>") +
-                               object(3, "<< /Type /Page /Parent 2 0 R >>"));
+    const auto file =
+        salvaged(catalogue + object(2, "<< /Type /Pages /Kids [3 0 R 9 0 R] /MediaBox [0 0 77 9] >>")
+                 + object(3, "<< /Type /Page /Parent 2 0 R >>"));
     ASSERT_TRUE(file);
     const auto qpdf = opened(*file);
     qpdf->pushInheritedAttributesToPage();
@@ -316,8 +361,9 @@ TEST(Salvage, PagesStillInheritFromTheirNode)
 TEST(Salvage, HostileRepetitionIsReadOnce)
 {
     const QByteArray sound = catalogue + twoPages + page(3, parent) + page(4, parent);
-    for (const char* piece : {"7 0 obj (", "7 0 obj <", "7 0 obj [1 ", "7 0 obj << >> %", "7 0 obj << /Length 8 0 R >> stream ",
-                              "7 0 obj 1 (", "trailer << ", "7 0 obj << /Length 1 >> stream\r\n   "}) {
+    for (const char* piece :
+         {"7 0 obj (", "7 0 obj <", "7 0 obj [1 ", "7 0 obj << >> %", "7 0 obj << /Length 8 0 R >> stream ",
+          "7 0 obj 1 (", "trailer << ", "7 0 obj << /Length 1 >> stream\r\n   "}) {
         const QByteArray hostile = sound + "\n" + QByteArray(piece).repeated(300'000);
         EXPECT_EQ(salvagedWidths(hostile), (Widths{3, 4})) << piece;
     }

@@ -38,7 +38,8 @@ TEST_P(Click, SelectsAsTold)
 {
     const ClickCase& row = GetParam();
     const std::optional<QUuid> anchor = row.anchor ? std::optional(page(row.anchor)) : std::nullopt;
-    const PageSelection after = selectionAfterClick({pages(row.selected), anchor}, order, page(row.clicked), row.modifiers);
+    const PageSelection after =
+        selectionAfterClick({pages(row.selected), anchor}, order, page(row.clicked), row.modifiers);
     EXPECT_EQ(after.pages, pages(row.wanted));
     EXPECT_EQ(after.anchor, page(row.wantedAnchor));
 }

@@ -157,6 +157,9 @@ TEST_F(Window, ADroppedPageLandsBeforeTheOneUnderIt)
     const QUuid last = file->pages.value()[3].id;
     QMimeData data;
     data.setText(last.toString(QUuid::WithoutBraces));
+    QDragEnterEvent enter(pagePoint(1), Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(grid().viewport(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
     QDropEvent drop(pagePoint(1), Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(grid().viewport(), &drop);
     EXPECT_EQ(file->pages.value()[1].id, last);
@@ -246,7 +249,8 @@ TEST_P(Prompt, DismissedInAnyWayTheOpeningGoesOnWithTheNextFile)
     EXPECT_EQ(model.errorMessage.value(), std::nullopt);
 }
 
-INSTANTIATE_TEST_SUITE_P(Ways, Prompt, testing::Values(Dismissal::Escape, Dismissal::Cancel, Dismissal::Close));
+INSTANTIATE_TEST_SUITE_P(Ways, Prompt,
+                         testing::Values(Dismissal::Escape, Dismissal::Cancel, Dismissal::Close));
 
 TEST_F(Window, AWrongPasswordAsksAgainWithAnEmptyField)
 {
@@ -261,7 +265,8 @@ TEST_F(Window, AWrongPasswordAsksAgainWithAnEmptyField)
     QTest::keyClicks(field, QStringLiteral("wrong"));
     QTest::keyClick(field, Qt::Key_Return);
     ASSERT_TRUE(QTest::qWaitFor(
-        [this, first] { return model.passwordRequest.value() && model.passwordRequest.value()->id != first; }, 60000));
+        [this, first] { return model.passwordRequest.value() && model.passwordRequest.value()->id != first; },
+        60000));
     EXPECT_TRUE(model.passwordRequest.value()->wasWrong);
     field = shown<PasswordPrompt>()->findChild<QLineEdit*>();
     EXPECT_EQ(field->text(), QString());
@@ -329,7 +334,8 @@ TEST_F(Window, EveryControlHasANameForScreenReaders)
         if (button->objectName().startsWith(QStringLiteral("qt_")))
             continue;
         EXPECT_FALSE(button->text().isEmpty() && button->accessibleName().isEmpty())
-            << button->metaObject()->className() << " in " << button->parentWidget()->metaObject()->className();
+            << button->metaObject()->className() << " in "
+            << button->parentWidget()->metaObject()->className();
     }
 }
 
