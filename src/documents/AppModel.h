@@ -57,8 +57,9 @@ struct QuitQuestion {
     bool operator==(const QuitQuestion&) const = default;
 };
 
-/// The state of the whole program and every action on it: one instance, on the interface thread. Views read the
-/// observed fields and call the operations; sheets, alerts, the toast and the overlay show because a field is set.
+/// The state of the whole program and every action on it: one instance, on the interface thread. Views read
+/// the observed fields and call the operations; sheets, alerts, the toast and the overlay show because a
+/// field is set.
 class AppModel : public QObject {
     Q_OBJECT
 
@@ -92,7 +93,8 @@ public:
 
     // opening.cpp
     QCoro::Task<> open(QList<QUrl> urls, std::optional<Tool> tool = std::nullopt);
-    /// Opens one PDF with as many password rounds as the user wants; none: nothing was opened (a failure is reported).
+    /// Opens one PDF with as many password rounds as the user wants. None: nothing was opened, and a failure
+    /// has been reported.
     QCoro::Task<std::optional<Loaded>> load(QUrl url);
     /// None means Cancel. Without a question it does nothing.
     void answerPassword(std::optional<QString> password);
@@ -106,7 +108,7 @@ public:
     void deletePages(OpenFilePtr file, const QSet<QUuid>& pages);
     /// Moves the group in front of `before`, or to the end.
     void move(OpenFilePtr file, const QSet<QUuid>& pages, std::optional<QUuid> before);
-    /// A drop of page ids (text) on the cell of `before`: reorders as a drag does. False when it is no page id.
+    /// A drop of page ids (text) on the cell of `before`: reorders as a drag does. False: it is no page id.
     bool dropPages(OpenFilePtr file, const QStringList& items, std::optional<QUuid> before);
     QCoro::Task<> insertPages(OpenFilePtr file, QList<QUrl> urls);
 
@@ -145,7 +147,7 @@ private:
         PasswordRequest request;
         Answer<std::optional<QString>> answer;
     };
-    /// Sources of an operation that has not turned them into pages yet; they count as used while somebody has this.
+    /// Sources of an operation that has not turned them into pages yet: in use while somebody has this.
     using SourceHold = std::shared_ptr<const QSet<QUrl>>;
 
     // sources.cpp

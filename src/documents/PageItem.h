@@ -31,7 +31,7 @@ struct PageItem {
 
     bool operator==(const PageItem&) const = default;
 
-    /// A copy that can stand beside this page: the page and each placement get a new id, all else is the same.
+    /// A copy that can stand beside this page: the page and each placement get a new id, all else is equal.
     PageItem duplicated() const
     {
         PageItem copy = *this;

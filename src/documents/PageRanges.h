@@ -18,11 +18,12 @@ struct PageRange {
 /// The grammar of page numbers that a person types, and its inverse.
 namespace PageRanges {
 
-/// The ranges in the order typed, neither merged nor sorted; nothing when the text is not valid for `count` pages.
+/// The ranges in the order typed, neither merged nor sorted; nothing when the text is not valid for that many
+/// pages.
 ///
 ///     text  = piece, { ( "," | ";" ), piece }     empty pieces count for nothing, but one must be left
 ///     piece = number, [ dash, number ]            1 <= first <= last <= count
-///     dash  = "-" | "–" | "—"                     one at an end, or several in a row, count as if they were less
+///     dash  = "-" | "–" | "—"                     one at an end counts for nothing, several in a row for one
 ///
 /// Blanks around pieces and numbers are ignored; a number is decimal digits, with or without "+" in front.
 std::optional<QList<PageRange>> parse(const QString& text, int count);

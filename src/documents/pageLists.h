@@ -18,12 +18,12 @@ std::vector<PageItem> pagesOf(const QUrl& url, int pageCount);
 /// The files that the pages point at.
 QSet<QUrl> sourcesOf(const std::vector<PageItem>& pages);
 
-/// The page after quarter turns to the right; three of them are one to the left. `size` is that of the page as shown
-/// before. Stamps keep their place on the paper and their size.
+/// The page after quarter turns to the right; three of them are one to the left. `size` is that of the page
+/// as shown before. Stamps keep their place on the paper and their size.
 PageItem turned(PageItem page, QSizeF size, int quarters);
 
-/// The list with the group (in list order) in front of `before`, or at the end when that is none or not there.
-/// Nothing when that changes nothing: also when `before` belongs to the group.
+/// The list with the group (in list order) in front of `before`, or at the end when that is none or not
+/// there. Nothing when that changes nothing: also when `before` belongs to the group.
 std::optional<std::vector<PageItem>> movedGroup(const std::vector<PageItem>& pages, const QSet<QUuid>& group,
                                                 const std::optional<QUuid>& before);
 

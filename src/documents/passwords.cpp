@@ -16,7 +16,8 @@ QCoro::Task<std::optional<QString>> AppModel::askPassword(QString name, bool was
     co_return password;
 }
 
-// The next question comes up from the event loop: a prompt that reports its end twice must not answer that one, too.
+// The next question comes up from the event loop: a prompt that reports its end twice must not answer that
+// one, too.
 void AppModel::answerPassword(std::optional<QString> password)
 {
     if (!passwordRequest.value())

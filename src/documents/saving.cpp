@@ -48,8 +48,8 @@ BuildPlan copyOf(const OpenFile& file, std::vector<PageItem> pages)
 
 } // namespace
 
-// The panel has asked whether to replace what stands at the name that it gave back. Where the added ending leads to
-// another file, that has still to be asked.
+// The panel has asked whether to replace what stands at the name that it gave back. Where the added ending
+// leads to another file, that has still to be asked.
 QCoro::Task<std::optional<QUrl>> AppModel::chooseSaveURL(QString name, std::optional<QUrl> near)
 {
     Panels& panels = m_services.panels;

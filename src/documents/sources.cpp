@@ -69,8 +69,8 @@ bool AppModel::isInUse(const QUrl& url) const
     });
 }
 
-// Each request is in the engine's queue before this returns, so that an opening that comes later finds the source gone
-// and opens it anew, and one that came earlier holds it.
+// Each request is in the engine's queue before this returns: an opening that comes later finds the source
+// gone and opens it anew, and one that came earlier holds it.
 void AppModel::releaseUnused(const QSet<QUrl>& sources)
 {
     const QSet<QUrl> released = sources - sourcesInUse();

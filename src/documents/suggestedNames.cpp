@@ -30,7 +30,7 @@ QList<int> selectedPositions(const OpenFile& file)
     return positions;
 }
 
-/// The list (ASCII), cut between two runs so that it takes no more than `room` bytes, as long as one run does.
+/// The list (ASCII), cut between two runs so that it takes no more than `room` bytes, if one run does.
 QString cutTo(const QString& list, qsizetype room)
 {
     const QString more = QStringLiteral(", …");

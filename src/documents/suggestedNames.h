@@ -10,8 +10,8 @@ class OpenFile;
 
 /// For Save As: "report (edited)" or "report (signed)"; pictures have no PDF namesake, so their name alone.
 QString suggestedName(const OpenFile& file);
-/// For Extract, with the positions of the selected pages: "report (pages 1-3, 5)". A list that would make the name longer
-/// than a file's name can be is cut: "report (pages 1, 3, 5, …)".
+/// For Extract, with the positions of the selected pages: "report (pages 1-3, 5)". A list that would make the
+/// name longer than a file's name can be is cut: "report (pages 1, 3, 5, …)".
 QString suggestedExtractName(const OpenFile& file);
 
 } // namespace folvane

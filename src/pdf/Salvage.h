@@ -19,6 +19,7 @@ namespace folvane::pdf {
 /// the answer.
 ///
 /// Takes time in proportion to the size, and memory of about twice the size plus 256 MB at most.
-std::optional<QByteArray> salvaged(const QByteArray& bytes, const std::vector<std::string>& passwords = {{}});
+std::optional<QByteArray> salvaged(const QByteArray& bytes,
+                                   const std::vector<std::string>& passwords = {std::string()});
 
 } // namespace folvane::pdf

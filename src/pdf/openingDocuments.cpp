@@ -68,7 +68,7 @@ Attempt attemptBytes(const QByteArray& bytes, const std::vector<std::string>& pa
 
 Attempt attemptSalvaged(const SourceFile& file, const std::vector<std::string>& passwords)
 {
-    const std::optional<QByteArray> bytes = salvaged(file.readAll(salvageLimit));
+    const std::optional<QByteArray> bytes = salvaged(file.readAll(salvageLimit), passwords);
     return bytes ? attemptBytes(*bytes, passwords) : Attempt();
 }
 

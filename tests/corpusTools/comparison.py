@@ -154,11 +154,9 @@ def _labels(before, after, kept):
     wanted = None if before is None else [before[old] for old in kept]
     if wanted == after:
         return []
-    return [Difference("page labels", f"{_some(after)} instead of {_some(wanted)}")]
-
-
-def _some(entries):
-    return "none" if entries is None else ", ".join(map(str, entries[:8]))
+    if wanted is None or after is None:
+        return [Difference("page labels", f"{after} instead of {wanted}"[:300])]
+    return _sequence("page labels", wanted, after)
 
 
 def _listed(check, wanted, got):

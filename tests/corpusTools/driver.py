@@ -7,6 +7,7 @@ import select
 import subprocess
 import tempfile
 import time
+from functools import partial
 from pathlib import Path
 
 CHECKOUT = Path(__file__).resolve().parents[2]
@@ -19,16 +20,17 @@ class DriverFailed(Exception):
 
 
 class Driver:
-    """Use as a context manager. `deadline` is in seconds for the whole life of the process, or None."""
+    """Use as a context manager. `deadline` is in seconds for the whole life of the process, `address_space`
+    in bytes; None is no limit."""
 
-    def __init__(self, program=DEFAULT_DRIVER, deadline=None):
+    def __init__(self, program=DEFAULT_DRIVER, deadline=None, address_space=ADDRESS_SPACE):
         self._home = tempfile.TemporaryDirectory(prefix="folvane-driver-")
         self._errors = tempfile.TemporaryFile()
         self._end = None if deadline is None else time.monotonic() + deadline
         self._unread = b""
         self._process = subprocess.Popen(
             [str(program)], stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=self._errors,
-            env=self._environment(), bufsize=0, preexec_fn=_limit_address_space)
+            env=self._environment(), bufsize=0, preexec_fn=partial(_limit, address_space))
 
     def _environment(self):
         own = {name: os.path.join(self._home.name, name) for name in ("XDG_DATA_HOME", "XDG_CONFIG_HOME")}
@@ -86,6 +88,7 @@ class Driver:
         return f"the driver ended with {code}" + (f" ({words[-1][:200]})" if words else "")
 
 
-def _limit_address_space():
-    resource.setrlimit(resource.RLIMIT_AS, (ADDRESS_SPACE, ADDRESS_SPACE))
+def _limit(address_space):
+    if address_space:
+        resource.setrlimit(resource.RLIMIT_AS, (address_space, address_space))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))

@@ -7,6 +7,8 @@ from hashlib import md5
 from pathlib import Path
 
 PATIENCE = 120  # seconds for one call of a tool
+WHERE = re.compile(r"\([^()]*offset \d+\)|\(object[^()]*\)|object stream \d+|page object \d+ \d+"
+                   r"|object \d+ \d+:?|stream \d+ \d+|at offset \d+")
 NOISE = re.compile(r"\d+")
 
 
@@ -85,4 +87,4 @@ def poppler_pixels(path):
 
 def _kind(line, path):
     line = line.replace(str(path), "").replace("WARNING:", "").replace("ERROR:", "")
-    return NOISE.sub("#", re.sub(r"\(.*?offset \d+\)|\(object.*?\)|object \d+ \d+:?", "", line)).strip(" :")
+    return NOISE.sub("#", WHERE.sub("", line)).strip(" :,")

@@ -37,8 +37,8 @@ protected:
     /// Opens and gives the document that is then shown.
     OpenFilePtr open(const QList<QUrl>& urls);
     OpenFilePtr shown() const;
-    /// The answers that password questions get from now on, by file name, then Cancel. What was asked is in `questions`,
-    /// with "!" behind the name where the answer before was wrong.
+    /// The answers that password questions get from now on, by file name, then Cancel. What was asked is in
+    /// `questions`, with "!" behind the name where the answer before was wrong.
     void answerPasswords(const QHash<QString, QStringList>& answers);
 
     /// Runs the event loop until it holds.
@@ -88,8 +88,8 @@ QString order(const OpenFile& file);
 /// Ids of the pages at 1-based positions.
 QSet<QUuid> at(const OpenFile& file, const QList<int>& positions);
 
-/// Runs the present test once more in a process of an ordinary user, whom permissions hold back, if this is the
-/// superuser. False: this is an ordinary user, and the test has to do its work.
+/// Runs the present test once more in a process of an ordinary user, whom permissions hold back, if this is
+/// the superuser. False: this is an ordinary user, and the test has to do its work.
 bool wasLeftToAnOrdinaryUser();
 
 } // namespace folvane
