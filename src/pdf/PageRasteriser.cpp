@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace folvane::pdf {
 
@@ -41,15 +42,29 @@ private:
     Goffset currentPos() const override { return m_position; }
     void setCurrentPos(Goffset position) override { m_position = position; }
 
+    /// Poppler asks for a kilobyte at a time; the file is asked for more at once.
     Goffset read(char* to, Goffset size) override
     {
-        const Goffset got = std::max<Goffset>(m_file->read(m_position, to, size), 0);
+        Goffset into = m_position - m_blockStart;
+        if (into < 0 || into >= static_cast<Goffset>(m_block.size())) {
+            m_block.resize(blockSize);
+            m_blockStart = m_position;
+            m_block.resize(static_cast<size_t>(
+                std::max<qint64>(m_file->read(m_position, m_block.data(), blockSize), 0)));
+            into = 0;
+        }
+        const Goffset got = std::min(size, static_cast<Goffset>(m_block.size()) - into);
+        std::copy_n(m_block.data() + into, got, to);
         m_position += got;
         return got;
     }
 
+    static constexpr qint64 blockSize = 16 * 1024;
+
     std::shared_ptr<const SourceFile> m_file;
     Goffset m_position = 0;
+    Goffset m_blockStart = 0;
+    std::vector<char> m_block;
 };
 
 void prepareLibrary()
@@ -94,7 +109,7 @@ QImage asImage(std::unique_ptr<SplashBitmap> bitmap)
     unsigned char* pixels = bitmap->takeData();
     if (!pixels)
         return {};
-    return QImage(pixels, size.width(), size.height(), bytesPerLine, QImage::Format_RGB32, &gfree, pixels);
+    return QImage(pixels, size.width(), size.height(), bytesPerLine, QImage::Format_RGB888, &gfree, pixels);
 }
 
 } // namespace
@@ -128,7 +143,7 @@ private:
     const QByteArray m_bytes;
     const std::shared_ptr<const SourceFile> m_file;
     PDFDoc m_document; // owns its stream, which reads from the two above
-    SplashOutputDev m_device = SplashOutputDev(splashModeXBGR8, 4, false, s_white);
+    SplashOutputDev m_device = SplashOutputDev(splashModeRGB8, 4, false, s_white);
 };
 
 void PageRasteriser::Library::startDevice()

@@ -23,11 +23,10 @@ public:
 
     int pageCount() const;
 
-    /// Draws the crop box on opaque white into exactly `pixels`: 8-bit sRGB, Format_RGB32, every alpha byte
-    /// 255. The page's own rotation plus `turn` (degrees clockwise, a multiple of 90) decides which side is
-    /// which. Annotations and form fields are drawn, hidden layers are not. Null when the page cannot be
-    /// drawn, when the bitmap would be above 1 GiB, when the file was changed in place, and soon after `stop`
-    /// was asked.
+    /// Draws the crop box on opaque white into exactly `pixels`: 8-bit sRGB, Format_RGB888. The page's own
+    /// rotation plus `turn` (degrees clockwise, a multiple of 90) decides which side is which. Annotations and
+    /// form fields are drawn, hidden layers are not. Null when the page cannot be drawn, when the bitmap would
+    /// be above 1 GiB, when the file was changed in place, and soon after `stop` was asked.
     QImage draw(int index, QSize pixels, int turn, std::stop_token stop = {});
 
 private:

@@ -70,6 +70,19 @@ private:
     size_t m_total = 0;
 };
 
+/// False when the stream cannot be decoded whole.
+bool scan(QPDFObjectHandle stream, NameScanner& scanner)
+{
+    try {
+        bool decoded = false;
+        const bool piped = stream.pipeStreamData(&scanner, &decoded, 0, qpdf_dl_generalized, true);
+        scanner.finish();
+        return piped && decoded && !scanner.overflowed();
+    } catch (const std::exception&) {
+        return false; // damage in a stream that is held in memory is thrown
+    }
+}
+
 } // namespace
 
 std::optional<NameSet> contentNames(QPDFObjectHandle contents)
@@ -77,14 +90,9 @@ std::optional<NameSet> contentNames(QPDFObjectHandle contents)
     const std::vector<QPDFObjectHandle> streams =
         contents.isArray() ? contents.getArrayAsVector() : std::vector<QPDFObjectHandle>{contents};
     NameScanner scanner;
-    for (QPDFObjectHandle stream : streams) {
-        if (!stream.isStream())
-            continue;
-        bool decoded = false;
-        const bool piped = stream.pipeStreamData(&scanner, &decoded, 0, qpdf_dl_generalized, true);
-        if (!piped || !decoded || scanner.overflowed())
+    for (const QPDFObjectHandle& stream : streams) {
+        if (QPDFObjectHandle(stream).isStream() && !scan(stream, scanner))
             return std::nullopt;
-        scanner.finish();
     }
     return std::move(scanner.names());
 }

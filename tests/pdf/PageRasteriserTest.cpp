@@ -113,7 +113,7 @@ TEST_P(PageRasteriserSizes, FillsExactlyThePixelsAskedFor)
     const auto [name, boxes, pixels] = GetParam();
     const QImage image = drawn(onePage(boxes, "1 0 0 rg -20000 -20000 40000 40000 re f"), pixels);
     ASSERT_EQ(image.size(), pixels);
-    EXPECT_EQ(image.format(), QImage::Format_RGB32);
+    EXPECT_EQ(image.format(), QImage::Format_RGB888);
     EXPECT_EQ(image.pixel(0, 0), red);
     EXPECT_EQ(image.pixel(pixels.width() - 1, pixels.height() - 1), red);
 }
@@ -140,11 +140,8 @@ TEST(PageRasteriser, PaperIsOpaqueWhiteUnderTransparentContent)
                 "/Half gs 1 0 0 rg 0 0 10 20 re f");
     const QImage image = drawn(file, {20, 20});
     EXPECT_EQ(image.pixel(15, 10), white);
-    EXPECT_EQ(qAlpha(image.pixel(5, 10)), 255);
     EXPECT_NEAR(qGreen(image.pixel(5, 10)), 128, 2);
-    const auto* word =
-        reinterpret_cast<const QRgb*>(image.constScanLine(10)); // pixel() would hide a wrong alpha
-    EXPECT_TRUE(std::all_of(word, word + 20, [](QRgb pixel) { return qAlpha(pixel) == 255; }));
+    EXPECT_FALSE(image.hasAlphaChannel());
 }
 
 TEST(PageRasteriser, EdgesAreSmooth)

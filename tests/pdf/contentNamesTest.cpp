@@ -77,8 +77,9 @@ TEST_P(Pruning, LeavesOutWhatIsNotNamed)
     QPDFObjectHandle borrowing = qpdf.newStream("/Inner Do");
     borrowing.getDict().replaceKey("/Subtype", QPDFObjectHandle::newName("/Form"));
     QPDFObjectHandle resources = QPDFObjectHandle::parse(GetParam().resources);
-    if (resources.getKey("/XObject").hasKey("/Form"))
-        resources.getKey("/XObject").replaceKey("/Form", borrowing);
+    if (QPDFObjectHandle objects = resources.getKey("/XObject");
+        objects.isDictionary() && objects.hasKey("/Form"))
+        objects.replaceKey("/Form", borrowing);
     QPDFObjectHandle pruned = prunedResources(resources, qpdf.newStream(std::string(GetParam().contents)));
     std::string keys;
     for (auto& [category, entries] : pruned.getDictAsMap()) {

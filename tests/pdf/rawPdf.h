@@ -16,14 +16,14 @@ inline QByteArray rawPdf(const QList<QByteArray>& objects)
     }
     const QByteArray count = QByteArray::number(objects.size() + 1);
     const QByteArray start = QByteArray::number(file.size());
-    return file + "xref\n0 " + count + "\n" + table + "trailer\n<< /Size " + count +
-           " /Root 1 0 R >>\nstartxref\n" + start + "\n%%EOF\n";
+    return file + "xref\n0 " + count + "\n" + table + "trailer\n<< /Size " + count
+           + " /Root 1 0 R >>\nstartxref\n" + start + "\n%%EOF\n";
 }
 
 inline QByteArray rawStream(const QByteArray& dictionaryEntries, const QByteArray& data)
 {
-    return "<< " + dictionaryEntries + " /Length " + QByteArray::number(data.size()) + " >>\nstream\n" + data +
-           "\nendstream";
+    return "<< " + dictionaryEntries + " /Length " + QByteArray::number(data.size()) + " >>\nstream\n" + data
+           + "\nendstream";
 }
 
 } // namespace folvane::pdf
