@@ -22,6 +22,10 @@ class Sample:
     def ms(self):
         return statistics.median(self.times)
 
+    def ratio_to(self, other):
+        """The median over the rounds, so that a slow spell of the machine meets both sides."""
+        return statistics.median(own / theirs for own, theirs in zip(self.times, other.times))
+
     @property
     def peak(self):
         return statistics.median(self.peaks)

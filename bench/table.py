@@ -12,7 +12,7 @@ HEAD = "| Work | Ours | Against | Theirs | Ratio | Target | |\n|---|---:|---|---
 @dataclass
 class Row:
     """`limit` is the largest ratio (or number of ms, where there is no rival) that passes, or None; `strict`
-    asks for less than it."""
+    asks for less than it. `ratio` is that of the two numbers unless given."""
     work: str
     ours: float
     unit: str
@@ -20,10 +20,13 @@ class Row:
     theirs: float = 0
     limit: float = None
     strict: bool = False
+    ratio: float = None
 
     @property
     def value(self):
-        return self.ours / self.theirs if self.rival else self.ours
+        if not self.rival:
+            return self.ours
+        return self.ours / self.theirs if self.ratio is None else self.ratio
 
     @property
     def verdict(self):

@@ -1,5 +1,7 @@
 #include "pdf/pageTree.h"
 
+#include <algorithm>
+
 namespace folvane::pdf {
 
 namespace {
@@ -75,6 +77,10 @@ std::vector<QPDFObjectHandle> loosePages(QPDF& qpdf)
         if (object.isDictionary() && object.getKey("/Type").isNameAndEquals("/Page"))
             pages.push_back(object);
     }
+    // Producers write pages in reading order more often than they number them so.
+    std::sort(pages.begin(), pages.end(), [](QPDFObjectHandle a, QPDFObjectHandle b) {
+        return a.getParsedOffset() < b.getParsedOffset();
+    });
     return pages;
 }
 

@@ -8,7 +8,7 @@ namespace folvane::pdf {
 
 /// The pages of a document in order, each an object of its own. Mends, in memory, what would mislead later: a node
 /// that loops is passed over, a page that occurs twice is doubled, a wrong /Parent is set right. When the tree leads
-/// to no page, all page objects that the file holds, by number. Throws what qpdf throws.
+/// to no page, all page objects that the file holds, in its order. Throws what qpdf throws.
 std::vector<QPDFObjectHandle> pagesOf(QPDF& qpdf);
 
 } // namespace folvane::pdf

@@ -76,7 +76,7 @@ QCoro::Task<std::optional<QUrl>> QtPanels::chooseSave(SavePanel panel)
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setFileMode(QFileDialog::AnyFile);
     dialog->setNameFilter(filter({ContentType::Pdf}));
-    dialog->setDefaultSuffix(QStringLiteral("pdf"));
+    // No default ending: some panels add it behind their own question about replacing. The model adds it and asks.
     dialog->selectFile(panel.name);
     const QList<QUrl> urls = co_await chosen(dialog);
     co_return first(urls);

@@ -38,7 +38,8 @@ private:
 
 QCoro::Task<> note(SerialWorker& worker, std::vector<int>& log, int number)
 {
-    co_await worker.run([&log, number] { log.push_back(number); });
+    const auto noting = [&log, number] { log.push_back(number); };
+    co_await worker.run(noting);
 }
 
 template <typename Error, typename Task>
@@ -69,7 +70,8 @@ TEST(SerialWorker, ResumesOnTheCallersThread)
 {
     SerialWorker worker("test");
     const auto ask = [](SerialWorker& on) -> QCoro::Task<QThread*> {
-        QThread* worked = co_await on.run([] { return QThread::currentThread(); });
+        const auto current = [] { return QThread::currentThread(); };
+        QThread* worked = co_await on.run(current);
         EXPECT_NE(worked, QThread::currentThread());
         co_return QThread::currentThread();
     };
