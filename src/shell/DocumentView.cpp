@@ -1,5 +1,6 @@
 #include "shell/DocumentView.h"
 
+#include "documents/statusLine.h"
 #include "platform/spawn.h"
 #include "shell/Button.h"
 #include "shell/ElidedLabel.h"
@@ -47,18 +48,6 @@ void setTextColor(QWidget* widget, const QColor& color)
 }
 
 } // namespace
-
-QString statusLine(const OpenFile& file)
-{
-    QStringList pieces{DocumentView::tr("%1 pages").arg(file.pages.value().size())};
-    if (const auto selected = file.selection.value().size(); selected > 0)
-        pieces += DocumentView::tr("%1 selected").arg(selected);
-    if (file.password)
-        pieces += DocumentView::tr("password");
-    if (file.isEdited)
-        pieces += DocumentView::tr("not saved");
-    return pieces.join(QStringLiteral(" · "));
-}
 
 QString extractTitle(const OpenFile& file)
 {

@@ -45,8 +45,6 @@ private:
     PageGrid* m_grid;
 };
 
-/// "12 pages · 3 selected · password · not saved": what of it applies.
-QString statusLine(const OpenFile& file);
 /// The command that extracts the selected pages, or all when there is none.
 QString extractTitle(const OpenFile& file);
 /// The Insert Pages command: asks for files and adds their pages.

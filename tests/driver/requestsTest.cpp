@@ -130,6 +130,7 @@ TEST_F(DriverTest, ShowsTheWholeState)
     EXPECT_EQ(first["isEdited"], QJsonValue(true));
     EXPECT_EQ(first["locked"], QJsonValue(false));
     EXPECT_EQ(first["selection"], QJsonValue(QJsonArray{2}));
+    EXPECT_EQ(first["statusLine"].toString(), "2 pages · 1 selected · not saved");
     const QJsonObject page = first["pages"][1].toObject();
     EXPECT_EQ(page["path"].toString(), a);
     EXPECT_EQ(page["index"], QJsonValue(1));

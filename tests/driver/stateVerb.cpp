@@ -1,5 +1,6 @@
 #include "verbs.h"
 
+#include "documents/statusLine.h"
 #include "engine/PDFEngine.h"
 #include "shownFile.h"
 
@@ -63,7 +64,8 @@ QJsonObject around(const AppModel& model)
             {QStringLiteral("file"), shownFile(model)},
             {QStringLiteral("busy"), busy ? QJsonValue(busy->title) : QJsonValue::Null},
             {QStringLiteral("sheet"), name(model.sheet.value())},
-            {QStringLiteral("closing"), closing ? placeOf(model, closing->id) : QJsonValue::Null}};
+            {QStringLiteral("closing"), closing ? placeOf(model, closing->id) : QJsonValue::Null},
+            {QStringLiteral("merge"), QJsonArray()}}; // nothing can be put into it yet
 }
 
 QJsonArray positions(const Snapshot& document)
@@ -109,6 +111,7 @@ void tellDocument(JsonLine& line, const Snapshot& document)
     line.field(QStringLiteral("isEdited"), file.isEdited.value());
     line.field(QStringLiteral("locked"), file.password.has_value());
     line.field(QStringLiteral("selection"), positions(document));
+    line.field(QStringLiteral("statusLine"), statusLine(file));
     const auto page = [&](int i) { tellPage(line, document.pages[size_t(i)], document.sizes[size_t(i)]); };
     line.objects(QStringLiteral("pages"), int(document.pages.size()), page);
 }
