@@ -27,7 +27,7 @@ public:
     Engine& operator=(const Engine&) = delete;
 
     /// Opens a PDF or a picture, by the name's ending alone. A document that is open already answers at once,
-    /// whatever the password. Never throws: all failures are `Unreadable` or `NeedsPassword`.
+    /// whatever the password, also one without pages. Never throws: all failures are `Unreadable` or `NeedsPassword`.
     OpenResult open(const QUrl& url, const std::optional<QString>& password = std::nullopt);
     /// Lets go of the document behind `url`.
     void forget(const QUrl& url);
@@ -44,7 +44,6 @@ public:
     QList<QByteArray> pictures(const BuildPlan& plan, double dpi, bool jpeg, std::stop_token stop = {});
 
 private:
-    struct Held;
     struct State;
 
     std::unique_ptr<State> m_state;

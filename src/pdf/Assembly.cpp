@@ -48,16 +48,20 @@ bySource(const std::vector<PageCopy>& pages, const std::vector<QPDFObjectHandle>
     return groups;
 }
 
-/// What the header says, unless the catalogue raises it (ISO 32000-2, 7.5.2).
+/// What the header says, unless the catalogue raises it (ISO 32000-2, 7.5.2). A header beyond reason counts as 1.7.
 PDFVersion versionOf(DocumentData& source)
 {
-    PDFVersion version = source.qpdf->getVersionAsPDFVersion();
-    QPDFObjectHandle raised = source.catalogue().getKey("/Version");
-    int major = 0;
-    int minor = 0;
-    if (raised.isName() && std::sscanf(raised.getName().c_str(), "/%1d.%1d", &major, &minor) == 2)
-        version.updateIfGreater(PDFVersion(major, minor));
-    return version;
+    try {
+        PDFVersion version = source.qpdf->getVersionAsPDFVersion();
+        QPDFObjectHandle raised = source.catalogue().getKey("/Version");
+        int major = 0;
+        int minor = 0;
+        if (raised.isName() && std::sscanf(raised.getName().c_str(), "/%1d.%1d", &major, &minor) == 2)
+            version.updateIfGreater(PDFVersion(major, minor));
+        return version;
+    } catch (const std::exception&) {
+        return PDFVersion(1, 7);
+    }
 }
 
 /// A flat page tree: the library would keep its own books of each page that is added through it.
@@ -80,7 +84,8 @@ struct Assembly::Target {
 
     void makeParts(const std::vector<PageCopy>& copies);
     void copyPages(const std::stop_token& stop);
-    void copyWhatHangsOnThem(const std::vector<PageCopy>& copies, NamedDestinations& names);
+    void copyWhatHangsOnThem(const std::vector<PageCopy>& copies, NamedDestinations& names,
+                             const std::stop_token& stop);
 };
 
 void Assembly::Target::makeParts(const std::vector<PageCopy>& copies)
@@ -109,13 +114,15 @@ void Assembly::Target::copyPages(const std::stop_token& stop)
     setPages(qpdf, pages);
 }
 
-void Assembly::Target::copyWhatHangsOnThem(const std::vector<PageCopy>& copies, NamedDestinations& names)
+void Assembly::Target::copyWhatHangsOnThem(const std::vector<PageCopy>& copies, NamedDestinations& names,
+                                           const std::stop_token& stop)
 {
     QPDFObjectHandle root = qpdf.getRoot();
     FormMerger forms(qpdf);
     for (SourcePart& part : parts)
         forms.add(part);
     setUnlessNull(root, "/AcroForm", forms.form());
+    throwIfStopped(stop);
     names.write(qpdf);
     setUnlessNull(root, "/Outlines", joinedOutlines(qpdf, parts));
 
@@ -124,6 +131,7 @@ void Assembly::Target::copyWhatHangsOnThem(const std::vector<PageCopy>& copies, 
         labelled.push_back({&copy.source->data(), copy.index});
     setUnlessNull(root, "/PageLabels", joinedPageLabels(labelled));
 
+    throwIfStopped(stop);
     copyOutputIntents(qpdf, parts);
     if (parts.size() == 1) {
         if (parts.front().isWhole())
@@ -141,7 +149,7 @@ Assembly::Assembly(const std::vector<PageCopy>& pages, std::stop_token stop)
     m_target->makeParts(pages);
     NamedDestinations names(m_target->parts);
     m_target->copyPages(stop);
-    m_target->copyWhatHangsOnThem(pages, names);
+    m_target->copyWhatHangsOnThem(pages, names, stop);
 }
 
 Assembly::~Assembly() = default;
@@ -151,7 +159,7 @@ QByteArray Assembly::written(const QString& password, std::stop_token stop)
     return writtenDocument(m_target->qpdf, m_target->version, password, stop);
 }
 
-std::unique_ptr<PageRasteriser> rasteriserOf(Document& document)
+std::unique_ptr<PageRasteriser> rasteriserOf(Document& document, const std::stop_token& stop)
 {
     DocumentData& data = document.data();
     if (data.readsFileAsItIs) {
@@ -165,7 +173,7 @@ std::unique_ptr<PageRasteriser> rasteriserOf(Document& document)
     for (int i = 0; i < document.pageCount(); ++i)
         all.push_back({&document, i, document.rotation(i).value_or(0)});
     try {
-        return PageRasteriser::open(Assembly(all, {}).written({}, {}));
+        return PageRasteriser::open(Assembly(all, stop).written({}, stop));
     } catch (const std::exception&) {
         return nullptr; // a page that cannot be drawn is a placeholder, not an error
     }

@@ -40,6 +40,6 @@ private:
 
 /// Draws what a copy of the document would show: from the file itself where nothing was decrypted or repaired, else
 /// from an unlocked copy in memory. Null when that cannot be made.
-std::unique_ptr<PageRasteriser> rasteriserOf(Document& document);
+std::unique_ptr<PageRasteriser> rasteriserOf(Document& document, const std::stop_token& stop);
 
 } // namespace folvane::pdf

@@ -37,20 +37,28 @@ bool Document::isIntact() const
 
 QImage Document::draw(int index, QSize pixels, int turn, std::stop_token stop)
 {
-    if (!m_data->rasteriser)
-        m_data->rasteriser = rasteriserOf(*this);
-    QImage image = m_data->rasteriser ? m_data->rasteriser->draw(index, pixels, turn, stop) : QImage();
+    QImage image = drawAsItStands(index, pixels, turn, stop);
     if (!image.isNull() || stop.stop_requested() || !m_data->readsFileAsItIs)
         return image;
     // The file may be stranger than it seemed; what a copy makes of it can be drawn, or nothing can.
     m_data->readsFileAsItIs = false;
-    m_data->rasteriser = rasteriserOf(*this);
+    releaseDrawing();
+    return drawAsItStands(index, pixels, turn, stop);
+}
+
+QImage Document::drawAsItStands(int index, QSize pixels, int turn, const std::stop_token& stop)
+{
+    if (!m_data->rasteriser && !m_data->cannotBeDrawn) {
+        m_data->rasteriser = rasteriserOf(*this, stop);
+        m_data->cannotBeDrawn = !m_data->rasteriser && !stop.stop_requested();
+    }
     return m_data->rasteriser ? m_data->rasteriser->draw(index, pixels, turn, stop) : QImage();
 }
 
 void Document::releaseDrawing()
 {
     m_data->rasteriser.reset();
+    m_data->cannotBeDrawn = false;
 }
 
 } // namespace folvane::pdf

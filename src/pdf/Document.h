@@ -45,6 +45,8 @@ public:
     DocumentData& data() const { return *m_data; }
 
 private:
+    QImage drawAsItStands(int index, QSize pixels, int turn, const std::stop_token& stop);
+
     std::unique_ptr<DocumentData> m_data;
 };
 

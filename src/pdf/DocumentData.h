@@ -25,6 +25,7 @@ struct DocumentData {
     bool readsFileAsItIs = false; ///< not encrypted, repaired or made: other readers see the same in the file
 
     std::unique_ptr<PageRasteriser> rasteriser;       ///< made at the first drawing
+    bool cannotBeDrawn = false;                       ///< trying again would fail again
     std::optional<DestinationTable> destinationTable; ///< read at the first build
     std::optional<FormTree> formTree;                 ///< read at the first build
 

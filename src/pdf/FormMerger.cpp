@@ -61,9 +61,13 @@ void FormMerger::addRound(SourcePart& part, SourcePart::Round& round)
     if (round.keptFields.empty() && !hasWidgets(part.source(), round))
         return;
     const std::vector<FormTree::Node>& nodes = part.source().form().nodes;
+    std::vector<QPDFObjectHandle> fields;
     std::vector<QPDFObjectHandle> topLevel;
     for (const size_t i : round.keptFields) {
         QPDFObjectHandle copied = round.copier.copy(nodes[i].field);
+        if (copied.isNull())
+            continue;
+        fields.push_back(copied);
         if (nodes[i].parent < 0)
             topLevel.push_back(copied);
     }
@@ -71,8 +75,8 @@ void FormMerger::addRound(SourcePart& part, SourcePart::Round& round)
 
     QPDFObjectHandle form = part.source().catalogue().getKey("/AcroForm");
     const NameMap newFonts = mergeDefaultResources(round, form.getKey("/DR"));
-    for (const size_t i : round.keptFields)
-        renameFonts(round.copier.find(nodes[i].field.getObjGen()), newFonts);
+    for (const QPDFObjectHandle& field : fields)
+        renameFonts(field, newFonts);
     takeDefaults(round, form, topLevel, newFonts);
     renameClashing(topLevel);
     for (const QPDFObjectHandle& field : topLevel)
@@ -152,6 +156,8 @@ void FormMerger::takeDefaults(SourcePart::Round& round, QPDFObjectHandle form,
     const bool isFirst = !std::exchange(m_isNeeded, true);
     for (const char* key : {"/DA", "/Q"}) {
         QPDFObjectHandle value = round.copier.copy(form.getKey(key));
+        if (value.isNull() && std::string_view(key) == "/Q")
+            value = QPDFObjectHandle::newInteger(0); // what no value means must be said beside another form's
         if (isFirst && !value.isNull())
             m_form.replaceKey(key, value);
         if (isFirst || value.isNull() || isSame(value, m_form.getKey(key)))

@@ -4,16 +4,24 @@ namespace folvane::pdf {
 
 namespace {
 
+/// Damaged forms list fonts and page trees among their fields.
+bool isField(QPDFObjectHandle object)
+{
+    if (!object.isDictionary()
+        || (object.hasKey("/Type") && !object.getKey("/Type").isNameAndEquals("/Annot")))
+        return false;
+    return object.hasKey("/FT") || object.hasKey("/T") || object.hasKey("/Kids") || object.hasKey("/Parent")
+           || object.getKey("/Subtype").isNameAndEquals("/Widget");
+}
+
 void addNodes(FormTree& tree, QPDFObjectHandle fields, int parent, ObjGenSet& seen)
 {
     if (!fields.isArray())
         return;
     for (QPDFObjectHandle field : fields.getArrayAsVector()) {
-        if (!field.isIndirect() || !field.isDictionary() || !seen.insert(field.getObjGen()).second)
+        if (!field.isIndirect() || !isField(field) || !seen.insert(field.getObjGen()).second)
             continue;
-        tree.nodes.push_back({field, parent, true});
-        if (parent >= 0)
-            tree.nodes[static_cast<size_t>(parent)].isTerminal = false;
+        tree.nodes.push_back({field, parent});
     }
 }
 

@@ -10,8 +10,7 @@ namespace folvane::pdf {
 struct FormTree {
     struct Node {
         QPDFObjectHandle field;
-        int parent = -1;        ///< index of the node above, -1 for a top-level field
-        bool isTerminal = true; ///< no field or widget below it
+        int parent = -1; ///< index of the node above, -1 for a top-level field
     };
 
     std::vector<Node> nodes; ///< only indirect objects: nothing else can be shared with a page

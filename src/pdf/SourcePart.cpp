@@ -2,7 +2,6 @@
 
 #include "pdf/DocumentData.h"
 #include "pdf/pageAttributes.h"
-#include "pdf/resourcePruning.h"
 
 #include <algorithm>
 #include <array>
@@ -16,10 +15,11 @@ namespace {
 /// Entries of a page that do not travel, or that are set on their own.
 bool staysBehind(std::string_view key)
 {
-    constexpr std::array<std::string_view, 15> behind{
-        "/Parent",    "/Annots",    "/Resources", "/MediaBox", "/CropBox",
-        "/Rotate",    "/B",         "/Thumb",     "/AA",       "/ID",
-        "/PieceInfo", "/PresSteps", "/DPart",     "/PZ",       "/TemplateInstantiated"};
+    constexpr std::array<std::string_view, 16> behind{
+        "/Type",      "/Parent",  "/Annots", "/Resources",
+        "/MediaBox",  "/CropBox", "/Rotate", "/B",
+        "/Thumb",     "/AA",      "/ID",     "/PieceInfo",
+        "/PresSteps", "/DPart",   "/PZ",     "/TemplateInstantiated"};
     return std::find(behind.begin(), behind.end(), key) != behind.end();
 }
 
@@ -32,9 +32,9 @@ SourcePart::SourcePart(QPDF& target, DocumentData& source, const std::vector<Pag
     sortIntoRounds(target, pages);
     m_isComplete = m_rounds.front().pages.size() == source.pages.size();
     const bool isWhole = company == Company::Alone && m_isComplete && m_rounds.size() == 1;
-    m_rules.emplace(source, copier(),
-                    isWhole ? TravelRules::Structure::Carried : TravelRules::Structure::Dropped,
-                    m_isComplete ? TravelRules::Resources::AsTheyAre : TravelRules::Resources::Pruned);
+    m_rules.emplace(
+        source, copier(), isWhole ? TravelRules::Structure::Carried : TravelRules::Structure::Dropped,
+        m_isComplete ? TravelRules::Resources::AsTheyAre : TravelRules::Resources::Pruned, company);
     for (Round& round : m_rounds)
         round.copier.setRules(*m_rules);
 
@@ -143,8 +143,7 @@ void SourcePart::buryLeftOutFields(Round& round)
     std::vector<bool> kept(nodes.size());
     for (size_t i = nodes.size(); i-- > 0;) { // children stand behind their parents
         const QPDFObjGen og = nodes[i].field.getObjGen();
-        if (nodes[i].isTerminal)
-            kept[i] = onRound.count(og) > 0;
+        kept[i] = kept[i] || onRound.count(og) > 0;
         if (kept[i] && nodes[i].parent >= 0)
             kept[static_cast<size_t>(nodes[i].parent)] = true;
     }
@@ -168,7 +167,7 @@ void SourcePart::copyPage(Round& round, const PagePlacement& placement)
             target.replaceKey(key, copied);
     }
     for (const char* box : {"/MediaBox", "/CropBox"}) {
-        if (QPDFObjectHandle value = pageAttribute(page, box); !value.isNull())
+        if (QPDFObjectHandle value = page.getKey(box); !value.isNull())
             target.replaceKey(box, copier.copy(value));
     }
     if (placement.rotation != 0)
@@ -181,12 +180,10 @@ void SourcePart::copyPage(Round& round, const PagePlacement& placement)
 
 QPDFObjectHandle SourcePart::copiedResources(Round& round, QPDFObjectHandle page)
 {
-    QPDFObjectHandle resources = pageAttribute(page, "/Resources");
+    QPDFObjectHandle resources = page.getKey("/Resources");
     if (!resources.isDictionary())
         return QPDFObjectHandle::newDictionary();
-    if (m_rules->prunesResources())
-        resources = prunedResources(resources, page.getKey("/Contents"));
-    return round.copier.copy(resources);
+    return round.copier.copy(m_rules->resourcesFor(resources, page.getKey("/Contents")));
 }
 
 QPDFObjectHandle SourcePart::copiedAnnotations(Round& round, QPDFObjectHandle page, QPDFObjectHandle target)

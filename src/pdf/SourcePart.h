@@ -29,7 +29,7 @@ public:
         std::vector<PagePlacement> pages;
         std::vector<size_t> keptFields; ///< indices into the source's FormTree::nodes
     };
-    enum class Company { Alone, Merged }; ///< whether the new document has other sources, too
+    using Company = TravelRules::Company;
 
     SourcePart(QPDF& target, DocumentData& source, const std::vector<PagePlacement>& pages, Company company);
     SourcePart(const SourcePart&) = delete;

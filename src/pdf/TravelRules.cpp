@@ -3,7 +3,6 @@
 #include "pdf/Destinations.h"
 #include "pdf/DocumentData.h"
 #include "pdf/ObjectCopier.h"
-#include "pdf/resourcePruning.h"
 
 namespace folvane::pdf {
 
@@ -38,8 +37,8 @@ bool holdsSignature(const CopyRules::Entries& field, QPDFObjectHandle value)
 } // namespace
 
 TravelRules::TravelRules(DocumentData& source, const ObjectCopier& copier, Structure structure,
-                         Resources resources)
-    : m_source(source), m_copier(copier), m_structure(structure), m_resources(resources)
+                         Resources resources, Company company)
+    : m_source(source), m_copier(copier), m_structure(structure), m_resources(resources), m_company(company)
 {
 }
 
@@ -62,13 +61,15 @@ void TravelRules::rewrite(Entries& entries, QPDFObjectHandle dictionaryOrStream)
         rewriteDictionary(entries);
 }
 
+QPDFObjectHandle TravelRules::resourcesFor(QPDFObjectHandle resources, QPDFObjectHandle contents) const
+{
+    return m_resources == Resources::Pruned ? m_pruner.pruned(resources, contents) : resources;
+}
+
 void TravelRules::rewriteStream(Entries& entries, QPDFObjectHandle stream) const
 {
-    if (m_resources != Resources::Pruned)
-        return;
-    const auto resources = entries.find("/Resources");
-    if (resources != entries.end() && resources->second.isDictionary())
-        resources->second = prunedResources(resources->second, stream);
+    if (const auto resources = entries.find("/Resources"); resources != entries.end())
+        resources->second = resourcesFor(resources->second, stream);
 }
 
 void TravelRules::rewriteDictionary(Entries& entries) const
@@ -106,24 +107,35 @@ QPDFObjectHandle TravelRules::destinationOf(QPDFObjectHandle annotationOrBookmar
 
 QPDFObjectHandle TravelRules::rewrittenDestination(QPDFObjectHandle destination) const
 {
-    if (destination.isString() || destination.isName()) {
-        const auto renamed =
-            m_newNames.find(destination.isName() ? destination.getName() : destination.getStringValue());
-        if (renamed == m_newNames.end())
-            return destination;
-        return destination.isName() ? QPDFObjectHandle::newName(renamed->second)
-                                    : QPDFObjectHandle::newString(renamed->second);
+    if (destination.isString() || destination.isName())
+        return rewrittenName(destination);
+    if (destination.isDictionary() && destination.getKey("/D").isArray()) {
+        QPDFObjectHandle rewritten = destination.shallowCopy();
+        rewritten.replaceKey("/D", rewrittenDestination(destination.getKey("/D")));
+        return rewritten;
     }
     if (!destination.isArray() || destination.getArrayNItems() < 1
         || !destination.getArrayItem(0).isInteger())
         return destination;
-    // Page numbers change in the new document; the page itself is followed.
+    // Page numbers change in the new document: the page itself is followed. A number without a page stays without.
     const int page = destinationPage(m_source, destination);
-    if (page < 0)
-        return destination;
     QPDFObjectHandle explicitly = destination.shallowCopy();
-    explicitly.setArrayItem(0, m_source.pages[static_cast<size_t>(page)]);
+    explicitly.setArrayItem(0, page < 0 ? QPDFObjectHandle::newNull()
+                                        : m_source.pages[static_cast<size_t>(page)]);
     return explicitly;
+}
+
+QPDFObjectHandle TravelRules::rewrittenName(QPDFObjectHandle name) const
+{
+    // A name that leads nowhere in its own document must not come to life in another's.
+    if (m_company == Company::Merged && m_source.destinations().find(name).isNull())
+        return QPDFObjectHandle::newNull();
+    const auto& newNames = name.isName() ? m_newNames : m_newStrings;
+    const auto renamed = newNames.find(name.isName() ? name.getName() : name.getStringValue());
+    if (renamed == newNames.end())
+        return name;
+    return name.isName() ? QPDFObjectHandle::newName(renamed->second)
+                         : QPDFObjectHandle::newString(renamed->second);
 }
 
 } // namespace folvane::pdf

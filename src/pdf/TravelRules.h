@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pdf/CopyRules.h"
+#include "pdf/ResourcePruner.h"
 
 #include <map>
 #include <string>
@@ -16,17 +17,21 @@ class TravelRules : public CopyRules {
 public:
     enum class Structure { Dropped, Carried };
     enum class Resources { AsTheyAre, Pruned };
+    enum class Company { Alone, Merged }; ///< whether the new document has other sources, too
 
-    TravelRules(DocumentData& source, const ObjectCopier& copier, Structure structure, Resources resources);
+    TravelRules(DocumentData& source, const ObjectCopier& copier, Structure structure, Resources resources,
+                Company company);
 
     bool leavesOut(QPDFObjectHandle dictionary) const override;
     void rewrite(Entries& entries, QPDFObjectHandle dictionaryOrStream) const override;
 
     bool carriesStructure() const { return m_structure == Structure::Carried; }
-    bool prunesResources() const { return m_resources == Resources::Pruned; }
-    /// Named destinations that get another name, so that they do not fall on those of another source. Keys and values
-    /// as in DestinationTable: with a slash for the older kind.
-    void rename(const std::string& from, const std::string& to) { m_newNames[from] = to; }
+    /// What a copy of the content takes of its resources.
+    QPDFObjectHandle resourcesFor(QPDFObjectHandle resources, QPDFObjectHandle contents) const;
+    /// Named destinations that get another name, so that they do not fall on those of another source: those of the
+    /// name tree, and those of the older dictionary.
+    void renameString(const std::string& from, const std::string& to) { m_newStrings[from] = to; }
+    void renameName(const std::string& from, const std::string& to) { m_newNames[from] = to; }
 
     /// The destination leads to a page that is left out.
     bool isGone(QPDFObjectHandle destination) const;
@@ -38,11 +43,15 @@ public:
 private:
     void rewriteStream(Entries& entries, QPDFObjectHandle stream) const;
     void rewriteDictionary(Entries& entries) const;
+    QPDFObjectHandle rewrittenName(QPDFObjectHandle name) const;
 
     DocumentData& m_source;
     const ObjectCopier& m_copier;
     Structure m_structure;
     Resources m_resources;
+    Company m_company;
+    mutable ResourcePruner m_pruner; // what it remembers changes no result
+    std::map<std::string, std::string> m_newStrings;
     std::map<std::string, std::string> m_newNames;
 };
 

@@ -42,8 +42,9 @@ void copyOutputIntents(QPDF& target, std::list<SourcePart>& parts)
                 continue;
             const std::string identity =
                 textOf(intent.getKey("/S")) + '\n' + textOf(intent.getKey("/OutputConditionIdentifier"));
-            if (seen.insert(identity).second)
-                joined.appendItem(part.copier().copy(intent));
+            QPDFObjectHandle copied = part.copier().copy(intent);
+            if (!copied.isNull() && seen.insert(identity).second)
+                joined.appendItem(copied);
         }
         part.copier().drain();
     }

@@ -1,5 +1,6 @@
 #include "pdf/contentNames.h"
 
+#include <stdexcept>
 #include <string_view>
 #include <vector>
 
@@ -7,7 +8,7 @@ namespace folvane::pdf {
 
 namespace {
 
-constexpr size_t decodedLimit = 256U * 1024 * 1024;
+constexpr size_t decodedLimit = 64U * 1024 * 1024;
 
 bool endsName(unsigned char c)
 {
@@ -24,19 +25,6 @@ int hexDigit(char c)
     return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
 }
 
-std::string withoutEscapes(const std::string& name)
-{
-    std::string plain;
-    for (size_t i = 0; i < name.size(); ++i) {
-        const bool isEscape =
-            name[i] == '#' && i + 2 < name.size() && hexDigit(name[i + 1]) >= 0 && hexDigit(name[i + 2]) >= 0;
-        plain += isEscape ? static_cast<char>(16 * hexDigit(name[i + 1]) + hexDigit(name[i + 2])) : name[i];
-        if (isEscape)
-            i += 2;
-    }
-    return plain;
-}
-
 /// Picks the names out of the bytes that flow through.
 class NameScanner : public Pipeline {
 public:
@@ -45,7 +33,10 @@ public:
     void write(const unsigned char* data, size_t length) override
     {
         m_total += length;
-        for (size_t i = 0; i < length && !overflowed(); ++i) {
+        if (m_total > decodedLimit)
+            throw std::runtime_error(
+                "too much content"); // ends the decoding: a bomb must not go on inflating
+        for (size_t i = 0; i < length; ++i) {
             if (!m_name.empty() && endsName(data[i]))
                 endName();
             if (!m_name.empty() || data[i] == '/')
@@ -54,14 +45,13 @@ public:
     }
     void finish() override { endName(); }
 
-    bool overflowed() const { return m_total > decodedLimit; }
     NameSet& names() { return m_names; }
 
 private:
     void endName()
     {
         if (!m_name.empty())
-            m_names.insert(m_name.find('#') == std::string::npos ? m_name : withoutEscapes(m_name));
+            m_names.insert(m_name.find('#') == std::string::npos ? m_name : decodedName(m_name));
         m_name.clear();
     }
 
@@ -77,13 +67,26 @@ bool scan(QPDFObjectHandle stream, NameScanner& scanner)
         bool decoded = false;
         const bool piped = stream.pipeStreamData(&scanner, &decoded, 0, qpdf_dl_generalized, true);
         scanner.finish();
-        return piped && decoded && !scanner.overflowed();
+        return piped && decoded;
     } catch (const std::exception&) {
         return false; // damage in a stream that is held in memory is thrown
     }
 }
 
 } // namespace
+
+std::string decodedName(const std::string& name)
+{
+    std::string plain;
+    for (size_t i = 0; i < name.size(); ++i) {
+        const bool isEscape =
+            name[i] == '#' && i + 2 < name.size() && hexDigit(name[i + 1]) >= 0 && hexDigit(name[i + 2]) >= 0;
+        plain += isEscape ? static_cast<char>(16 * hexDigit(name[i + 1]) + hexDigit(name[i + 2])) : name[i];
+        if (isEscape)
+            i += 2;
+    }
+    return plain;
+}
 
 std::optional<NameSet> contentNames(QPDFObjectHandle contents)
 {

@@ -10,9 +10,12 @@ namespace folvane::pdf {
 
 using NameSet = std::unordered_set<std::string>;
 
+/// A name with its escapes ("#20") resolved.
+std::string decodedName(const std::string& name);
+
 /// All names ("/F1") that occur in the content of a stream or an array of streams, decoded. It may hold more than the
 /// operators use (a look-alike inside a string or an inline image), never less. Nothing when the content cannot be
-/// decoded whole or is longer than 256 MB.
+/// decoded whole or is longer than 64 MB.
 std::optional<NameSet> contentNames(QPDFObjectHandle contents);
 
 } // namespace folvane::pdf

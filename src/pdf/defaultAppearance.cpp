@@ -1,5 +1,7 @@
 #include "pdf/defaultAppearance.h"
 
+#include "pdf/contentNames.h"
+
 #include <algorithm>
 
 namespace folvane::pdf {
@@ -15,7 +17,7 @@ std::string renamedFontsInAppearance(const std::string& appearance,
             end = std::min(appearance.find_first_of(std::string(" \t\r\n\f\0()<>[]{}/%", 16), end),
                            appearance.size());
         const std::string token = appearance.substr(at, end - at);
-        const auto found = newNames.find(token);
+        const auto found = newNames.find(decodedName(token));
         result += found == newNames.end() ? token : found->second;
         at = end;
     }

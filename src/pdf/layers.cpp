@@ -51,10 +51,11 @@ public:
             addLayer(part, layer, states);
         for (const char* list : {"/Order", "/RBGroups", "/Locked", "/AS"})
             append(list, copier, configuration.getKey(list));
-        for (const char* key : {"/Name", "/Creator", "/ListMode", "/Intent"}) {
+        for (const char* key : {"/Name", "/Creator", "/ListMode"}) {
             if (!m_configuration.hasKey(key) && configuration.hasKey(key))
                 m_configuration.replaceKey(key, copier.copy(configuration.getKey(key)));
         }
+        takeIntent(copier.copy(configuration.getKey("/Intent")));
         if (part.isWhole() && properties.hasKey("/Configs"))
             m_alternatives = copier.copy(properties.getKey("/Configs"));
         copier.drain();
@@ -66,6 +67,7 @@ public:
             return QPDFObjectHandle::newNull();
         if (m_hidden.getArrayNItems() > 0)
             m_configuration.replaceKey("/OFF", m_hidden);
+        m_configuration.replaceKey("/Intent", m_intent);
         QPDFObjectHandle properties = QPDFObjectHandle::newDictionary();
         properties.replaceKey("/OCGs", m_layers);
         properties.replaceKey("/D", m_configuration);
@@ -85,9 +87,21 @@ private:
             return;
         }
         QPDFObjectHandle copied = copier.copy(layer);
+        if (copied.isNull())
+            return;
         m_layers.appendItem(copied);
         if (states.isHidden(layer))
             m_hidden.appendItem(copied);
+    }
+
+    /// Layers of another intent than the configuration's would always show, so where sources differ all intents count.
+    void takeIntent(QPDFObjectHandle intent)
+    {
+        if (intent.isNull())
+            intent = QPDFObjectHandle::newName("/View");
+        if (m_intent.isInitialized() && m_intent.unparse() != intent.unparse())
+            intent = QPDFObjectHandle::newName("/All");
+        m_intent = intent;
     }
 
     void append(const char* key, ObjectCopier& copier, QPDFObjectHandle list)
@@ -105,6 +119,7 @@ private:
     QPDFObjectHandle m_layers = QPDFObjectHandle::newArray();
     QPDFObjectHandle m_hidden = QPDFObjectHandle::newArray();
     QPDFObjectHandle m_configuration = QPDFObjectHandle::newDictionary();
+    QPDFObjectHandle m_intent;
     QPDFObjectHandle m_alternatives;
 };
 

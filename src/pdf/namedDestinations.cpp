@@ -10,14 +10,18 @@ NamedDestinations::NamedDestinations(std::list<SourcePart>& parts)
 {
     for (SourcePart& part : parts) {
         const DestinationTable& table = part.source().destinations();
-        take(part, table.byString, m_byString);
-        take(part, table.byName, m_byName);
+        for (const auto& [from, to] : take(part, table.byString, m_byString))
+            part.rules().renameString(from, to);
+        for (const auto& [from, to] : take(part, table.byName, m_byName))
+            part.rules().renameName(from, to);
     }
 }
 
-void NamedDestinations::take(SourcePart& part, const std::map<std::string, QPDFObjectHandle>& names,
-                             Entries& taken)
+/// Returns the names that had to be replaced.
+std::map<std::string, std::string> NamedDestinations::take(SourcePart& part, const Names& names,
+                                                           Entries& taken)
 {
+    std::map<std::string, std::string> renamed;
     for (const auto& [name, destination] : names) {
         if (part.rules().isGone(destination))
             continue;
@@ -25,9 +29,10 @@ void NamedDestinations::take(SourcePart& part, const std::map<std::string, QPDFO
         for (int number = 1; taken.count(free) || (free != name && names.count(free)); ++number)
             free = name + "+" + std::to_string(number);
         if (free != name)
-            part.rules().rename(name, free);
+            renamed.emplace(name, free);
         taken.emplace(free, Entry{&part, destination});
     }
+    return renamed;
 }
 
 void NamedDestinations::write(QPDF& target)
@@ -46,10 +51,8 @@ std::map<std::string, QPDFObjectHandle> NamedDestinations::copied(const Entries&
 {
     std::map<std::string, QPDFObjectHandle> copies;
     for (const auto& [name, entry] : entries) {
-        QPDFObjectHandle source = entry.source;
-        QPDFObjectHandle rewritten =
-            source.isArray() ? entry.part->rules().rewrittenDestination(source) : source;
-        QPDFObjectHandle copy = entry.part->copier().copy(rewritten);
+        QPDFObjectHandle copy =
+            entry.part->copier().copy(entry.part->rules().rewrittenDestination(entry.source));
         if (!copy.isNull())
             copies.emplace(name, copy);
     }

@@ -20,8 +20,9 @@ private:
         QPDFObjectHandle source;
     };
     using Entries = std::map<std::string, Entry>;
+    using Names = std::map<std::string, QPDFObjectHandle>;
 
-    void take(SourcePart& part, const std::map<std::string, QPDFObjectHandle>& names, Entries& taken);
+    std::map<std::string, std::string> take(SourcePart& part, const Names& names, Entries& taken);
     static std::map<std::string, QPDFObjectHandle> copied(const Entries& entries);
 
     Entries m_byString;

@@ -7,7 +7,7 @@ namespace folvane::pdf {
 
 namespace {
 
-constexpr int depthLimit = 256; // far beyond any table of contents; damage and malice go deeper
+constexpr int depthLimit = 20'000; // far beyond any table of contents; damage and malice go deeper
 
 struct Bookmark {
     QPDFObjectHandle source;

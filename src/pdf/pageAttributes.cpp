@@ -1,5 +1,6 @@
 #include "pdf/pageAttributes.h"
 
+#include <cmath>
 #include <optional>
 
 namespace folvane::pdf {
@@ -7,6 +8,7 @@ namespace folvane::pdf {
 namespace {
 
 const QRectF usLetter(0, 0, 612, 792);
+constexpr double longestSide = 1e9; // points; beyond is damage
 
 std::optional<QRectF> rectangle(QPDFObjectHandle box)
 {
@@ -18,23 +20,13 @@ std::optional<QRectF> rectangle(QPDFObjectHandle box)
         if (!item.isNumber())
             return std::nullopt;
         corner[i] = item.getNumericValue();
+        if (!(std::abs(corner[i]) < longestSide)) // also what is no number
+            return std::nullopt;
     }
     return QRectF(QPointF(corner[0], corner[1]), QPointF(corner[2], corner[3])).normalized();
 }
 
 } // namespace
-
-QPDFObjectHandle pageAttribute(QPDFObjectHandle page, const std::string& key)
-{
-    ObjGenSet seen;
-    for (QPDFObjectHandle node = page; node.isDictionary(); node = node.getKey("/Parent")) {
-        if (node.hasKey(key))
-            return node.getKey(key);
-        if (!seen.insert(node.getObjGen()).second)
-            break;
-    }
-    return QPDFObjectHandle::newNull();
-}
 
 std::vector<QPDFObjectHandle> annotationsOf(QPDFObjectHandle page)
 {
@@ -51,8 +43,8 @@ std::vector<QPDFObjectHandle> annotationsOf(QPDFObjectHandle page)
 
 int pageRotation(QPDFObjectHandle page)
 {
-    QPDFObjectHandle rotate = pageAttribute(page, "/Rotate");
-    if (!rotate.isNumber())
+    QPDFObjectHandle rotate = page.getKey("/Rotate");
+    if (!rotate.isNumber() || !(std::abs(rotate.getNumericValue()) < 1e6))
         return 0;
     const int degrees = static_cast<int>(rotate.getNumericValue()) % 360;
     return degrees % 90 == 0 ? normalisedAngle(degrees) : 0;
@@ -60,10 +52,10 @@ int pageRotation(QPDFObjectHandle page)
 
 PageGeometry pageGeometry(QPDFObjectHandle page)
 {
-    std::optional<QRectF> media = rectangle(pageAttribute(page, "/MediaBox"));
+    std::optional<QRectF> media = rectangle(page.getKey("/MediaBox"));
     if (!media || media->isEmpty())
         media = usLetter;
-    QRectF crop = rectangle(pageAttribute(page, "/CropBox")).value_or(*media).intersected(*media);
+    QRectF crop = rectangle(page.getKey("/CropBox")).value_or(*media).intersected(*media);
     if (crop.isEmpty())
         crop = *media;
     return {crop, pageRotation(page)};

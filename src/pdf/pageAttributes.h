@@ -8,9 +8,6 @@
 
 namespace folvane::pdf {
 
-/// The value of an attribute that a page may inherit from the nodes above it; null when none has it.
-QPDFObjectHandle pageAttribute(QPDFObjectHandle page, const std::string& key);
-
 /// The annotations of a page, as they stand there.
 std::vector<QPDFObjectHandle> annotationsOf(QPDFObjectHandle page);
 

@@ -4,6 +4,7 @@
 
 #include <qpdf/QPDFNumberTreeObjectHelper.hh>
 
+#include <algorithm>
 #include <optional>
 
 namespace folvane::pdf {
@@ -22,6 +23,8 @@ struct Label {
     }
 };
 
+constexpr long long highestNumber = 1'000'000'000; // so that counting on never overflows
+
 using Ranges = std::map<long long, Label>; // by the first page of the range
 
 Label labelOf(QPDFObjectHandle entry)
@@ -32,7 +35,7 @@ Label labelOf(QPDFObjectHandle entry)
     if (QPDFObjectHandle prefix = entry.getKey("/P"); prefix.isString())
         label.prefix = prefix.getStringValue();
     if (QPDFObjectHandle start = entry.getKey("/St"); start.isInteger())
-        label.number = start.getIntValue();
+        label.number = std::clamp(start.getIntValue(), 1LL, highestNumber);
     return label;
 }
 
@@ -44,7 +47,7 @@ Ranges readRanges(DocumentData& source)
         return ranges;
     try {
         for (auto& [first, entry] : QPDFNumberTreeObjectHelper(tree, *source.qpdf, false).getAsMap()) {
-            if (entry.isDictionary())
+            if (entry.isDictionary() && first >= 0 && first <= highestNumber)
                 ranges.emplace(first, labelOf(entry));
         }
     } catch (const std::exception&) {

@@ -1,10 +1,43 @@
 #include "pdf/pageTree.h"
 
 #include <algorithm>
+#include <array>
+#include <map>
+#include <string>
 
 namespace folvane::pdf {
 
 namespace {
+
+constexpr size_t mostRepeats = 10'000; // of pages that stand in the tree already: more is malice
+constexpr std::array inheritable{"/Resources", "/MediaBox", "/CropBox", "/Rotate"};
+
+using Attributes = std::map<std::string, QPDFObjectHandle>;
+
+/// What the pages below a node inherit, given what it inherits itself.
+Attributes attributesBelow(QPDF& qpdf, QPDFObjectHandle node, Attributes attributes)
+{
+    for (const char* key : inheritable) {
+        QPDFObjectHandle own = node.getKey(key);
+        if (own.isNull())
+            continue;
+        if (own.isDictionary()
+            && !own.isIndirect()) { // an object of its own, so that the pages go on sharing it
+            own = qpdf.makeIndirectObject(own);
+            node.replaceKey(key, own);
+        }
+        attributes[key] = own;
+    }
+    return attributes;
+}
+
+void setMissing(QPDFObjectHandle page, const Attributes& attributes)
+{
+    for (const auto& [key, value] : attributes) {
+        if (!page.hasKey(key))
+            page.replaceKey(key, value);
+    }
+}
 
 class TreeWalk {
 public:
@@ -12,7 +45,7 @@ public:
 
     std::vector<QPDFObjectHandle> pages(QPDFObjectHandle root)
     {
-        enter(root);
+        enter(root, {});
         while (!m_path.empty()) { // a loop, not recursion: hostile trees are as deep as they like
             Level& level = m_path.back();
             if (level.next == level.kids.size())
@@ -27,47 +60,50 @@ private:
     struct Level {
         QPDFObjectHandle node;
         std::vector<QPDFObjectHandle> kids;
+        Attributes attributes;
         size_t next = 0;
     };
 
-    void enter(QPDFObjectHandle node)
+    void enter(QPDFObjectHandle node, const Attributes& inherited)
     {
-        if (node.isDictionary() && node.getKey("/Kids").isArray() && m_seen.insert(node.getObjGen()).second)
-            m_path.push_back({node, node.getKey("/Kids").getArrayAsVector(), 0});
+        if (!node.isDictionary() || !node.getKey("/Kids").isArray())
+            return;
+        if (!node.isIndirect())
+            node = m_qpdf.makeIndirectObject(node);
+        if (m_seen.insert(node.getObjGen()).second)
+            m_path.push_back(
+                {node, node.getKey("/Kids").getArrayAsVector(), attributesBelow(m_qpdf, node, inherited), 0});
     }
 
     void visit(QPDFObjectHandle parent, QPDFObjectHandle kid)
     {
         if (!kid.isDictionary())
             return;
-        if (kid.getKey("/Kids").isArray()) {
-            setParent(kid, parent);
-            enter(kid);
-        } else if (!kid.getKey("/Type").isNameAndEquals("/Pages")) {
-            QPDFObjectHandle page = asOwnObject(kid);
-            setParent(page, parent);
-            m_pages.push_back(page);
-        }
+        const Attributes inherited = m_path.back().attributes; // a copy: entering moves the path
+        if (kid.getKey("/Kids").isArray())
+            enter(kid, inherited);
+        else if (!kid.getKey("/Type").isNameAndEquals("/Pages"))
+            add(kid, parent, inherited);
     }
 
-    QPDFObjectHandle asOwnObject(QPDFObjectHandle page)
+    void add(QPDFObjectHandle page, QPDFObjectHandle parent, const Attributes& inherited)
     {
         const bool isRepeated = page.isIndirect() && !m_seen.insert(page.getObjGen()).second;
-        if (page.isIndirect() && !isRepeated)
-            return page;
-        return m_qpdf.makeIndirectObject(isRepeated ? page.shallowCopy() : page);
-    }
-
-    static void setParent(QPDFObjectHandle kid, QPDFObjectHandle parent)
-    {
-        if (parent.isIndirect() && kid.getKey("/Parent").getObjGen() != parent.getObjGen())
-            kid.replaceKey("/Parent", parent);
+        if (isRepeated && ++m_repeats > mostRepeats)
+            return;
+        if (isRepeated || !page.isIndirect())
+            page = m_qpdf.makeIndirectObject(isRepeated ? page.shallowCopy() : page);
+        if (page.getKey("/Parent").getObjGen() != parent.getObjGen())
+            page.replaceKey("/Parent", parent);
+        setMissing(page, inherited);
+        m_pages.push_back(page);
     }
 
     QPDF& m_qpdf;
     std::vector<Level> m_path;
     std::vector<QPDFObjectHandle> m_pages;
     ObjGenSet m_seen;
+    size_t m_repeats = 0;
 };
 
 std::vector<QPDFObjectHandle> loosePages(QPDF& qpdf)

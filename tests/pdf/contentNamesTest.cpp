@@ -1,6 +1,6 @@
 #include "pdf/contentNames.h"
+#include "pdf/ResourcePruner.h"
 #include "pdf/defaultAppearance.h"
-#include "pdf/resourcePruning.h"
 
 #include <gtest/gtest.h>
 
@@ -58,7 +58,7 @@ TEST(ContentNamesOfDamage, AreUnknownRatherThanTooFew)
                              QPDFObjectHandle::newNull());
     EXPECT_FALSE(contentNames(stream));
     QPDFObjectHandle resources = QPDFObjectHandle::parse("<< /Font << /F1 << >> >> >>");
-    EXPECT_TRUE(prunedResources(resources, stream).isSameObjectAs(resources));
+    EXPECT_TRUE(ResourcePruner().pruned(resources, stream).isSameObjectAs(resources));
 }
 
 struct PruningCase {
@@ -77,10 +77,8 @@ TEST_P(Pruning, LeavesOutWhatIsNotNamed)
     QPDFObjectHandle borrowing = qpdf.newStream("/Inner Do");
     borrowing.getDict().replaceKey("/Subtype", QPDFObjectHandle::newName("/Form"));
     QPDFObjectHandle resources = QPDFObjectHandle::parse(GetParam().resources);
-    if (QPDFObjectHandle objects = resources.getKey("/XObject");
-        objects.isDictionary() && objects.hasKey("/Form"))
-        objects.replaceKey("/Form", borrowing);
-    QPDFObjectHandle pruned = prunedResources(resources, qpdf.newStream(std::string(GetParam().contents)));
+    QPDFObjectHandle pruned =
+        ResourcePruner().pruned(resources, qpdf.newStream(std::string(GetParam().contents)));
     std::string keys;
     for (auto& [category, entries] : pruned.getDictAsMap()) {
         for (const std::string& key : entries.getKeys())
@@ -91,17 +89,24 @@ TEST_P(Pruning, LeavesOutWhatIsNotNamed)
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, Pruning,
-    testing::Values(
-        PruningCase{"Unused", "<< /Font << /F1 1 /F2 2 >> >>", "/F1 9 Tf", "/Font/F1 "},
-        PruningCase{"OfTwoKinds", "<< /Font << /A 1 >> /XObject << /A 1 /B 2 >> >>", "/B Do", "/XObject/B "},
-        PruningCase{"DefaultSpacesWorkUnnamed", "<< /ColorSpace << /DefaultRGB 1 /CS0 2 >> >>", "q",
-                    "/ColorSpace/DefaultRGB "},
-        PruningCase{"FormsThatBorrow", "<< /XObject << /Form 1 /Inner 2 /Other 3 >> >>", "/Form Do",
-                    "/XObject/Form /XObject/Inner "},
-        PruningCase{"UnusedForms", "<< /XObject << /Form 1 /Inner 2 /Other 3 >> >>", "/Other Do",
-                    "/XObject/Other "},
-        PruningCase{"GlyphsThatBorrow", "<< /Font << /T << /Subtype /Type3 >> >> /XObject << /A << >> >> >>",
-                    "q", "/Font/T /XObject/A "}),
+    testing::Values(PruningCase{"Unused", "<< /Font << /F1 1 /F2 2 >> >>", "/F1 9 Tf", "/Font/F1 "},
+                    PruningCase{"OfTwoKinds", "<< /Font << /A 1 >> /XObject << /A 1 /B 2 >> >>", "/B Do",
+                                "/XObject/B "},
+                    PruningCase{"DefaultSpacesWorkUnnamed", "<< /ColorSpace << /DefaultRGB 1 /CS0 2 >> >>",
+                                "q", "/ColorSpace/DefaultRGB "},
+                    PruningCase{"FormsThatBorrow", "<< /XObject << /Form 1 /Inner 2 /Other 3 >> >>",
+                                "/Form Do", "/XObject/Form /XObject/Inner "},
+                    PruningCase{"UnusedForms", "<< /XObject << /Form 1 /Inner 2 /Other 3 >> >>", "/Other Do",
+                                "/XObject/Other "},
+                    PruningCase{"FormsThatBorrowWithinOthers",
+                                "<< /XObject << /Outer << >> /Form 1 /Inner 2 /Other 3 >> >>", "/Outer Do",
+                                "/XObject/Inner /XObject/Outer "},
+                    PruningCase{"MasksThatBorrow",
+                                "<< /ExtGState << /Mask << >> >> /XObject << /Form 1 /Inner 2 /Other 3 >> >>",
+                                "/Mask gs", "/ExtGState/Mask /XObject/Inner "},
+                    PruningCase{"GlyphsThatBorrow",
+                                "<< /Font << /T << >> /Unused << >> >> /XObject << /Inner 1 /Other 2 >> >>",
+                                "/T 9 Tf", "/Font/T /XObject/Inner "}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST(DefaultAppearance, TakesNewFontNames)
