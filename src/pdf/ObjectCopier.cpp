@@ -35,6 +35,20 @@ void dropCryptFilter(QPDFObjectHandle dictionary)
     }
 }
 
+/// Two filters that expand, one upon the other, can make gigabytes out of a kilobyte.
+bool mayExplode(QPDFObjectHandle dictionary)
+{
+    QPDFObjectHandle filters = dictionary.getKey("/Filter");
+    if (!filters.isArray())
+        return false;
+    int expanding = 0;
+    for (QPDFObjectHandle filter : filters.getArrayAsVector()) {
+        for (const char* name : {"/FlateDecode", "/Fl", "/LZWDecode", "/LZW", "/RunLengthDecode", "/RL"})
+            expanding += filter.isNameAndEquals(name);
+    }
+    return expanding > 1;
+}
+
 } // namespace
 
 ObjectCopier::ObjectCopier(ObjectCopier& base, ObjGenSet fresh)
@@ -158,6 +172,7 @@ void ObjectCopier::fillStream(QPDFObjectHandle source, QPDFObjectHandle copy)
     dictionary.removeKey("/Length"); // an indirect length would go astray
     dropCryptFilter(dictionary);
     copy.replaceDict(dictionary);
+    copy.setFilterOnWrite(!mayExplode(dictionary)); // the writer would decode a chain of filters
     copy.replaceStreamData(
         [source](Pipeline* pipeline, bool suppressWarnings, bool willRetry) mutable {
             return source.pipeStreamData(pipeline, nullptr, 0, qpdf_dl_none, suppressWarnings, willRetry);

@@ -6,7 +6,8 @@ namespace folvane::pdf {
 
 namespace {
 
-constexpr std::array categories{"/XObject", "/Font", "/ExtGState", "/ColorSpace", "/Pattern", "/Shading", "/Properties"};
+constexpr std::array categories{"/XObject", "/Font",    "/ExtGState", "/ColorSpace",
+                                "/Pattern", "/Shading", "/Properties"};
 constexpr int depthLimit = 64;
 
 /// Colour spaces that stand in for device colours without being named by any operator.
@@ -94,7 +95,8 @@ ResourcePruner::Borrowed ResourcePruner::read(QPDFObjectHandle resource, int dep
         return std::nullopt;
     if (resource.isStream()) {
         QPDFObjectHandle dictionary = resource.getDict();
-        const bool draws = dictionary.getKey("/Subtype").isNameAndEquals("/Form") || dictionary.hasKey("/PatternType");
+        const bool draws =
+            dictionary.getKey("/Subtype").isNameAndEquals("/Form") || dictionary.hasKey("/PatternType");
         if (!draws)
             return names;
         QPDFObjectHandle own = dictionary.getKey("/Resources");
@@ -105,7 +107,8 @@ ResourcePruner::Borrowed ResourcePruner::read(QPDFObjectHandle resource, int dep
         return names;
     if (resource.getKey("/Subtype").isNameAndEquals("/Type3"))
         return addGlyphs(resource, names) ? names : std::nullopt;
-    if (QPDFObjectHandle mask = resource.getKey("/SMask"); mask.isDictionary() && mask.getKey("/G").isStream())
+    if (QPDFObjectHandle mask = resource.getKey("/SMask");
+        mask.isDictionary() && mask.getKey("/G").isStream())
         return borrowedBy(mask.getKey("/G"), depth + 1);
     return names;
 }

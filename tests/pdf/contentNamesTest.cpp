@@ -77,6 +77,23 @@ TEST_P(Pruning, LeavesOutWhatIsNotNamed)
     QPDFObjectHandle borrowing = qpdf.newStream("/Inner Do");
     borrowing.getDict().replaceKey("/Subtype", QPDFObjectHandle::newName("/Form"));
     QPDFObjectHandle resources = QPDFObjectHandle::parse(GetParam().resources);
+    const auto put = [&](const char* category, const char* name, QPDFObjectHandle resource) {
+        QPDFObjectHandle entries = resources.getKey(category);
+        if (entries.isDictionary() && entries.hasKey(name))
+            entries.replaceKey(name, resource);
+    };
+    put("/XObject", "/Form", borrowing);
+    QPDFObjectHandle outer = qpdf.newStream("/Hidden Do");
+    outer.replaceDict(
+        QPDFObjectHandle::parse("<< /Subtype /Form /Resources << /XObject << /Hidden 1 >> >> >>"));
+    outer.getDict().getKey("/Resources").getKey("/XObject").replaceKey("/Hidden", borrowing);
+    put("/XObject", "/Outer", outer);
+    QPDFObjectHandle mask = QPDFObjectHandle::parse("<< /SMask << /G 1 >> >>");
+    mask.getKey("/SMask").replaceKey("/G", borrowing);
+    put("/ExtGState", "/Mask", mask);
+    QPDFObjectHandle font = QPDFObjectHandle::parse("<< /Subtype /Type3 /CharProcs << /a 1 >> >>");
+    font.getKey("/CharProcs").replaceKey("/a", qpdf.newStream("/Inner Do"));
+    put("/Font", "/T", font);
     QPDFObjectHandle pruned =
         ResourcePruner().pruned(resources, qpdf.newStream(std::string(GetParam().contents)));
     std::string keys;
