@@ -1,6 +1,7 @@
 #include "engine/BookFixture.h"
 #include "engine/EngineTest.h"
 #include "engine/outsideView.h"
+#include "pdf/rawPdf.h"
 #include "support/tools.h"
 
 #include <QJsonArray>
@@ -152,6 +153,97 @@ TEST_F(CopyingTest, TheSourceIsTheSameForTheNextBuild)
     const QStringList asText{"--qdf", "--static-id", "--object-streams=disable"};
     EXPECT_EQ(runTool("qpdf", asText + QStringList{before, "-"}).output,
               runTool("qpdf", asText + QStringList{after, "-"}).output);
+}
+
+namespace {
+
+/// Two pages; `catalogue` and the first page's entries are given, further objects are numbered from 5.
+QByteArray twoPages(const QByteArray& catalogue, const QByteArray& firstPage,
+                    const QList<QByteArray>& more = {})
+{
+    return pdf::rawPdf(
+        QList<QByteArray>{"<< /Type /Catalog /Pages 2 0 R " + catalogue + " >>",
+                          "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 /MediaBox [0 0 200 200] >>",
+                          "<< /Type /Page /Parent 2 0 R " + firstPage + " >>",
+                          "<< /Type /Page /Parent 2 0 R >>"}
+        + more);
+}
+
+const QByteArray linkTo = "/Annots [<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] /Dest ";
+
+} // namespace
+
+TEST_F(CopyingTest, PageNumbersAndDictionariesFollowThePage)
+{
+    EXPECT_EQ(OutsideView(built(opened("number.pdf", twoPages({}, linkTo + "[1 /Fit] >>]")), {1, 0})).links(),
+              QStringList("2>1"));
+    const QUrl named =
+        opened("named.pdf",
+               twoPages("/Names << /Dests << /Names [(x) << /D [1 /Fit] >>] >> >>", linkTo + "(x) >>]"));
+    const OutsideView view(built(named, {1, 0}));
+    const QJsonObject names = view.resolved(view.catalogue()["/Names"].toObject()["/Dests"]).toObject();
+    const QString page =
+        view.resolved(names["/Names"].toArray().at(1)).toObject()["/D"].toArray().at(0).toString();
+    EXPECT_TRUE(view.resolved(page).toObject().contains(QLatin1String("/MediaBox"))) << "a page, no number";
+}
+
+TEST_F(CopyingTest, DeadTargetsDoNotComeToLifeInAnotherDocument)
+{
+    const QUrl dead = opened(
+        "dead.pdf",
+        twoPages({}, linkTo + "(end) >> << /Type /Annot /Subtype /Link /Rect [0 0 9 9] /Dest [3 /Fit] >>]"));
+    BuildPlan plan;
+    add(plan, dead, {0, 1});
+    add(plan, opened("a.pdf", book("A")), {0, 1, 2});
+    EXPECT_EQ(OutsideView(built(plan)).links(), QStringList({"1>?", "1>?", "3>4", "3>5", "5>3"}));
+}
+
+TEST_F(CopyingTest, AWidgetWithKidsOnALeftOutPageStays)
+{
+    const QUrl source = opened(
+        "kids.pdf",
+        twoPages("/AcroForm << /Fields [5 0 R] >>", "/Annots [5 0 R]",
+                 {"<< /Type /Annot /Subtype /Widget /FT /Tx /T (a) /V (x) /Rect [0 0 9 9] /Kids [6 0 R] >>",
+                  "<< /Type /Annot /Subtype /Widget /Parent 5 0 R /Rect [0 0 9 9] >>"}));
+    const QByteArray plain =
+        runTool("qpdf", {"--qdf", "--object-streams=disable", built(source, {0}), "-"}).output;
+    EXPECT_EQ(plain.count("/Widget"), 1);
+    EXPECT_TRUE(plain.contains("/T (a)"));
+}
+
+TEST_F(CopyingTest, DamagedListsOfFieldsTakeNothingAway)
+{
+    const QUrl source =
+        opened("font.pdf", twoPages("/AcroForm << /Fields [2 0 R 3 0 R 5 0 R] >>",
+                                    "/Resources << /Font << /F1 5 0 R >> >> /Contents 6 0 R",
+                                    {"<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>",
+                                     pdf::rawStream({}, "BT /F1 9 Tf 9 9 Td (still here) Tj ET")}));
+    for (const std::vector<int>& pages : {std::vector<int>{0}, std::vector<int>{0, 1}})
+        EXPECT_TRUE(textOf(built(source, pages)).contains("still here"));
+}
+
+TEST_F(CopyingTest, DirectTreeNodesGiveTheirPagesAndAttributes)
+{
+    const QUrl source = opened(
+        "direct.pdf",
+        pdf::rawPdf(
+            {"<< /Type /Catalog /Pages 2 0 R >>",
+             "<< /Type /Pages /Count 2 /Kids ["
+             "<< /Type /Pages /Count 1 /MediaBox [0 0 100 50] /Kids [<< /Type /Page >>] >>"
+             "<< /Type /Pages /Count 1 /MediaBox [0 0 50 100] /Rotate 90 /Kids [<< /Type /Page >>] >>] >>"}));
+    EXPECT_EQ(engine.displaySize({source, 0}, 0), QSizeF(100, 50));
+    EXPECT_EQ(engine.displaySize({source, 1}, 90), QSizeF(50, 100));
+}
+
+TEST_F(CopyingTest, StrangeNumbersAreSurvived)
+{
+    const QUrl source = opened(
+        "strange.pdf", twoPages("/PageLabels << /Nums [0 << /S /D /St 9223372036854775807 >>] >>",
+                                "/MediaBox [0 0 1" + QByteArray(400, '0') + ".5 9] /Rotate 99999999999"));
+    EXPECT_EQ(faultsOf(built(source, {0, 1})), QByteArray());
+    EXPECT_EQ(engine.displaySize({source, 0}, 0), QSizeF(612, 792));
+    const QUrl header = opened("header.pdf", book("A").replace("%PDF-1.7", "%PDF-1.40000000000"));
+    EXPECT_TRUE(textOf(built(header, {0})).contains("Page 1"));
 }
 
 } // namespace folvane
