@@ -2,13 +2,13 @@
 
 #include "platform/Cancelled.h"
 
-#include <QCoro/QCoroFuture>
 #include <QCoro/QCoroTask>
 
 #include <QThreadPool>
 
 #include <atomic>
 #include <concepts>
+#include <coroutine>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -41,7 +41,16 @@ private:
 
     std::shared_ptr<Request> enqueue(std::function<void()> body);
     static void cancel(Request& request);
-    static QFuture<void> ended(Request& request);
+    static bool resumeAtEnd(Request& request, std::coroutine_handle<> waiting);
+
+    /// Awaits the end of a request.
+    struct End {
+        Request& request;
+
+        bool await_ready() const noexcept { return false; }
+        bool await_suspend(std::coroutine_handle<> waiting) { return resumeAtEnd(request, waiting); }
+        void await_resume() const noexcept {}
+    };
 
     std::shared_ptr<std::atomic<bool>> m_closing = std::make_shared<std::atomic<bool>>(false);
     QThreadPool m_pool;
@@ -107,8 +116,7 @@ QCoro::Task<std::invoke_result_t<F>> JobQueue::run(F job, std::stop_token stop)
         }
     });
     const std::stop_callback onStop(stop, [request] { cancel(*request); });
-    const QFuture<void> end = ended(*request);
-    co_await end;
+    co_await End{*request};
     co_return outcome->take();
 }
 

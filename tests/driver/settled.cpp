@@ -1,5 +1,7 @@
 #include "settled.h"
 
+#include <QCoroFuture>
+
 namespace folvane::driver {
 
 namespace {
