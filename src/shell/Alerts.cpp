@@ -1,7 +1,7 @@
 #include "shell/Alerts.h"
 
+#include "controls/Alert.h"
 #include "platform/spawn.h"
-#include "shell/Alert.h"
 #include "shell/PasswordPrompt.h"
 
 namespace folvane {

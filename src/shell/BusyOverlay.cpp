@@ -1,9 +1,9 @@
 #include "shell/BusyOverlay.h"
 
-#include "shell/Button.h"
-#include "shell/Spinner.h"
-#include "shell/Theme.h"
-#include "shell/appearance.h"
+#include "controls/Button.h"
+#include "controls/Spinner.h"
+#include "controls/Theme.h"
+#include "controls/appearance.h"
 
 #include <QKeyEvent>
 #include <QLabel>

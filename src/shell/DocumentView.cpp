@@ -1,13 +1,13 @@
 #include "shell/DocumentView.h"
 
+#include "controls/Button.h"
+#include "controls/ElidedLabel.h"
+#include "controls/Theme.h"
+#include "controls/appearance.h"
+#include "controls/icons.h"
 #include "documents/statusLine.h"
 #include "platform/spawn.h"
-#include "shell/Button.h"
-#include "shell/ElidedLabel.h"
 #include "shell/PageGrid.h"
-#include "shell/Theme.h"
-#include "shell/appearance.h"
-#include "shell/icons.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "shell/FileRow.h"
 
+#include "controls/Theme.h"
+#include "controls/appearance.h"
 #include "platform/spawn.h"
-#include "shell/Theme.h"
-#include "shell/appearance.h"
 
 #include <QContextMenuEvent>
 #include <QHelpEvent>

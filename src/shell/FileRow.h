@@ -1,7 +1,7 @@
 #pragma once
 
+#include "controls/Watches.h"
 #include "shell/SidebarRow.h"
-#include "shell/Watches.h"
 
 #include "documents/AppModel.h"
 

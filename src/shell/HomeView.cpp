@@ -1,10 +1,10 @@
 #include "shell/HomeView.h"
 
+#include "controls/Button.h"
+#include "controls/DropZone.h"
+#include "controls/Theme.h"
+#include "controls/appearance.h"
 #include "platform/spawn.h"
-#include "shell/Button.h"
-#include "shell/DropZone.h"
-#include "shell/Theme.h"
-#include "shell/appearance.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "shell/PageGrid.h"
 
+#include "controls/Spinner.h"
+#include "controls/Theme.h"
 #include "platform/spawn.h"
-#include "shell/Spinner.h"
-#include "shell/Theme.h"
 #include "shell/pageCell.h"
 
 #include <QPaintEvent>

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "controls/Watches.h"
 #include "shell/PageGridLayout.h"
 #include "shell/PageListModel.h"
 #include "shell/PagePictures.h"
-#include "shell/Watches.h"
 #include "shell/pageSelection.h"
 
 #include "documents/AppModel.h"

@@ -1,9 +1,9 @@
 #include "shell/PasswordPrompt.h"
 
-#include "shell/Button.h"
-#include "shell/Theme.h"
-#include "shell/appearance.h"
-#include "shell/icons.h"
+#include "controls/Button.h"
+#include "controls/Theme.h"
+#include "controls/appearance.h"
+#include "controls/icons.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,7 +1,7 @@
 #include "shell/QtPanels.h"
 
+#include "controls/Alert.h"
 #include "platform/fileKind.h"
-#include "shell/Alert.h"
 
 #include <QCoreApplication>
 #include <QCoro/QCoroSignal>

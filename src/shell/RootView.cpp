@@ -1,6 +1,7 @@
 #include "shell/RootView.h"
 
 #include "config.h"
+#include "controls/droppedFiles.h"
 #include "platform/Workspace.h"
 #include "platform/spawn.h"
 #include "shell/Alerts.h"
@@ -11,7 +12,6 @@
 #include "shell/SidebarView.h"
 #include "shell/ToastView.h"
 #include "shell/currentFile.h"
-#include "shell/droppedFiles.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>

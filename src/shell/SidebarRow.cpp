@@ -1,7 +1,7 @@
 #include "shell/SidebarRow.h"
 
-#include "shell/Theme.h"
-#include "shell/appearance.h"
+#include "controls/Theme.h"
+#include "controls/appearance.h"
 
 #include <QKeyEvent>
 #include <QPainter>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/icons.h"
+#include "controls/icons.h"
 
 #include <QAbstractButton>
 

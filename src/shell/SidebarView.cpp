@@ -1,9 +1,9 @@
 #include "shell/SidebarView.h"
 
+#include "controls/Theme.h"
+#include "controls/appearance.h"
 #include "platform/spawn.h"
 #include "shell/FileRow.h"
-#include "shell/Theme.h"
-#include "shell/appearance.h"
 #include "shell/currentFile.h"
 
 #include <QLabel>

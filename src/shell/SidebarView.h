@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/Watches.h"
+#include "controls/Watches.h"
 
 #include "documents/AppModel.h"
 

@@ -1,9 +1,9 @@
 #include "shell/ToastView.h"
 
-#include "shell/ElidedLabel.h"
-#include "shell/Theme.h"
-#include "shell/appearance.h"
-#include "shell/icons.h"
+#include "controls/ElidedLabel.h"
+#include "controls/Theme.h"
+#include "controls/appearance.h"
+#include "controls/icons.h"
 
 #include <QAccessible>
 #include <QEvent>

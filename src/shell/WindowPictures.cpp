@@ -1,12 +1,12 @@
 #include "shell/WindowPictures.h"
 
+#include "controls/appearance.h"
 #include "engine/PDFEngine.h"
 #include "platform/spawn.h"
 #include "platform/writeFile.h"
 #include "shell/DocumentView.h"
 #include "shell/PageGrid.h"
 #include "shell/RootView.h"
-#include "shell/appearance.h"
 #include "shell/currentFile.h"
 
 #include <QCoro/QCoroSignal>

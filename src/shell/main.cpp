@@ -1,4 +1,5 @@
 #include "config.h"
+#include "controls/appearance.h"
 #include "documents/AppModel.h"
 #include "engine/PDFEngine.h"
 #include "platform/Clock.h"
@@ -11,7 +12,6 @@
 #include "shell/QtPanels.h"
 #include "shell/RootView.h"
 #include "shell/WindowPictures.h"
-#include "shell/appearance.h"
 
 #include <QApplication>
 

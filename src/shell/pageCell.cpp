@@ -1,9 +1,9 @@
 #include "shell/pageCell.h"
 
-#include "shell/Spinner.h"
-#include "shell/Theme.h"
-#include "shell/appearance.h"
-#include "shell/icons.h"
+#include "controls/Spinner.h"
+#include "controls/Theme.h"
+#include "controls/appearance.h"
+#include "controls/icons.h"
 
 #include <QPainter>
 

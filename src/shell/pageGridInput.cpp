@@ -2,8 +2,8 @@
 
 #include "shell/PageGrid.h"
 
+#include "controls/droppedFiles.h"
 #include "platform/spawn.h"
-#include "shell/droppedFiles.h"
 #include "shell/pageCell.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
-#include "shell/Button.h"
+#include "controls/Button.h"
 
-#include "shell/Theme.h"
-#include "shell/appearance.h"
+#include "controls/Theme.h"
+#include "controls/appearance.h"
 
 #include <QPainter>
 

@@ -1,4 +1,4 @@
-#include "shell/ElidedLabel.h"
+#include "controls/ElidedLabel.h"
 
 #include <QHelpEvent>
 #include <QPainter>

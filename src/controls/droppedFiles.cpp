@@ -1,4 +1,4 @@
-#include "shell/droppedFiles.h"
+#include "controls/droppedFiles.h"
 
 #include <QMimeData>
 

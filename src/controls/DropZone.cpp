@@ -1,9 +1,9 @@
-#include "shell/DropZone.h"
+#include "controls/DropZone.h"
 
-#include "shell/Theme.h"
-#include "shell/appearance.h"
-#include "shell/droppedFiles.h"
-#include "shell/icons.h"
+#include "controls/Theme.h"
+#include "controls/appearance.h"
+#include "controls/droppedFiles.h"
+#include "controls/icons.h"
 
 #include <QDropEvent>
 #include <QMimeData>

@@ -1,8 +1,8 @@
-#include "shell/Alert.h"
+#include "controls/Alert.h"
 
-#include "shell/Button.h"
-#include "shell/Theme.h"
-#include "shell/appearance.h"
+#include "controls/Button.h"
+#include "controls/Theme.h"
+#include "controls/appearance.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

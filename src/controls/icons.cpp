@@ -1,4 +1,4 @@
-#include "shell/icons.h"
+#include "controls/icons.h"
 
 #include <QFont>
 #include <QIconEngine>

@@ -1,6 +1,6 @@
-#include "shell/appearance.h"
+#include "controls/appearance.h"
 
-#include "shell/Theme.h"
+#include "controls/Theme.h"
 
 #include <QApplication>
 #include <QDir>

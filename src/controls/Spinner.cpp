@@ -1,6 +1,6 @@
-#include "shell/Spinner.h"
+#include "controls/Spinner.h"
 
-#include "shell/Theme.h"
+#include "controls/Theme.h"
 
 #include <QPainter>
 
