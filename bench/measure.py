@@ -54,7 +54,7 @@ def rounds(driver, job, tools, runs):
         counts = round_number > 0
         _run_job(driver, job, ours, counts)
         for name, tool in tools.items():
-            _run_tool(tool, theirs[name], counts)
+            run_tool(tool, theirs[name], counts)
     for name, tool in tools.items():
         theirs[name].peaks.append(tool_peak(tool.command))
         theirs[name].bytes = _size(tool.output)
@@ -73,7 +73,8 @@ def _run_job(driver, job, sample, counts):
         sample.bytes = _size(job.output)
 
 
-def _run_tool(tool, sample, counts):
+def run_tool(tool, sample, counts):
+    """Runs the tool once, and keeps its time when it counts."""
     _remove(tool.output)
     with tempfile.NamedTemporaryFile(suffix=".json") as result:
         _quietly(["hyperfine", "-N", "--runs", "1", "--style", "none", "--export-json", result.name,

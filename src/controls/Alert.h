@@ -1,17 +1,15 @@
 #pragma once
 
-#include <QDialog>
+#include "controls/SheetFrame.h"
+
 #include <QString>
 
 #include <functional>
 
-class QLabel;
-class QHBoxLayout;
-
 namespace folvane {
 
 /// A title, a text, and buttons in a row. Escape and the window's close do what the Cancel button does.
-class Alert : public QDialog {
+class Alert : public SheetFrame {
     Q_OBJECT
 
 public:
@@ -21,11 +19,12 @@ public:
 
     void setText(const QString& text);
     /// Pressing the button closes the alert, with a result other than 0 unless its role is Cancel, then does `action`.
+    /// The first button stands at the right.
     void addButton(const QString& name, Role role, std::function<void()> action = [] {});
 
 private:
     QLabel* m_text;
-    QHBoxLayout* m_buttons;
+    QList<Button*> m_fromLeft;
 };
 
 } // namespace folvane

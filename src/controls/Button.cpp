@@ -1,11 +1,16 @@
 #include "controls/Button.h"
 
-#include "controls/Theme.h"
+#include "controls/Shadow.h"
 #include "controls/appearance.h"
+#include "controls/continuousRect.h"
+#include "controls/drawFaded.h"
+#include "controls/focusRing.h"
+#include "controls/visualMargin.h"
 
+#include <QEvent>
 #include <QPainter>
-
-#include <algorithm>
+#include <QStyle>
+#include <QVariantAnimation>
 
 namespace folvane {
 
@@ -16,97 +21,212 @@ struct Metrics {
     int horizontal;
     int vertical;
     double radius;
+    int icon;
 };
 
 Metrics metrics(Button::Kind kind)
 {
     switch (kind) {
-    case Button::Kind::Primary: return {14, 22, 10, 12};
-    case Button::Kind::Secondary: return {14, 18, 10, 12};
-    case Button::Kind::Tool: return {13, 12, 8, 10};
+    case Button::Kind::Primary: return {14, 22, 10, 12, 18};
+    case Button::Kind::Secondary: return {14, 18, 10, 12, 18};
+    case Button::Kind::Tool: return {13, 12, 8, 10, 16};
     }
     Q_UNREACHABLE();
 }
 
 constexpr int iconGap = 6;
-constexpr int focusRoom = 2; // around the frame, for the ring of the keyboard focus
+constexpr int pressMilliseconds = 120;
+constexpr double disabledOpacity = 0.4;
 
-QLinearGradient accentGradient(const QRectF& frame)
+Shadow shadowOf(const QColor& color)
 {
-    QLinearGradient gradient(frame.topLeft(), frame.bottomRight());
-    gradient.setColorAt(0, theme::accent);
-    gradient.setColorAt(1, theme::accentDeep);
-    return gradient;
+    return {theme::faded(color, 0.25), 8, 4};
+}
+
+QMargins larger(const QMargins& one, const QMargins& other)
+{
+    return {std::max(one.left(), other.left()), std::max(one.top(), other.top()),
+            std::max(one.right(), other.right()), std::max(one.bottom(), other.bottom())};
 }
 
 } // namespace
 
-Button::Button(Kind kind, const QString& text, QWidget* parent) : QPushButton(text, parent), m_kind(kind)
+Button::Button(Kind kind, const QString& text, QWidget* parent)
+    : QPushButton(text, parent), m_kind(kind), m_pressing(new QVariantAnimation(this))
 {
     setFont(interfaceFont(metrics(kind).fontSize, Weight::SemiBold));
-    setIconSize(QSize(18, 18));
+    setIconSize(QSize(metrics(kind).icon, metrics(kind).icon));
     setAutoDefault(false);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    refreshMargin();
+    m_pressing->setEasingCurve(QEasingCurve::OutCubic);
+    connect(m_pressing, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant& value) { setPress(value.toDouble()); });
+    connect(this, &QPushButton::pressed, this, [this] { animatePress(1); });
+    connect(this, &QPushButton::released, this, [this] { animatePress(0); });
+}
+
+void Button::refreshMargin()
+{
+    const QMargins ring = focusRingMargins;
+    setVisualMargin(*this, m_kind == Kind::Primary ? larger(shadowOf(accent()).margins(), ring) : ring);
+}
+
+void Button::setDestructive(bool destructive)
+{
+    if (destructive == m_destructive)
+        return;
+    m_destructive = destructive;
+    update();
+}
+
+void Button::setSymbol(Icon icon)
+{
+    if (icon == m_symbol)
+        return;
+    m_symbol = icon;
+    updateGeometry();
+    update();
+}
+
+void Button::setIconOnly(bool iconOnly)
+{
+    if (iconOnly == m_iconOnly)
+        return;
+    m_iconOnly = iconOnly;
+    updateGeometry();
+    update();
+}
+
+int Button::labelWidth() const
+{
+    const int icon = showsIcon() ? iconSize().width() : 0;
+    if (!showsText())
+        return icon;
+    const int words = fontMetrics().size(Qt::TextShowMnemonic | Qt::TextSingleLine, text()).width();
+    return words + (icon > 0 ? icon + iconGap : 0);
 }
 
 QSize Button::sizeHint() const
 {
     const Metrics m = metrics(m_kind);
     const int height = fontMetrics().height() + 2 * m.vertical;
-    if (text().isEmpty())
-        return QSize(height, height) + QSize(2, 2) * focusRoom;
-    const QString shown = QString(text()).remove(QLatin1Char('&'));
-    const int icon = this->icon().isNull() ? 0 : iconSize().width() + iconGap;
-    return QSize(fontMetrics().horizontalAdvance(shown) + icon + 2 * m.horizontal, height)
-           + QSize(2, 2) * focusRoom;
+    const int width = showsText() ? labelWidth() + 2 * m.horizontal : height;
+    return QSize(width, height).grownBy(visualMargin(*this));
 }
 
-QRectF Button::frame() const
+QRect Button::frame() const
 {
-    return QRectF(rect()).adjusted(focusRoom + 0.5, focusRoom + 0.5, -focusRoom - 0.5, -focusRoom - 0.5);
+    return rect().marginsRemoved(visualMargin(*this));
 }
 
-QColor Button::textColor() const
+QColor Button::accent() const
 {
-    return m_kind == Kind::Primary ? theme::surface : theme::accentDeep;
+    return m_destructive ? theme::danger : theme::accent;
+}
+
+QColor Button::labelColor() const
+{
+    if (m_kind == Kind::Primary)
+        return theme::surface;
+    return m_destructive ? theme::danger : theme::accentDeep;
+}
+
+void Button::setPress(double press)
+{
+    m_press = press;
+    update();
+}
+
+// Only the primary button gives way; the others change at once.
+void Button::animatePress(double target)
+{
+    m_pressing->stop();
+    const bool moves = style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0;
+    if (m_kind != Kind::Primary || !moves || !isVisible()) {
+        setPress(target);
+        return;
+    }
+    m_pressing->setDuration(pressMilliseconds);
+    m_pressing->setStartValue(m_press);
+    m_pressing->setEndValue(target);
+    m_pressing->start();
+}
+
+void Button::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::EnabledChange && !isEnabled()) {
+        m_pressing->stop();
+        m_press = 0;
+    }
+    QPushButton::changeEvent(event);
+}
+
+double Button::opacity() const
+{
+    if (!isEnabled())
+        return disabledOpacity;
+    return 1 - m_press * (m_kind == Kind::Primary ? 0.15 : 0.25);
 }
 
 void Button::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
+    if (m_kind == Kind::Primary && m_press > 0) {
+        const QPointF center = QRectF(frame()).center();
+        painter.translate(center);
+        painter.scale(1 - 0.02 * m_press, 1 - 0.02 * m_press);
+        painter.translate(-center);
+    }
+    drawFaded(painter, rect(), opacity(), [this](QPainter& onto) { draw(onto); });
+}
+
+void Button::draw(QPainter& painter) const
+{
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(!isEnabled() ? 0.4 : isDown() ? 0.8 : 1);
+    drawFrame(painter);
+    if (showsFocus(*this))
+        drawFocusRing(painter, frame(), metrics(m_kind).radius);
+    drawLabel(painter);
+}
 
-    const double radius = std::min(metrics(m_kind).radius, frame().height() / 2);
-    const bool primary = m_kind == Kind::Primary;
-    painter.setPen(primary ? QPen(Qt::NoPen) : QPen(QColor(0, 0, 0, 30), 1));
-    painter.setBrush(primary ? QBrush(accentGradient(frame())) : QBrush(theme::surface));
-    painter.drawRoundedRect(frame(), radius, radius);
-    if (isEnabled() && underMouse() && !isDown()) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(primary ? QColor(255, 255, 255, 26) : theme::hover);
-        painter.drawRoundedRect(frame(), radius, radius);
-    }
-    if (showsFocus(*this)) {
-        painter.setPen(QPen(theme::accent, 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(frame().adjusted(-1.5, -1.5, 1.5, 1.5), radius + 1.5, radius + 1.5);
-    }
-
-    QRect label = rect();
-    if (!icon().isNull()) {
-        const int textWidth = text().isEmpty() ? 0 : iconGap + fontMetrics().horizontalAdvance(text());
-        const int left = (width() - iconSize().width() - textWidth) / 2;
-        const QRect box(QPoint(left, (height() - iconSize().height()) / 2), iconSize());
-        icon().paint(&painter, box);
-        label.setLeft(box.right() + 1 + iconGap);
-        painter.setPen(textColor());
-        painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
+void Button::drawFrame(QPainter& painter) const
+{
+    const QRectF shape = frame();
+    const QPainterPath path = continuousRect(shape, metrics(m_kind).radius);
+    const bool hovered = isEnabled() && underMouse() && !isDown();
+    if (m_kind == Kind::Primary) {
+        shadowOf(accent()).draw(painter, shape, metrics(m_kind).radius);
+        painter.fillPath(path, m_destructive ? QBrush(theme::danger) : QBrush(theme::accentGradient(shape)));
+        if (hovered)
+            painter.fillPath(path, theme::glow);
         return;
     }
-    painter.setPen(textColor());
-    painter.drawText(label, Qt::AlignCenter | Qt::TextShowMnemonic, text());
+    painter.fillPath(path, theme::surface);
+    if (hovered)
+        painter.fillPath(path, theme::hover);
+    painter.strokePath(continuousRect(shape.adjusted(0.5, 0.5, -0.5, -0.5), metrics(m_kind).radius - 0.5),
+                       QPen(theme::hairline, 1));
+}
+
+void Button::drawLabel(QPainter& painter) const
+{
+    QRectF room = frame();
+    room.setLeft(room.left() + (room.width() - labelWidth()) / 2);
+    if (showsIcon()) {
+        const QRectF box(QPointF(room.left(), room.center().y() - iconSize().height() / 2.0), iconSize());
+        if (m_symbol)
+            drawIcon(painter, *m_symbol, box, labelColor());
+        else
+            icon().paint(&painter, box.toAlignedRect());
+        room.setLeft(box.right() + iconGap);
+    }
+    if (!showsText())
+        return;
+    painter.setPen(labelColor());
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextShowMnemonic,
+                     text());
 }
 
 Button* iconButton(const QIcon& icon, const QString& name, QWidget* parent)

@@ -2,6 +2,7 @@
 
 #include "controls/Theme.h"
 #include "controls/appearance.h"
+#include "controls/continuousRect.h"
 #include "controls/droppedFiles.h"
 #include "controls/icons.h"
 
@@ -13,13 +14,37 @@ namespace folvane {
 
 namespace {
 
+constexpr double cornerRadius = 20;
+constexpr double outline = 2;
+constexpr int padding = 40; // above and below
+constexpr int spacing = 10;
+constexpr int iconSide = 40;
+
+QFont titleFont()
+{
+    return interfaceFont(18, Weight::SemiBold);
+}
+
+QFont detailFont()
+{
+    return interfaceFont(13);
+}
+
+int contentHeight()
+{
+    return iconSide + spacing + QFontMetrics(titleFont()).height() + spacing
+           + QFontMetrics(detailFont()).height();
+}
+
+// One line in the middle of the top of `room`, which then begins below it.
 void drawLine(QPainter& painter, QRect& room, const QFont& font, const QColor& color, const QString& text)
 {
     painter.setFont(font);
     painter.setPen(color);
-    const int height = QFontMetrics(font).height();
-    painter.drawText(QRect(room.left(), room.top(), room.width(), height), Qt::AlignCenter, text);
-    room.setTop(room.top() + height + 10);
+    const QFontMetrics metrics(font);
+    const QRect line(room.left(), room.top(), room.width(), metrics.height());
+    painter.drawText(line, Qt::AlignCenter, metrics.elidedText(text, Qt::ElideRight, room.width()));
+    room.setTop(line.bottom() + 1 + spacing);
 }
 
 } // namespace
@@ -28,31 +53,42 @@ DropZone::DropZone(QWidget* parent) : QAbstractButton(parent)
 {
     setAcceptDrops(true);
     setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);
-    setMinimumHeight(200);
     setAccessibleName(tr("Drop PDFs or images here"));
     setAccessibleDescription(tr("or click to open. Images become pages of a new PDF."));
+}
+
+QSize DropZone::sizeHint() const
+{
+    return {600, contentHeight() + 2 * padding};
+}
+
+QSize DropZone::minimumSizeHint() const
+{
+    return {200, sizeHint().height()};
 }
 
 void DropZone::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF frame = QRectF(rect()).adjusted(1, 1, -1, -1);
-    painter.setPen(QPen(m_targeted || showsFocus(*this) ? theme::accent : theme::hairline, 2));
-    painter.setBrush(theme::surface);
-    painter.drawRoundedRect(frame, 20, 20);
-    if (m_targeted || isDown()) {
-        painter.setBrush(theme::accentSoft);
-        painter.drawRoundedRect(frame, 20, 20);
-    }
+    const double half = outline / 2;
+    const QPainterPath frame =
+        continuousRect(QRectF(rect()).adjusted(half, half, -half, -half), cornerRadius - half);
+    painter.fillPath(frame, m_targeted ? theme::accentSoft : theme::surface);
+    if (!m_targeted && (isDown() || underMouse()))
+        painter.fillPath(frame, isDown() ? theme::accentSoft : theme::hoverSoft);
+    painter.strokePath(frame,
+                       QPen(m_targeted || showsFocus(*this) ? theme::accent : theme::hairline, outline));
 
     QRect room = rect().adjusted(16, 0, -16, 0);
-    room.setTop(rect().center().y() - 60);
-    drawIcon(painter, Icon::Document, QRectF(room.center().x() - 22, room.top(), 44, 44), theme::accent);
-    room.setTop(room.top() + 58);
-    drawLine(painter, room, interfaceFont(18, Weight::SemiBold), theme::text, accessibleName());
-    drawLine(painter, room, interfaceFont(13), theme::secondaryText, accessibleDescription());
+    room.setTop((height() - contentHeight()) / 2);
+    const QRectF icon(QRectF(room).center().x() - iconSide / 2.0, room.top(), iconSide, iconSide);
+    drawIcon(painter, Icon::AddPage, icon, theme::accent);
+    room.setTop(room.top() + iconSide + spacing);
+    drawLine(painter, room, titleFont(), theme::text, accessibleName());
+    drawLine(painter, room, detailFont(), theme::secondaryText, accessibleDescription());
 }
 
 void DropZone::setTargeted(bool targeted)

@@ -5,14 +5,15 @@
 
 namespace folvane {
 
-/// A large place to drop files on, or to click. Draws its own frame; what stands in it is the owner's.
+/// A large place to drop files on, or to click.
 class DropZone : public QAbstractButton {
     Q_OBJECT
 
 public:
     explicit DropZone(QWidget* parent = nullptr);
 
-    QSize sizeHint() const override { return {600, 240}; }
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 signals:
     void filesDropped(QList<QUrl> files);

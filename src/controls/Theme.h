@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QColor>
+#include <QLinearGradient>
+#include <QPalette>
 
 /// The one palette of the program. Views name these and no raw colours; lengths are device-independent pixels.
 namespace folvane::theme {
@@ -17,6 +19,26 @@ inline constexpr QColor warning(245, 165, 36);
 
 inline constexpr QColor accentSoft(230, 12, 9, 31); // 0.12
 inline constexpr QColor hairline(0, 0, 0, 18);      // 0.07
-inline constexpr QColor hover(0, 0, 0, 13);
+inline constexpr QColor black(0, 0, 0);             // of shadows and dimmed windows
+inline constexpr QColor hover(60, 40, 30, 15);      // 0.06, over a surface under the pointer
+inline constexpr QColor hoverSoft(230, 12, 9, 8);   // 0.03, over a large surface under the pointer
+inline constexpr QColor pressed(60, 40, 30, 31);    // 0.12
+inline constexpr QColor glow(255, 255, 255, 26);    // 0.1, over the accent under the pointer
+inline constexpr QColor fieldBorder(0, 0, 0, 41);   // 0.16
+inline constexpr QColor disabledText(166, 160, 154);
+inline constexpr QColor disabledFill(214, 210, 205);
+inline constexpr QColor placeholder(107, 100, 94, 170);
+inline constexpr QColor scrollThumb(0, 0, 0, 71);       // 0.28
+inline constexpr QColor scrollThumbHover(0, 0, 0, 112); // 0.44
+inline constexpr QColor track(0, 0, 0, 15);             // 0.06, behind the choices of a picker
+
+/// The colour at `opacity` (0 to 1) of its own.
+QColor faded(QColor color, double opacity);
+
+/// From `accent` at the top left to `accentDeep` at the bottom right of `frame`.
+QLinearGradient accentGradient(const QRectF& frame);
+
+/// The same light colours in Qt's roles.
+QPalette palette();
 
 } // namespace folvane::theme

@@ -1,52 +1,22 @@
 #include "controls/appearance.h"
 
+#include "controls/FolvaneStyle.h"
 #include "controls/Theme.h"
+#include "controls/accessibility.h"
+#include "controls/brandPictures.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFont>
 #include <QFontDatabase>
-#include <QPalette>
-#include <QStyleFactory>
-#include <QWidget>
+#include <QScreen>
+#include <QToolTip>
+
+#include <cmath>
 
 namespace folvane {
 
 namespace {
-
-// What the style has no setting for: scroll bars without steps, and the line between sidebar and main area.
-constexpr char lines[] = R"(
-QScrollBar:vertical { background: transparent; width: 12px; margin: 0; }
-QScrollBar::handle:vertical { background: rgba(0, 0, 0, 70); border-radius: 4px; min-height: 32px; margin: 2px; }
-QScrollBar::handle:vertical:hover { background: rgba(0, 0, 0, 110); }
-QScrollBar::add-line:vertical, QScrollBar::sub-line:vertical { height: 0; }
-QScrollBar::add-page:vertical, QScrollBar::sub-page:vertical { background: transparent; }
-QSplitter::handle { background: rgba(0, 0, 0, 18); }
-)";
-
-QPalette lightPalette()
-{
-    QPalette palette(theme::text, theme::background);
-    palette.setColor(QPalette::Window, theme::background);
-    palette.setColor(QPalette::WindowText, theme::text);
-    palette.setColor(QPalette::Base, theme::surface);
-    palette.setColor(QPalette::AlternateBase, theme::background);
-    palette.setColor(QPalette::Text, theme::text);
-    palette.setColor(QPalette::PlaceholderText, QColor(107, 100, 94, 160));
-    palette.setColor(QPalette::Button, QColor(250, 249, 247));
-    palette.setColor(QPalette::ButtonText, theme::text);
-    palette.setColor(QPalette::BrightText, theme::surface);
-    palette.setColor(QPalette::Highlight, theme::accent);
-    palette.setColor(QPalette::HighlightedText, theme::surface);
-    palette.setColor(QPalette::Link, theme::accentDeep);
-    palette.setColor(QPalette::LinkVisited, theme::accentDeep);
-    palette.setColor(QPalette::ToolTipBase, theme::surface);
-    palette.setColor(QPalette::ToolTipText, theme::text);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, QColor(166, 160, 154));
-    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(214, 210, 205));
-    return palette;
-}
 
 QFont::Weight fontWeight(Weight weight)
 {
@@ -59,29 +29,39 @@ QFont::Weight fontWeight(Weight weight)
     Q_UNREACHABLE();
 }
 
+// A font counts whole pixels only, but points have fractions.
+void setPixels(QFont& font, double pixels)
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (pixels == std::floor(pixels) || !screen)
+        font.setPixelSize(qRound(pixels));
+    else
+        font.setPointSizeF(pixels * 72 / screen->logicalDotsPerInchY());
+}
+
 } // namespace
 
 void applyAppearance(QApplication& application)
 {
     for (const QFileInfo& font : QDir(QStringLiteral(":/fonts")).entryInfoList(QDir::Files))
         QFontDatabase::addApplicationFont(font.filePath());
-    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    application.setPalette(lightPalette());
+    application.setStyle(new FolvaneStyle);
+    application.setPalette(theme::palette());
     application.setFont(interfaceFont(13));
-    application.setStyleSheet(QString::fromLatin1(lines));
-}
-
-bool showsFocus(const QWidget& widget)
-{
-    return widget.hasFocus() && widget.window()->testAttribute(Qt::WA_KeyboardFocusChange);
+    application.setWindowIcon(brandIcon());
+    QToolTip::setPalette(theme::palette());
+    QToolTip::setFont(interfaceFont(12));
+    installAccessibility();
 }
 
 QFont interfaceFont(double pixels, Weight weight)
 {
     QFont font(QStringLiteral("Inter"));
-    font.setPixelSize(qRound(pixels));
+    setPixels(font, pixels);
     font.setWeight(fontWeight(weight));
     font.setHintingPreference(QFont::PreferNoHinting);
+    // Coloured edges would flicker in whatever is faded or moves, where letters are drawn without them.
+    font.setStyleStrategy(QFont::NoSubpixelAntialias);
     return font;
 }
 

@@ -5,7 +5,10 @@
 
 namespace folvane {
 
-AppModel::AppModel(Services services, QObject* parent) : QObject(parent), m_services(services) {}
+AppModel::AppModel(Services services, QObject* parent)
+    : QObject(parent), m_services(services), m_thumbnails(services.engine)
+{
+}
 
 AppModel::~AppModel()
 {

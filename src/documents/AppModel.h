@@ -9,6 +9,7 @@
 #include "documents/PasswordRequest.h"
 #include "documents/Toast.h"
 #include "engine/OpenResult.h"
+#include "engine/Thumbnails.h"
 #include "platform/Panels.h"
 #include "platform/SourceFile.h"
 
@@ -135,6 +136,7 @@ public:
     bool quitsWithLastWindow() const;
 
     PDFEngine& engine() const { return m_services.engine; }
+    Thumbnails& thumbnails() { return m_thumbnails; }
     const Services& services() const { return m_services; }
 
 private:
@@ -180,6 +182,7 @@ private:
     QCoro::Task<> takeToastAway(std::chrono::milliseconds after, std::stop_token overtaken);
 
     Services m_services;
+    Thumbnails m_thumbnails;
     std::stop_source
         m_end; ///< stopped by the destructor: a coroutine that goes on afterwards must not touch the model
     QHash<QUrl, KnownSource> m_sources;

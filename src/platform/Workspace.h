@@ -2,8 +2,11 @@
 
 #include <QCoro/QCoroTask>
 
+#include <QDBusConnection>
 #include <QList>
 #include <QUrl>
+
+#include <optional>
 
 namespace folvane {
 
@@ -21,8 +24,15 @@ public:
 /// The desktop that runs the program.
 class DesktopWorkspace final : public Workspace {
 public:
+    /// The bus on which the file manager is looked for; see sessionBus().
+    explicit DesktopWorkspace(std::optional<QDBusConnection> bus = std::nullopt);
+
     bool openLink(QUrl link) override;
+    /// Selects the file where the desktop can do that, else opens its folder. Never throws.
     QCoro::Task<> reveal(QUrl file) override;
+
+private:
+    std::optional<QDBusConnection> m_bus;
 };
 
 /// Stands in for the desktop in tests and tools: keeps what it was asked.

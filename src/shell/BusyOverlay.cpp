@@ -1,6 +1,7 @@
 #include "shell/BusyOverlay.h"
 
 #include "controls/Button.h"
+#include "controls/Shadow.h"
 #include "controls/Spinner.h"
 #include "controls/Theme.h"
 #include "controls/appearance.h"
@@ -11,6 +12,12 @@
 #include <QVBoxLayout>
 
 namespace folvane {
+
+namespace {
+
+const Shadow shadow{theme::faded(theme::black, 0.15), 20, 6};
+
+} // namespace
 
 BusyOverlay::BusyOverlay(QWidget* window)
     : QWidget(window),
@@ -64,17 +71,8 @@ bool BusyOverlay::eventFilter(QObject* watched, QEvent* event)
 void BusyOverlay::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), QColor(0, 0, 0, 31)); // 0.12
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    const QRectF panel = m_panel->geometry();
-    for (int spread = 12; spread >= 1; --spread) {
-        painter.setBrush(QColor(0, 0, 0, 4));
-        painter.drawRoundedRect(panel.adjusted(-spread, -spread, spread, spread).translated(0, 6),
-                                18 + spread, 18 + spread);
-    }
-    painter.setBrush(theme::surface);
-    painter.drawRoundedRect(panel, 18, 18);
+    painter.fillRect(rect(), theme::faded(theme::black, 0.12));
+    drawCard(painter, m_panel->geometry(), 18, shadow);
 }
 
 void BusyOverlay::keyPressEvent(QKeyEvent* event)

@@ -62,4 +62,10 @@ CommandLine readCommandLine(const QStringList& arguments)
     return line;
 }
 
+QString activationTokenOfStart()
+{
+    const QString token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
+    return token.isEmpty() ? qEnvironmentVariable("DESKTOP_STARTUP_ID") : token;
+}
+
 } // namespace folvane

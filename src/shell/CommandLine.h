@@ -21,4 +21,8 @@ CommandLine readCommandLine(const QStringList& arguments);
 /// Whether the arguments ask for something that needs no display: looked at before there is an application.
 bool needsNoDisplay(int count, const char* const* arguments);
 
+/// What the desktop gave to this start so that its window may come to the front: an xdg-activation token or a start-up
+/// id, empty without either. Read it before there is an application, which takes it away.
+QString activationTokenOfStart();
+
 } // namespace folvane

@@ -1,7 +1,7 @@
 #include "shell/Commands.h"
 
 #include "platform/spawn.h"
-#include "shell/DocumentView.h"
+#include "shell/DocumentBar.h"
 #include "shell/currentFile.h"
 
 #include <QMenu>
@@ -9,44 +9,83 @@
 
 namespace folvane {
 
+namespace {
+
+template <typename Action>
+QAction* add(QMenu* menu, const QString& title, const QList<QKeySequence>& keys, Action action)
+{
+    QAction* entry = menu->addAction(title);
+    entry->setShortcuts(keys);
+    QObject::connect(entry, &QAction::triggered, menu, action);
+    return entry;
+}
+
+// Keys that belong to the page grid alone are shown beside the title, and bound there.
+QString withGridKey(const QString& title, const QKeySequence& key)
+{
+    return title + QLatin1Char('\t') + key.toString(QKeySequence::NativeText);
+}
+
+} // namespace
+
 Commands::Commands(AppModel& model, QMenuBar* bar) : QObject(bar), m_model(model)
 {
-    fillFileMenu(bar);
-    fillPagesMenu(bar);
+    fillFileMenu(bar->addMenu(tr("&File")));
+    fillEditMenu(bar->addMenu(tr("&Edit")));
+    fillPagesMenu(bar->addMenu(tr("&Pages")));
     m_watches.keep([this] { watchFile(); }, m_model.destination, m_model.files);
     m_watches.keep([this] { refresh(); }, m_model.busy);
 }
 
-void Commands::fillFileMenu(QMenuBar* bar)
+void Commands::fillFileMenu(QMenu* menu)
 {
-    QMenu* menu = bar->addMenu(tr("&File"));
-    const auto add = [menu](const QString& title, const QList<QKeySequence>& keys, auto action) {
-        QAction* entry = menu->addAction(title);
-        entry->setShortcuts(keys);
-        connect(entry, &QAction::triggered, menu, action);
-        return entry;
-    };
-    add(tr("Open…"), {QKeySequence(Qt::CTRL | Qt::Key_O)}, [this] { spawn(m_model.chooseAndOpen()); });
-    m_insert = add(tr("Insert Pages from Files…"), {}, [this] { spawn(chooseAndInsert(&m_model, m_file)); });
+    add(menu, tr("Open…"), {QKeySequence(Qt::CTRL | Qt::Key_O)}, [this] { spawn(m_model.chooseAndOpen()); });
     menu->addSeparator();
-    m_saveAs = add(tr("Save As…"),
+    m_saveAs = add(menu, tr("Save As…"),
                    {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), QKeySequence(Qt::CTRL | Qt::Key_S)},
                    [this] { spawn(m_model.saveAs(m_file)); });
-    m_extract = add(tr("Extract All Pages…"), {}, [this] { spawn(m_model.extract(m_file)); });
-    m_closeFile =
-        add(tr("Close File"), {QKeySequence(Qt::CTRL | Qt::Key_W)}, [this] { m_model.requestClose(m_file); });
+    m_closeFile = add(menu, tr("Close File"), {}, [this] { m_model.requestClose(m_file); });
     menu->addSeparator();
-    add(tr("Quit"), {QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] { emit quitRequested(); });
+    add(menu, tr("Close Window"), {QKeySequence(Qt::CTRL | Qt::Key_W)},
+        [this] { emit closeWindowRequested(); });
+    add(menu, tr("Quit"), {QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] { emit quitRequested(); });
 }
 
-void Commands::fillPagesMenu(QMenuBar* bar)
+void Commands::fillEditMenu(QMenu* menu)
 {
-    QMenu* menu = bar->addMenu(tr("&Pages"));
+    QAction* all = add(menu, tr("Select All"), {QKeySequence(Qt::CTRL | Qt::Key_A)}, [this] { selectAll(); });
+    QAction* none = add(menu, withGridKey(tr("Deselect All"), Qt::Key_Escape), {},
+                        [this] { m_file->selection = QSet<QUuid>(); });
+    menu->addSeparator();
+    QAction* deletion = add(menu, withGridKey(tr("Delete Pages"), Qt::Key_Delete), {},
+                            [this] { m_model.deletePages(m_file, m_file->selection.value()); });
+    m_onFile += all;
+    m_onSelection += {none, deletion};
+}
+
+void Commands::fillPagesMenu(QMenu* menu)
+{
     const auto turn = [this](bool clockwise) { m_model.turn(m_file, m_file->targetIDs(), clockwise); };
-    m_turns = {menu->addAction(tr("Rotate Left"), this, [turn] { turn(false); }),
-               menu->addAction(tr("Rotate Right"), this, [turn] { turn(true); })};
-    m_delete = menu->addAction(tr("Delete Pages"), this,
-                               [this] { m_model.deletePages(m_file, m_file->selection.value()); });
+    m_onFile += add(menu, tr("Rotate Left"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R)},
+                    [turn] { turn(false); });
+    m_onFile += add(menu, tr("Rotate Right"), {QKeySequence(Qt::CTRL | Qt::Key_R)}, [turn] { turn(true); });
+    menu->addSeparator();
+    m_onSelection += add(menu, withGridKey(tr("Move Back"), Qt::ALT | Qt::Key_Left), {},
+                         [this] { emit pagesMoveRequested(-1); });
+    m_onSelection += add(menu, withGridKey(tr("Move Forward"), Qt::ALT | Qt::Key_Right), {},
+                         [this] { emit pagesMoveRequested(1); });
+    menu->addSeparator();
+    m_onFile +=
+        add(menu, tr("Insert Pages from Files…"), {}, [this] { spawn(chooseAndInsert(&m_model, m_file)); });
+    m_extract = add(menu, tr("Extract All Pages…"), {}, [this] { spawn(m_model.extract(m_file)); });
+}
+
+void Commands::selectAll()
+{
+    QSet<QUuid> all;
+    for (const PageItem& page : m_file->pages.value())
+        all.insert(page.id);
+    m_file->selection = all;
 }
 
 void Commands::watchFile()
@@ -62,14 +101,15 @@ void Commands::watchFile()
 void Commands::refresh()
 {
     const bool busy = m_model.busy.value().has_value();
-    m_insert->setEnabled(bool(m_file));
+    const bool selected = m_file && !m_file->selection.value().isEmpty();
     m_saveAs->setEnabled(m_file && !busy);
+    m_closeFile->setEnabled(bool(m_file));
     m_extract->setEnabled(m_file && !busy);
     m_extract->setText(m_file ? extractTitle(*m_file) : tr("Extract All Pages…"));
-    m_closeFile->setEnabled(bool(m_file));
-    for (QAction* turn : m_turns)
-        turn->setEnabled(bool(m_file));
-    m_delete->setEnabled(m_file && !m_file->selection.value().isEmpty());
+    for (QAction* action : m_onFile)
+        action->setEnabled(bool(m_file));
+    for (QAction* action : m_onSelection)
+        action->setEnabled(selected);
 }
 
 } // namespace folvane

@@ -4,40 +4,43 @@
 
 #include "documents/AppModel.h"
 
-#include <QAction>
 #include <QObject>
 
+class QAction;
+class QMenu;
 class QMenuBar;
 
 namespace folvane {
 
-/// The commands of the menu bar and their keys, enabled as the model allows.
+/// The commands on files and pages: the File, Edit and Pages menus with their shortcuts. Those on pages act on the
+/// document that the window shows.
 class Commands : public QObject {
     Q_OBJECT
 
 public:
     Commands(AppModel& model, QMenuBar* bar);
 
-    QAction& saveAs() const { return *m_saveAs; }
-    QAction& closeFile() const { return *m_closeFile; }
-
 signals:
+    void closeWindowRequested();
     void quitRequested();
+    /// By so many places; negative is towards the front.
+    void pagesMoveRequested(int steps);
 
 private:
-    void fillFileMenu(QMenuBar* bar);
-    void fillPagesMenu(QMenuBar* bar);
+    void fillFileMenu(QMenu* menu);
+    void fillEditMenu(QMenu* menu);
+    void fillPagesMenu(QMenu* menu);
     void watchFile();
     void refresh();
+    void selectAll();
 
     AppModel& m_model;
-    QAction* m_insert;
-    QAction* m_saveAs;
-    QAction* m_extract;
-    QAction* m_closeFile;
-    QList<QAction*> m_turns;
-    QAction* m_delete;
-    OpenFilePtr m_file; ///< that the commands act on
+    QAction* m_saveAs = nullptr;
+    QAction* m_closeFile = nullptr;
+    QAction* m_extract = nullptr;
+    QList<QAction*> m_onFile;      ///< need a document
+    QList<QAction*> m_onSelection; ///< need selected pages
+    OpenFilePtr m_file;
     Watches m_watches;
     Watches m_fileWatches;
 };

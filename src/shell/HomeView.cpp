@@ -1,59 +1,112 @@
 #include "shell/HomeView.h"
 
-#include "controls/Button.h"
+#include "controls/BrandMark.h"
 #include "controls/DropZone.h"
+#include "controls/TextLabel.h"
 #include "controls/Theme.h"
 #include "controls/appearance.h"
 #include "platform/spawn.h"
+#include "shell/TileGrid.h"
+#include "shell/ToolTile.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
+#include <QPointer>
 #include <QVBoxLayout>
 
 namespace folvane {
 
 namespace {
 
-QLabel* makeText(const QString& text, const QFont& font, const QColor& color, QWidget* parent)
+constexpr int widestPage = 900;
+constexpr int padding = 28;
+constexpr int spacing = 22;
+constexpr int logoSide = 56;
+
+QCoro::Task<> choosePictures(AppModel* model)
 {
-    auto* label = new QLabel(text, parent);
-    label->setFont(font);
-    label->setAlignment(Qt::AlignCenter);
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, color);
-    label->setPalette(palette);
-    return label;
+    const QPointer<AppModel> alive(model);
+    const QList<ContentType> types{ContentType::Image};
+    QCoro::Task<QList<QUrl>> choosing = model->chooseFiles(true, types);
+    const QList<QUrl> urls = co_await choosing;
+    if (!alive)
+        co_return;
+    QCoro::Task<> opening = alive->open(urls);
+    co_await opening;
 }
 
 } // namespace
 
-HomeView::HomeView(AppModel& model, QWidget* parent) : QWidget(parent)
+HomeView::HomeView(AppModel& model, QWidget* parent) : QScrollArea(parent), m_model(model)
 {
-    auto* zone = new DropZone(this);
-    zone->setMaximumWidth(844);
-    auto* open = new Button(Button::Kind::Primary, tr("Open…"), this);
-    auto* promise = makeText(tr("No ads. No tracking. No account."), interfaceFont(12.5, Weight::Medium),
-                             theme::secondaryText, this);
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    setAlignment(Qt::AlignHCenter);
+    setWidget(makePage());
+}
 
-    auto* middle = new QHBoxLayout; // keeps the zone centred once it is as wide as it gets
+void HomeView::takeFocus()
+{
+    m_zone->setFocus();
+}
+
+// The page is as wide as it may be, in the middle of what there is.
+QWidget* HomeView::makePage()
+{
+    auto* ground = new QWidget(this);
+    auto* page = new QWidget(ground);
+    page->setMaximumWidth(widestPage);
+    auto* middle = new QHBoxLayout(ground);
+    middle->setContentsMargins(0, 0, 0, 0);
     middle->addStretch(1);
-    middle->addWidget(zone, 1000);
+    middle->addWidget(page, 1000);
     middle->addStretch(1);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(28, 28, 28, 28);
-    column->setSpacing(22);
-    column->addStretch(2);
-    column->addLayout(middle);
-    column->addWidget(open, 0, Qt::AlignHCenter);
+
+    m_zone = new DropZone(page);
+    auto* promise = new TextLabel(tr("No ads. No tracking. No account."), interfaceFont(12.5, Weight::Medium),
+                                  theme::secondaryText, page);
+    promise->setAlignment(Qt::AlignCenter);
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(padding, padding, padding, padding);
+    column->setSpacing(spacing);
+    column->addLayout(makeHeader(page));
+    column->addWidget(m_zone);
+    column->addWidget(makeTools(page));
     column->addWidget(promise);
-    column->addStretch(3);
+    column->addStretch(1);
+    connect(m_zone, &DropZone::clicked, this, [this] { spawn(m_model.chooseAndOpen()); });
+    connect(m_zone, &DropZone::filesDropped, this,
+            [this](const QList<QUrl>& files) { spawn(m_model.open(files)); });
+    return ground;
+}
 
-    const auto choose = [&model] { spawn(model.chooseAndOpen()); };
-    connect(zone, &DropZone::clicked, this, choose);
-    connect(open, &Button::clicked, this, choose);
-    connect(zone, &DropZone::filesDropped, this,
-            [&model](const QList<QUrl>& files) { spawn(model.open(files)); });
-    setFocusProxy(open);
+QLayout* HomeView::makeHeader(QWidget* page) const
+{
+    auto* words = new QVBoxLayout;
+    words->setSpacing(2);
+    words->addWidget(
+        new TextLabel(tr("Folvane for Mac"), interfaceFont(26, Weight::Bold), theme::text, page));
+    auto* promise =
+        new TextLabel(tr("PDF tools, signatures and stamps, QR codes. Private by design · 100% on-device."),
+                      interfaceFont(13), theme::secondaryText, page);
+    promise->setWordWrap(true);
+    words->addWidget(promise);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(16);
+    row->addWidget(new BrandMark(logoSide, page), 0, Qt::AlignVCenter);
+    row->addLayout(words, 1);
+    return row;
+}
+
+QWidget* HomeView::makeTools(QWidget* page)
+{
+    auto* tools = new TileGrid(page);
+    auto* pictures = new ToolTile(Icon::Pictures, tr("Images to PDF"),
+                                  tr("Photos and scans as pages of one PDF, in name order."), tools);
+    tools->add(pictures);
+    connect(pictures, &ToolTile::clicked, this, [this] { spawn(choosePictures(&m_model)); });
+    return tools;
 }
 
 } // namespace folvane

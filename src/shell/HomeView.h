@@ -2,16 +2,29 @@
 
 #include "documents/AppModel.h"
 
-#include <QWidget>
+#include <QScrollArea>
 
 namespace folvane {
 
-/// What the window shows while no document is: a place to drop files, and a way to choose them.
-class HomeView : public QWidget {
+class DropZone;
+
+/// The first page: a welcome, a place to drop files, and the tools.
+class HomeView : public QScrollArea {
     Q_OBJECT
 
 public:
     explicit HomeView(AppModel& model, QWidget* parent = nullptr);
+
+    /// Gives the keyboard to the first thing to do.
+    void takeFocus();
+
+private:
+    QWidget* makePage();
+    QLayout* makeHeader(QWidget* page) const;
+    QWidget* makeTools(QWidget* page);
+
+    AppModel& m_model;
+    DropZone* m_zone;
 };
 
 } // namespace folvane

@@ -18,7 +18,7 @@ constexpr int pictureLongSide = 360; // pixels, at every screen scale
 } // namespace
 
 PageGrid::PageGrid(AppModel& model, QWidget* parent)
-    : QListView(parent), m_model(model), m_pictures(model.engine())
+    : QListView(parent), m_model(model), m_pictures(model.thumbnails())
 {
     setModel(&m_pages);
     setAccessibleName(tr("Pages"));
@@ -40,16 +40,19 @@ void PageGrid::setFile(OpenFilePtr file)
 {
     if (file == m_file)
         return;
+    if (m_file)
+        m_scrolledTo[m_file->id] = verticalOffset();
     m_watches.clear();
     m_file = std::move(file);
     m_pressed.reset();
     if (!m_file) {
+        m_anchor.reset();
         m_pages.setPages({});
         return;
     }
     m_watches.keep([this] { showPages(); }, m_file->pages);
     m_watches.keep([this] { showSelection(); }, m_file->selection);
-    verticalScrollBar()->setValue(0);
+    verticalScrollBar()->setValue(m_scrolledTo.value(m_file->id, 0));
 }
 
 bool PageGrid::isComplete() const
@@ -216,19 +219,24 @@ void PageGrid::paintEvent(QPaintEvent* event)
     const PageGridLayout layout = pageLayout();
     const auto [first, last] = rowsOnScreen();
     for (int row = first; row < last; ++row) {
-        const PageItem& page = m_pages.pages()[size_t(row)];
-        const PageCell cell{
-            .number = row + 1,
-            .isSelected = m_file && m_file->selection.value().contains(page.id),
-            .hasKeyboard = m_byKeyboard && hasFocus() && currentIndex().row() == row,
-            .state = m_pictures.state(key(page)),
-            .picture = m_pictures.picture(key(page)),
-            .spinnerStep = m_spinnerStep,
-        };
-        drawPageCell(painter, layout.cell(row).translated(0, -verticalOffset()), cell);
+        drawPageCell(painter, layout.cell(row).translated(0, -verticalOffset()), cellAt(row));
     }
     if (m_dropRow)
         drawDropMark(painter);
+}
+
+PageCell PageGrid::cellAt(int row) const
+{
+    const PageItem& page = m_pages.pages()[size_t(row)];
+    return {
+        .number = row + 1,
+        .isSelected = m_file && m_file->selection.value().contains(page.id),
+        .hasStamps = !page.stamps.empty(),
+        .hasKeyboard = m_byKeyboard && hasFocus() && currentIndex().row() == row,
+        .state = m_pictures.state(key(page)),
+        .picture = m_pictures.picture(key(page)),
+        .spinnerStep = m_spinnerStep,
+    };
 }
 
 void PageGrid::drawDropMark(QPainter& painter) const
@@ -239,7 +247,7 @@ void PageGrid::drawDropMark(QPainter& painter) const
     const int x = atEnd ? cell.right() + 9 : cell.left() - 9;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(theme::accent, 4, Qt::SolidLine, Qt::RoundCap));
-    painter.drawLine(x, cell.top() + 4, x, cell.top() + 196);
+    painter.drawLine(x, cell.top() + 4, x, cell.top() + 208);
 }
 
 } // namespace folvane

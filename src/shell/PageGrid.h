@@ -4,6 +4,7 @@
 #include "shell/PageGridLayout.h"
 #include "shell/PageListModel.h"
 #include "shell/PagePictures.h"
+#include "shell/pageCell.h"
 #include "shell/pageSelection.h"
 
 #include "documents/AppModel.h"
@@ -22,6 +23,9 @@ public:
     explicit PageGrid(AppModel& model, QWidget* parent = nullptr);
 
     void setFile(OpenFilePtr file);
+    /// Moves the selected pages, or the one that the keys act from, by so many places (negative: towards the front).
+    void movePages(int steps);
+
     /// Every page on screen has its picture, or is known to have none.
     bool isComplete() const;
 
@@ -77,11 +81,14 @@ private:
     void drawDropMark(QPainter& painter) const;
 
     void click(const QUuid& page, Qt::KeyboardModifiers modifiers);
-    bool moveByKey(QKeyEvent* event);
+    QSet<QUuid> groupOf(const QUuid& page) const;
+    bool walkByKey(QKeyEvent* event);
+    bool movePagesByKey(QKeyEvent* event);
     bool commandByKey(QKeyEvent* event);
     void goTo(int row, Qt::KeyboardModifiers modifiers);
     void dragPage(const QUuid& page);
     std::optional<QUuid> pageAt(int row) const;
+    PageCell cellAt(int row) const;
     void setDropRow(std::optional<int> row);
     void setFilesOver(bool over);
 
@@ -90,7 +97,8 @@ private:
     PageListModel m_pages;
     PagePictures m_pictures;
     Watches m_watches;
-    std::optional<QUuid> m_anchor;
+    std::optional<QUuid> m_anchor;  ///< may be a page of the document shown before
+    QHash<QUuid, int> m_scrolledTo; ///< by document
     std::optional<QUuid> m_pressed;
     QPoint m_pressedAt;
     std::optional<int> m_dropRow; ///< a page that is dragged over would land before this row

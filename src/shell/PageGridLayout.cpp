@@ -1,5 +1,7 @@
 #include "shell/PageGridLayout.h"
 
+#include "shell/pageCell.h"
+
 #include <algorithm>
 
 namespace folvane {
@@ -11,8 +13,7 @@ constexpr int columnSpacing = 18;
 constexpr int rowSpacing = 22;
 constexpr int narrowestColumn = 150;
 constexpr int widestColumn = 210;
-constexpr int cellHeight = 222; // a frame of 200, a gap of 4, a line of text
-constexpr int rowStep = cellHeight + rowSpacing;
+constexpr int rowStep = pageCellHeight + rowSpacing;
 
 int columnWidth(const PageGridLayout& layout)
 {
@@ -44,7 +45,7 @@ QRect PageGridLayout::cell(int index) const
 {
     const int columnStep = columnWidth(*this) + columnSpacing;
     return {left(*this) + index % columns() * columnStep, padding + index / columns() * rowStep,
-            columnWidth(*this), cellHeight};
+            columnWidth(*this), pageCellHeight};
 }
 
 int PageGridLayout::at(const QPoint& point) const

@@ -36,6 +36,11 @@ int PageListModel::rowOf(const QUuid& id) const
     return found == m_pages.end() ? -1 : static_cast<int>(found - m_pages.begin());
 }
 
+bool PageListModel::hasStamps(int row) const
+{
+    return !m_pages[size_t(row)].stamps.empty();
+}
+
 int PageListModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : static_cast<int>(m_pages.size());
@@ -48,7 +53,10 @@ QVariant PageListModel::data(const QModelIndex& index, int role) const
     const int number = index.row() + 1;
     switch (role) {
     case Qt::DisplayRole: return number;
+    case Qt::ToolTipRole: return hasStamps(index.row()) ? tr("Has signatures or stamps") : QString();
     case Qt::AccessibleTextRole: return tr("Page %1").arg(number);
+    case Qt::AccessibleDescriptionRole:
+        return hasStamps(index.row()) ? tr("Has signatures or stamps") : QString();
     default: return {};
     }
 }

@@ -23,6 +23,7 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
 
 private:
+    bool hasStamps(int row) const;
     bool hasSameIds(const std::vector<PageItem>& pages) const;
 
     std::vector<PageItem> m_pages;

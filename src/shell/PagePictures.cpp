@@ -1,17 +1,14 @@
 #include "shell/PagePictures.h"
 
-#include "engine/PDFEngine.h"
 #include "platform/spawn.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace folvane {
 
 namespace {
 
-constexpr int mostUnderWay = 8;
-constexpr qsizetype cacheKilobytes = 256 * 1024;
+constexpr qsizetype fittedKilobytes = 96 * 1024;
 
 qsizetype kilobytes(const QPixmap& picture)
 {
@@ -20,15 +17,11 @@ qsizetype kilobytes(const QPixmap& picture)
 
 } // namespace
 
-PagePictures::PagePictures(PDFEngine& engine, QObject* parent)
-    : QObject(parent), m_engine(engine), m_pictures(cacheKilobytes)
+PagePictures::PagePictures(Thumbnails& thumbnails, QObject* parent)
+    : QObject(parent), m_thumbnails(thumbnails), m_fitted(fittedKilobytes)
 {
-}
-
-PagePictures::~PagePictures()
-{
-    for (std::stop_source& request : m_underWay)
-        request.request_stop();
+    connect(&thumbnails, &Thumbnails::changed, this, &PagePictures::follow);
+    connect(&thumbnails, &Thumbnails::failed, this, &PagePictures::giveUp);
 }
 
 void PagePictures::setRoom(const QSize& room)
@@ -36,7 +29,7 @@ void PagePictures::setRoom(const QSize& room)
     if (room == m_room)
         return;
     m_room = room;
-    m_pictures.clear();
+    m_fitted.clear();
 }
 
 QPixmap PagePictures::fitted(const QImage& picture) const
@@ -50,57 +43,71 @@ QPixmap PagePictures::fitted(const QImage& picture) const
 
 PagePictures::State PagePictures::state(const Key& key) const
 {
-    if (m_pictures.contains(key))
+    if (m_fitted.contains(key))
         return State::Ready;
     return m_failed.contains(key) ? State::Failed : State::Waiting;
 }
 
+bool PagePictures::isComplete() const
+{
+    return std::ranges::none_of(m_wanted, [this](const Key& key) { return state(key) == State::Waiting; });
+}
+
+// More than the shared store keeps would drive each other out of it for ever.
 void PagePictures::want(const QList<Key>& keys)
 {
-    dropUnwanted(QSet<Key>(keys.begin(), keys.end()));
-    m_waiting.clear();
-    for (const Key& key : keys) {
-        if (state(key) == State::Waiting && !m_underWay.contains(key) && !m_waiting.contains(key))
-            m_waiting.append(key);
-    }
+    m_wanted = keys.first(std::min<qsizetype>(keys.size(), Thumbnails::mostInAll));
+    m_failed.intersect(QSet<Key>(m_wanted.begin(), m_wanted.end()));
+    for (const Key& key : m_wanted)
+        take(key);
     startMore();
 }
 
-void PagePictures::dropUnwanted(const QSet<Key>& wanted)
+void PagePictures::take(const Key& key)
 {
-    m_failed.intersect(wanted);
-    m_underWay.removeIf([&wanted](const auto& request) {
-        if (wanted.contains(request.key()))
-            return false;
-        request.value().request_stop();
-        return true;
-    });
+    if (m_fitted.contains(key) || !m_thumbnails.contains(key))
+        return;
+    auto* picture = new QPixmap(fitted(m_thumbnails.image(key)));
+    m_fitted.insert(key, picture, kilobytes(*picture));
 }
 
 void PagePictures::startMore()
 {
-    while (!m_waiting.isEmpty() && m_underWay.size() < mostUnderWay) {
-        const Key key = m_waiting.takeFirst();
-        const std::stop_source request;
-        m_underWay.insert(key, request);
-        spawn(make(key, request.get_token()));
+    for (const Key& key : QList(m_wanted)) {
+        if (m_underWay >= mostUnderWay)
+            return;
+        if (state(key) == State::Waiting && !m_thumbnails.isLoading(key))
+            spawn(load(key));
     }
 }
 
-QCoro::Task<> PagePictures::make(Key key, std::stop_token stop)
+QCoro::Task<> PagePictures::load(Key key)
 {
-    const std::optional<SendableImage> made =
-        co_await m_engine.image(key.source, key.turn, key.longSide, stop);
-    if (stop.stop_requested()) // `this` may be gone, or wants it no longer
+    ++m_underWay;
+    const QPointer<PagePictures> alive(this);
+    QCoro::Task<> loading = m_thumbnails.load(key);
+    co_await loading;
+    if (!alive)
         co_return;
-    m_underWay.remove(key);
-    if (made && !made->image.isNull()) {
-        auto* picture = new QPixmap(fitted(made->image));
-        m_pictures.insert(key, picture, kilobytes(*picture));
-    } else {
-        m_failed.insert(key);
-    }
+    --m_underWay;
     startMore();
+}
+
+// Another view may have had it made, and one that has been driven out comes back while its cell shows.
+void PagePictures::follow(const Key& key)
+{
+    if (!m_wanted.contains(key))
+        return;
+    take(key);
+    startMore();
+    emit changed();
+}
+
+void PagePictures::giveUp(const Key& key)
+{
+    if (!m_wanted.contains(key))
+        return;
+    m_failed.insert(key);
     emit changed();
 }
 

@@ -1,15 +1,14 @@
 #pragma once
 
+#include "controls/SheetFrame.h"
 #include "documents/PasswordRequest.h"
-
-#include <QDialog>
 
 class QLineEdit;
 
 namespace folvane {
 
 /// Asks for the password of one locked file. Dismissing it in any way answers none.
-class PasswordPrompt : public QDialog {
+class PasswordPrompt : public SheetFrame {
     Q_OBJECT
 
 public:
@@ -19,6 +18,8 @@ signals:
     void answered(std::optional<QString> password);
 
 private:
+    void submit();
+
     QLineEdit* m_password;
 };
 

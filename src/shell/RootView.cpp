@@ -9,8 +9,10 @@
 #include "shell/Commands.h"
 #include "shell/DocumentView.h"
 #include "shell/HomeView.h"
+#include "shell/PageGrid.h"
 #include "shell/SidebarView.h"
 #include "shell/ToastView.h"
+#include "shell/WindowCommands.h"
 #include "shell/currentFile.h"
 
 #include <QCloseEvent>
@@ -21,6 +23,7 @@
 #include <QMimeData>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QWindow>
 
 namespace folvane {
 
@@ -30,14 +33,15 @@ RootView::RootView(AppModel& model) : m_model(model)
     resize(1180, 780);
     setAcceptDrops(true);
     m_commands = new Commands(model, menuBar());
+    m_windowCommands = new WindowCommands(model, this, menuBar());
 
-    auto* sidebar = new SidebarView(model, this);
-    sidebar->setMinimumWidth(220);
-    sidebar->setMaximumWidth(300);
+    m_sidebar = new SidebarView(model, this);
+    m_sidebar->setMinimumWidth(220);
+    m_sidebar->setMaximumWidth(300);
     auto* split = new QSplitter(this);
     split->setHandleWidth(1);
     split->setChildrenCollapsible(false);
-    split->addWidget(sidebar);
+    split->addWidget(m_sidebar);
     split->addWidget(makeMainArea());
     split->setStretchFactor(1, 1);
     split->setSizes({240, 940});
@@ -45,7 +49,7 @@ RootView::RootView(AppModel& model) : m_model(model)
     m_busy = new BusyOverlay(this);
     m_alerts = new Alerts(model, this);
 
-    connect(m_commands, &Commands::quitRequested, this, &RootView::requestQuit);
+    connectCommands();
     connect(m_busy, &BusyOverlay::cancelled, this, [this] {
         if (std::optional<BusyState> busy = m_model.busy.value())
             busy->task.request_stop();
@@ -53,9 +57,19 @@ RootView::RootView(AppModel& model) : m_model(model)
     connect(m_toast, &ToastView::revealRequested, this,
             [this](const QUrl& file) { spawn(m_model.services().workspace.reveal(file)); });
     m_watches.keep([this] { showDestination(); }, m_model.destination, m_model.files);
-    m_pages->currentWidget()->setFocus();
+    if (m_pages->currentWidget() == m_home)
+        m_home->takeFocus();
     m_watches.keep([this] { m_toast->setToast(m_model.toast.value()); }, m_model.toast);
     m_watches.keep([this] { m_busy->setState(m_model.busy.value()); }, m_model.busy);
+}
+
+void RootView::connectCommands()
+{
+    connect(m_commands, &Commands::closeWindowRequested, this, &QWidget::close);
+    connect(m_commands, &Commands::quitRequested, this, &RootView::requestQuit);
+    connect(m_commands, &Commands::pagesMoveRequested, &m_document->grid(), &PageGrid::movePages);
+    connect(m_windowCommands, &WindowCommands::sidebarToggled, this,
+            [this] { setSidebarShown(m_sidebar->isHidden()); });
 }
 
 // Whoever awaits a panel of this window gets an answer, and is not left waiting for ever.
@@ -83,10 +97,11 @@ void RootView::showDestination()
     const OpenFilePtr file = currentFile(m_model);
     const bool changes = m_pages->currentWidget() != (file ? static_cast<QWidget*>(m_document) : m_home);
     m_document->setFile(file);
-    if (changes) {
-        m_pages->setCurrentWidget(file ? static_cast<QWidget*>(m_document) : m_home);
-        m_pages->currentWidget()->setFocus();
-    }
+    m_pages->setCurrentWidget(file ? static_cast<QWidget*>(m_document) : m_home);
+    if (changes && file)
+        m_document->takeFocus();
+    else if (changes)
+        m_home->takeFocus();
     setWindowTitle(file ? file->name : config::appName.toString());
 }
 
@@ -94,22 +109,39 @@ void RootView::requestQuit()
 {
     const std::optional<QuitQuestion> question = m_model.quitQuestion();
     if (question)
-        m_alerts->askToQuit(*question, [] { QCoreApplication::quit(); });
+        m_alerts->askToQuit(*question, [] { QCoreApplication::exit(); });
     else
-        QCoreApplication::quit();
+        QCoreApplication::exit();
 }
 
-// With changes that would be lost the program stays running without a question. A desktop has no other way back to a
-// program without a window, so the window steps aside into the task bar.
+void RootView::setSidebarShown(bool shown)
+{
+    m_sidebar->setVisible(shown);
+    m_windowCommands->setSidebarShown(shown);
+}
+
+// The environment is where the window system's plugin looks for the token, which it takes out again.
+void RootView::bringToFront(const QString& activationToken)
+{
+    if (!activationToken.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+// With changes that would be lost the program stays running without a question, and starting it again brings the window
+// back. Where nothing could bring it back, it steps aside into the task bar instead.
 void RootView::closeEvent(QCloseEvent* event)
 {
     if (m_model.quitsWithLastWindow()) {
         event->accept();
-        QCoreApplication::quit();
+        QCoreApplication::exit();
         return;
     }
     event->ignore();
-    showMinimized();
+    m_canComeBack ? hide() : showMinimized();
 }
 
 void RootView::dragEnterEvent(QDragEnterEvent* event)

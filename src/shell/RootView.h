@@ -15,7 +15,9 @@ class BusyOverlay;
 class Commands;
 class DocumentView;
 class HomeView;
+class SidebarView;
 class ToastView;
+class WindowCommands;
 
 /// The one window: the sidebar beside the main area, and over them the toast, the overlay of a running job, alerts and
 /// prompts. All of it shows fields of the model, so that any part of the program brings them up by setting a field.
@@ -27,10 +29,14 @@ public:
     ~RootView() override;
 
     DocumentView& documentView() const { return *m_document; }
-    Commands& commands() const { return *m_commands; }
 
     /// Quits, or asks first when changes would be lost.
     void requestQuit();
+    /// Whether the desktop can bring a hidden window back. Without that, closing with changes only minimizes it.
+    void setCanComeBack(bool can) { m_canComeBack = can; }
+    /// Shows the window over the others, also from hidden or minimized. The token is what the desktop gave to whoever
+    /// asked for it; empty when there is none.
+    void bringToFront(const QString& activationToken);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -39,16 +45,21 @@ protected:
 
 private:
     QWidget* makeMainArea();
+    void connectCommands();
     void showDestination();
+    void setSidebarShown(bool shown);
 
     AppModel& m_model;
     Commands* m_commands;
+    WindowCommands* m_windowCommands;
+    SidebarView* m_sidebar;
     QStackedWidget* m_pages;
     HomeView* m_home;
     DocumentView* m_document;
     ToastView* m_toast;
     BusyOverlay* m_busy;
     Alerts* m_alerts;
+    bool m_canComeBack = false;
     Watches m_watches;
 };
 

@@ -1,12 +1,15 @@
 #include "shell/SidebarView.h"
 
+#include "controls/BrandMark.h"
+#include "controls/SectionHeader.h"
+#include "controls/TextLabel.h"
 #include "controls/Theme.h"
 #include "controls/appearance.h"
 #include "platform/spawn.h"
 #include "shell/FileRow.h"
 #include "shell/currentFile.h"
 
-#include <QLabel>
+#include <QHBoxLayout>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -16,15 +19,27 @@ namespace folvane {
 
 namespace {
 
-QLabel* makeHeader(const QString& text, QWidget* parent)
+QWidget* makeHeader(const QString& text, QWidget* parent)
 {
-    auto* header = new QLabel(text, parent);
-    header->setFont(interfaceFont(11, Weight::SemiBold));
+    auto* header = new SectionHeader(text, parent);
     header->setContentsMargins(10, 14, 0, 4);
-    QPalette palette = header->palette();
-    palette.setColor(QPalette::WindowText, theme::secondaryText);
-    header->setPalette(palette);
     return header;
+}
+
+QLayout* makeBrand(QWidget* parent)
+{
+    auto* words = new QVBoxLayout;
+    words->setSpacing(0);
+    words->addWidget(
+        new TextLabel(SidebarView::tr("Folvane"), interfaceFont(12, Weight::SemiBold), theme::text, parent));
+    words->addWidget(new TextLabel(SidebarView::tr("by Merrowlight Apps"), interfaceFont(10),
+                                   theme::secondaryText, parent));
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(12, 12, 12, 12);
+    row->setSpacing(8);
+    row->addWidget(new BrandMark(28, parent), 0, Qt::AlignVCenter);
+    row->addLayout(words, 1);
+    return row;
 }
 
 } // namespace
@@ -55,7 +70,9 @@ SidebarView::SidebarView(AppModel& model, QWidget* parent) : QWidget(parent), m_
     scroll->setWidget(list);
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
+    outer->setSpacing(0);
     outer->addWidget(scroll);
+    outer->addLayout(makeBrand(this));
 
     connect(m_home, &SidebarRow::clicked, this, [this] { m_model.destination = Destination(); });
     connect(m_open, &SidebarRow::clicked, this, [this] { spawn(m_model.chooseAndOpen()); });
@@ -80,8 +97,10 @@ void SidebarView::showFiles()
         m_rows->addWidget(m_files.last());
     }
     setTabOrder(m_home, m_files.isEmpty() ? m_open : m_files.first());
-    for (qsizetype i = 0; i < m_files.size(); ++i)
+    for (qsizetype i = 0; i < m_files.size(); ++i) {
+        setTabOrder(m_files[i], m_files[i]->lastInTabOrder());
         setTabOrder(m_files[i]->lastInTabOrder(), i + 1 < m_files.size() ? m_files[i + 1] : m_open);
+    }
 }
 
 void SidebarView::markCurrent()

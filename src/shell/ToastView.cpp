@@ -1,40 +1,42 @@
 #include "shell/ToastView.h"
 
 #include "controls/ElidedLabel.h"
+#include "controls/LinkButton.h"
+#include "controls/Shadow.h"
 #include "controls/Theme.h"
 #include "controls/appearance.h"
 #include "controls/icons.h"
 
 #include <QAccessible>
 #include <QEvent>
+#include <QGraphicsOpacityEffect>
 #include <QHBoxLayout>
 #include <QPainter>
-#include <QToolButton>
+
+#include <algorithm>
 
 namespace folvane {
 
 namespace {
 
-constexpr int shadowRoom = 14;
+const Shadow shadow{theme::faded(theme::black, 0.12), 12, 4};
+constexpr int shadowRoom = 18;
 constexpr int aboveBottom = 28;
 constexpr int widestText = 460;
+constexpr int motionTime = 200; // milliseconds
 
 } // namespace
 
 ToastView::ToastView(QWidget* area)
-    : QWidget(area), m_text(new ElidedLabel(this)), m_reveal(new QToolButton(this))
+    : QWidget(area),
+      m_text(new ElidedLabel(this)),
+      m_reveal(new LinkButton(tr("Show in Finder"), this)),
+      m_fading(new QGraphicsOpacityEffect(this))
 {
     auto* icon = new QLabel(this);
     icon->setPixmap(themedIcon(Icon::CheckCircle, theme::success).pixmap(QSize(18, 18), devicePixelRatioF()));
     m_text->setFont(interfaceFont(13, Weight::Medium));
-    m_reveal->setText(tr("Show in Finder"));
-    m_reveal->setFont(interfaceFont(13, Weight::SemiBold));
-    m_reveal->setAutoRaise(true);
-    m_reveal->setCursor(Qt::PointingHandCursor);
-    m_reveal->setFocusPolicy(Qt::StrongFocus);
-    QPalette palette = m_reveal->palette();
-    palette.setColor(QPalette::ButtonText, theme::accentDeep);
-    m_reveal->setPalette(palette);
+    setGraphicsEffect(m_fading);
 
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(16 + shadowRoom, 10 + shadowRoom, 16 + shadowRoom, 10 + shadowRoom);
@@ -43,10 +45,15 @@ ToastView::ToastView(QWidget* area)
     row->addWidget(m_text);
     row->addSpacing(4);
     row->addWidget(m_reveal);
-    connect(m_reveal, &QToolButton::clicked, this, [this] {
+    connect(m_reveal, &QAbstractButton::clicked, this, [this] {
         if (m_toast && m_toast->reveal)
             emit revealRequested(*m_toast->reveal);
     });
+    m_motion.setDuration(motionTime);
+    m_motion.setEasingCurve(QEasingCurve::OutQuad);
+    connect(&m_motion, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant& shown) { moveTo(shown.toDouble()); });
+    connect(&m_motion, &QVariantAnimation::finished, this, &ToastView::settle);
     area->installEventFilter(this);
     hide();
 }
@@ -54,27 +61,49 @@ ToastView::ToastView(QWidget* area)
 void ToastView::setToast(const std::optional<Toast>& toast)
 {
     m_toast = toast;
-    if (!toast) {
-        hide();
+    if (toast)
+        showText(*toast);
+    else if (!isVisible())
         return;
-    }
-    m_text->setText(toast->text);
-    m_text->setFixedWidth(std::min(widestText, m_text->fontMetrics().horizontalAdvance(toast->text) + 2));
-    m_reveal->setVisible(toast->reveal.has_value());
-    setAccessibleName(toast->text);
+    m_motion.stop();
+    m_motion.setStartValue(m_shown);
+    m_motion.setEndValue(toast ? 1.0 : 0.0);
+    m_motion.start();
+}
+
+void ToastView::showText(const Toast& toast)
+{
+    m_text->setText(toast.text);
+    m_text->setFixedWidth(std::min(widestText, m_text->fontMetrics().horizontalAdvance(toast.text) + 2));
+    m_reveal->setVisible(toast.reveal.has_value());
+    setAccessibleName(toast.text);
     layout()->activate();
-    place();
+    moveTo(m_shown);
     show();
     raise();
     QAccessibleEvent announced(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&announced);
 }
 
+void ToastView::moveTo(double shown)
+{
+    m_shown = shown;
+    m_fading->setEnabled(shown < 1); // drawing through it costs sharpness
+    m_fading->setOpacity(shown);
+    place();
+}
+
+void ToastView::settle()
+{
+    setVisible(m_toast.has_value());
+}
+
 void ToastView::place()
 {
     adjustSize();
     const QWidget* area = parentWidget();
-    move((area->width() - width()) / 2, area->height() - height() - aboveBottom + shadowRoom);
+    const int inPlace = area->height() - height() - aboveBottom + shadowRoom;
+    move((area->width() - width()) / 2, qRound(area->height() + m_shown * (inPlace - area->height())));
 }
 
 bool ToastView::eventFilter(QObject* watched, QEvent* event)
@@ -89,15 +118,11 @@ void ToastView::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF capsule = QRectF(rect()).adjusted(shadowRoom, shadowRoom, -shadowRoom, -shadowRoom);
-    painter.setPen(Qt::NoPen);
-    for (int spread = 10; spread >= 1; --spread) {
-        painter.setBrush(QColor(0, 0, 0, 4));
-        const QRectF edge = capsule.adjusted(-spread, -spread, spread, spread).translated(0, 4);
-        painter.drawRoundedRect(edge, edge.height() / 2, edge.height() / 2);
-    }
-    painter.setBrush(theme::surface);
+    drawCard(painter, capsule, capsule.height() / 2, shadow);
+    const QRectF line = capsule.adjusted(0.5, 0.5, -0.5, -0.5);
     painter.setPen(QPen(theme::hairline, 1));
-    painter.drawRoundedRect(capsule, capsule.height() / 2, capsule.height() / 2);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(line, line.height() / 2, line.height() / 2);
 }
 
 } // namespace folvane

@@ -2,17 +2,19 @@
 
 #include "documents/Toast.h"
 
+#include <QVariantAnimation>
 #include <QWidget>
 
 #include <optional>
 
-class QToolButton;
+class QGraphicsOpacityEffect;
+class QAbstractButton;
 
 namespace folvane {
 
 class ElidedLabel;
 
-/// A short notice at the bottom of `area`.
+/// A short notice at the bottom of `area`. It comes from the bottom edge and goes there, fading on the way.
 class ToastView : public QWidget {
     Q_OBJECT
 
@@ -20,6 +22,8 @@ public:
     explicit ToastView(QWidget* area);
 
     void setToast(const std::optional<Toast>& toast);
+    /// Neither coming nor going.
+    bool isSettled() const { return m_motion.state() != QAbstractAnimation::Running; }
 
 signals:
     void revealRequested(QUrl file);
@@ -29,11 +33,17 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void showText(const Toast& toast);
+    void moveTo(double shown);
     void place();
+    void settle();
 
     std::optional<Toast> m_toast;
     ElidedLabel* m_text;
-    QToolButton* m_reveal;
+    QAbstractButton* m_reveal;
+    QGraphicsOpacityEffect* m_fading;
+    QVariantAnimation m_motion; ///< from 0, out of sight, to 1, in its place
+    double m_shown = 0;
 };
 
 } // namespace folvane

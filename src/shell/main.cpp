@@ -2,20 +2,25 @@
 #include "controls/appearance.h"
 #include "documents/AppModel.h"
 #include "engine/PDFEngine.h"
+#include "platform/ApplicationService.h"
 #include "platform/Clock.h"
 #include "platform/Preferences.h"
 #include "platform/SourceFile.h"
 #include "platform/Workspace.h"
 #include "platform/pictures.h"
+#include "platform/sessionBus.h"
 #include "platform/spawn.h"
 #include "shell/CommandLine.h"
 #include "shell/QtPanels.h"
 #include "shell/RootView.h"
+#include "shell/SystemEvents.h"
 #include "shell/WindowPictures.h"
 
 #include <QApplication>
 
 #include <cstdio>
+#include <optional>
+#include <utility>
 
 namespace {
 
@@ -42,23 +47,51 @@ QCoro::Task<> takePictures(WindowPictures* pictures, QList<QUrl> files)
     QCoreApplication::exit(result);
 }
 
-int runWindow(const CommandLine& line)
-{
+/// The program's parts, in the order in which they need each other.
+struct Program {
+    explicit Program(std::optional<QDBusConnection> bus) : workspace(std::move(bus))
+    {
+        panels.setWindow(&window);
+    }
+
     PDFEngine engine;
     QtPanels panels;
     SettingsPreferences preferences;
     DesktopWorkspace workspace;
     SystemClock clock;
-    AppModel model(Services{engine, panels, preferences, workspace, clock});
-    RootView window(model);
-    panels.setWindow(&window);
-    window.show();
-    if (!line.picturesFolder) {
-        spawn(model.open(line.files));
-        return QApplication::exec();
-    }
-    WindowPictures pictures(model, window, *line.picturesFolder);
-    spawn(takePictures(&pictures, line.files));
+    AppModel model{Services{engine, panels, preferences, workspace, clock}};
+    RootView window{model};
+};
+
+/// Runs the window, unless another one runs in this session: that one then gets the files.
+int runWindow(const CommandLine& line, const QString& activationToken)
+{
+    using Start = ApplicationService::Start;
+    const std::optional<QDBusConnection> bus = sessionBus();
+    SystemEvents events;
+    ApplicationService service(bus, config::bundleIdentifier.toString());
+    QObject::connect(&service, &ApplicationService::opened, &events, &SystemEvents::openInFront);
+    const Start start = service.start(line.files, activationToken);
+    if (start == Start::HandedOver)
+        return 0;
+
+    events.open(line.files);
+    Program program(bus);
+    program.window.setCanComeBack(start == Start::First);
+    program.window.show();
+    events.attach(program.model, program.window);
+    const int result = QApplication::exec();
+    service.retire(); // who starts while this one clears up gets a window of its own
+    return result;
+}
+
+/// A run that serves a tool: no business of the desktop's, and it leaves a program that runs beside it alone.
+int runPictures(const QList<QUrl>& files, const QString& folder)
+{
+    Program program(std::nullopt);
+    program.window.show();
+    WindowPictures pictures(program.model, program.window, folder);
+    spawn(takePictures(&pictures, files));
     return QApplication::exec();
 }
 
@@ -68,6 +101,7 @@ int main(int argc, char** argv)
 {
     if (needsNoDisplay(argc, argv))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QString activationToken = activationTokenOfStart();
     QApplication application(argc, argv);
     nameApplication();
     const CommandLine line = readCommandLine(QCoreApplication::arguments());
@@ -76,7 +110,8 @@ int main(int argc, char** argv)
     preparePictureDecoding();
     applyAppearance(application);
     try {
-        return runWindow(line);
+        return line.picturesFolder ? runPictures(line.files, *line.picturesFolder)
+                                   : runWindow(line, activationToken);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;

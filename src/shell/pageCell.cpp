@@ -1,8 +1,10 @@
 #include "shell/pageCell.h"
 
+#include "controls/Shadow.h"
 #include "controls/Spinner.h"
 #include "controls/Theme.h"
 #include "controls/appearance.h"
+#include "controls/continuousRect.h"
 #include "controls/icons.h"
 
 #include <QPainter>
@@ -11,9 +13,10 @@ namespace folvane {
 
 namespace {
 
-constexpr int frameHeight = 200;
+constexpr int paperHeight = 200;
 constexpr int widestCell = 210;
 constexpr int framePadding = 6;
+constexpr int frameHeight = paperHeight + 2 * framePadding;
 constexpr double frameRadius = 10;
 constexpr double unknownProportion = 0.707; // width to height of a page that is not there yet
 
@@ -31,35 +34,35 @@ void drawFrame(QPainter& painter, const QRectF& frame, const PageCell& cell)
     if (cell.isSelected) {
         painter.setPen(QPen(theme::accent, 2.5));
         painter.setBrush(theme::accentSoft);
-        painter.drawRoundedRect(outline, frameRadius, frameRadius);
+        painter.drawPath(continuousRect(outline, frameRadius));
     } else if (cell.hasKeyboard) {
         painter.setPen(QPen(theme::secondaryText, 1.5, Qt::DotLine));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(outline, frameRadius, frameRadius);
+        painter.drawPath(continuousRect(outline, frameRadius));
     }
 }
 
-// A soft edge below the paper, so that white pages stand out from the light ground.
-void drawShadow(QPainter& painter, const QRectF& paper)
+const Shadow shadow{theme::faded(theme::black, 0.12), 6, 2};
+
+QRectF roomInFrame(const QRect& rect)
 {
-    painter.setPen(Qt::NoPen);
-    for (int spread = 4; spread >= 1; --spread) {
-        painter.setBrush(QColor(0, 0, 0, 9));
-        const QRectF edge = paper.adjusted(-spread, -spread, spread, spread).translated(0, 2);
-        painter.drawRoundedRect(edge, spread, spread);
-    }
+    return QRectF(rect.left(), rect.top(), rect.width(), frameHeight)
+        .adjusted(framePadding, framePadding, -framePadding, -framePadding);
 }
 
-void drawPaper(QPainter& painter, const QRectF& room, const PageCell& cell)
+QRectF paperBox(const QRectF& room, const PageCell& cell)
+{
+    return centred(cell.picture ? QSizeF(cell.picture->size()) : QSizeF(unknownProportion, 1), room);
+}
+
+void drawPaper(QPainter& painter, const QRectF& paper, const PageCell& cell)
 {
     if (cell.picture) {
-        const QRectF paper = centred(cell.picture->size(), room);
-        drawShadow(painter, paper);
+        shadow.draw(painter, paper, 0);
         painter.fillRect(paper, Qt::white);
         painter.drawPixmap(paper, *cell.picture, QRectF(cell.picture->rect()));
         return;
     }
-    const QRectF paper = centred(QSizeF(unknownProportion, 1), room);
     painter.setPen(Qt::NoPen);
     painter.setBrush(theme::surface);
     painter.drawRoundedRect(paper, 4, 4);
@@ -73,16 +76,27 @@ void drawPaper(QPainter& painter, const QRectF& room, const PageCell& cell)
 
 void drawNumber(QPainter& painter, const QRect& line, const PageCell& cell)
 {
-    painter.setFont(interfaceFont(12, cell.isSelected ? Weight::Bold : Weight::Medium));
+    constexpr int stampSide = 12;
+    constexpr int stampGap = 4;
+    const QString number = QString::number(cell.number);
+    const QFont font = interfaceFont(12, cell.isSelected ? Weight::Bold : Weight::Medium);
+    const int textWidth = QFontMetrics(font).horizontalAdvance(number);
+    const int rowWidth = textWidth + (cell.hasStamps ? stampGap + stampSide : 0);
+    const QRect text(line.center().x() - rowWidth / 2, line.top(), textWidth + 1, line.height());
+    painter.setFont(font);
     painter.setPen(cell.isSelected ? theme::accentDeep : theme::secondaryText);
-    painter.drawText(line, Qt::AlignHCenter | Qt::AlignVCenter, QString::number(cell.number));
+    painter.drawText(text, Qt::AlignCenter, number);
+    if (cell.hasStamps)
+        drawIcon(painter, Icon::Gesture,
+                 QRectF(text.right() + stampGap, line.center().y() - stampSide / 2.0, stampSide, stampSide),
+                 theme::accent);
 }
 
 } // namespace
 
 QSize largestPaper()
 {
-    return {widestCell - 2 * framePadding, frameHeight - 2 * framePadding};
+    return {widestCell - 2 * framePadding, paperHeight};
 }
 
 void drawPageCell(QPainter& painter, const QRect& rect, const PageCell& cell)
@@ -91,9 +105,16 @@ void drawPageCell(QPainter& painter, const QRect& rect, const PageCell& cell)
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     const QRectF frame(rect.left(), rect.top(), rect.width(), frameHeight);
     drawFrame(painter, frame, cell);
-    drawPaper(painter, frame.adjusted(framePadding, framePadding, -framePadding, -framePadding), cell);
+    drawPaper(painter, paperBox(roomInFrame(rect), cell), cell);
     drawNumber(painter, rect.adjusted(0, frameHeight + 4, 0, 0), cell);
     painter.restore();
+}
+
+void drawSheet(QPainter& painter, const QRect& rect, const PageCell& cell)
+{
+    const QRectF paper = paperBox(roomInFrame(rect), cell);
+    shadow.draw(painter, paper, 0);
+    painter.fillRect(paper, theme::surface);
 }
 
 } // namespace folvane

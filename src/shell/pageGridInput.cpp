@@ -1,35 +1,18 @@
-// Mouse, keyboard, and drag and drop of the page grid.
+// Mouse and keyboard of the page grid.
 
 #include "shell/PageGrid.h"
 
-#include "controls/droppedFiles.h"
-#include "platform/spawn.h"
-#include "shell/pageCell.h"
+#include "shell/pageMoves.h"
 
 #include <QApplication>
-#include <QDrag>
-#include <QDropEvent>
-#include <QMimeData>
-#include <QPainter>
-#include <QPointer>
+#include <QContextMenuEvent>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
 
 #include <algorithm>
 
 namespace folvane {
-
-namespace {
-
-constexpr int previewWidth = 120;
-
-QPixmap dragPreview(const QPixmap& picture, double scale)
-{
-    const QSize size = picture.size().scaled(previewWidth, previewWidth * 3 / 2, Qt::KeepAspectRatio);
-    QPixmap preview = picture.scaled(size * scale, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    preview.setDevicePixelRatio(scale);
-    return preview;
-}
-
-} // namespace
 
 std::optional<QUuid> PageGrid::pageAt(int row) const
 {
@@ -44,6 +27,13 @@ void PageGrid::click(const QUuid& page, Qt::KeyboardModifiers modifiers)
     const PageSelection after = selectionAfterClick(before, m_pages.ids(), page, modifiers);
     m_anchor = after.anchor;
     m_file->selection = after.pages;
+}
+
+/// What a drag from this page carries.
+QSet<QUuid> PageGrid::groupOf(const QUuid& page) const
+{
+    const QSet<QUuid> selected = m_file->selection.value();
+    return selected.contains(page) ? selected : QSet<QUuid>{page};
 }
 
 // A click selects when the button comes up: until then it may become a drag, which leaves the selection as it is.
@@ -102,7 +92,7 @@ void PageGrid::focusInEvent(QFocusEvent* event)
 
 void PageGrid::keyPressEvent(QKeyEvent* event)
 {
-    if (!m_file || (!commandByKey(event) && !moveByKey(event)))
+    if (!m_file || (!commandByKey(event) && !movePagesByKey(event) && !walkByKey(event)))
         event->ignore();
 }
 
@@ -123,7 +113,33 @@ bool PageGrid::commandByKey(QKeyEvent* event)
     return true;
 }
 
-bool PageGrid::moveByKey(QKeyEvent* event)
+// Alt carries the selected pages along.
+bool PageGrid::movePagesByKey(QKeyEvent* event)
+{
+    if (!(event->modifiers() & Qt::AltModifier))
+        return false;
+    switch (event->key()) {
+    case Qt::Key_Left: movePages(-1); return true;
+    case Qt::Key_Right: movePages(1); return true;
+    case Qt::Key_Up: movePages(-pageLayout().columns()); return true;
+    case Qt::Key_Down: movePages(pageLayout().columns()); return true;
+    case Qt::Key_Home: movePages(-m_pages.rowCount()); return true;
+    case Qt::Key_End: movePages(m_pages.rowCount()); return true;
+    default: return false;
+    }
+}
+
+void PageGrid::movePages(int steps)
+{
+    const std::optional<QUuid> current = pageAt(currentIndex().row());
+    QSet<QUuid> group = m_file->selection.value();
+    if (group.isEmpty() && current)
+        group = {*current};
+    m_model.move(m_file, group, pageAfterMove(m_pages.ids(), group, steps));
+    scrollTo(currentIndex());
+}
+
+bool PageGrid::walkByKey(QKeyEvent* event)
 {
     const int row = currentIndex().row();
     const int columns = pageLayout().columns();
@@ -154,86 +170,6 @@ void PageGrid::goTo(int row, Qt::KeyboardModifiers modifiers)
     if (!(modifiers & Qt::ControlModifier))
         click(*pageAt(index.row()), modifiers & Qt::ShiftModifier);
     viewport()->update();
-}
-
-// Drag and drop
-
-void PageGrid::dragPage(const QUuid& page)
-{
-    const int row = m_pages.rowOf(page);
-    if (row < 0)
-        return;
-    auto* data = new QMimeData;
-    data->setText(page.toString(QUuid::WithoutBraces));
-    auto* drag = new QDrag(this);
-    drag->setMimeData(data);
-    if (const QPixmap* picture = m_pictures.picture(key(m_pages.pages()[size_t(row)])))
-        drag->setPixmap(dragPreview(*picture, devicePixelRatioF()));
-    const QPointer<PageGrid> self(this); // the drag runs its own event loop, and much can happen in it
-    drag->exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);
-    if (self)
-        self->setDropRow(std::nullopt);
-}
-
-void PageGrid::setDropRow(std::optional<int> row)
-{
-    if (row == m_dropRow)
-        return;
-    m_dropRow = row;
-    viewport()->update();
-}
-
-void PageGrid::setFilesOver(bool over)
-{
-    if (over == m_filesOver)
-        return;
-    m_filesOver = over;
-    viewport()->update();
-}
-
-void PageGrid::dragEnterEvent(QDragEnterEvent* event)
-{
-    dragMoveEvent(event);
-}
-
-void PageGrid::dragMoveEvent(QDragMoveEvent* event)
-{
-    QAbstractItemView::dragMoveEvent(event); // scrolls near the edges
-    const bool files = !droppedFiles(event->mimeData()).isEmpty();
-    const bool page = !files && !QUuid(event->mimeData()->text()).isNull();
-    setFilesOver(files);
-    setDropRow(page ? std::optional(pageLayout().dropTarget(toContent(event->position().toPoint())))
-                    : std::nullopt);
-    event->setAccepted(files || page);
-    if (files)
-        event->setDropAction(Qt::CopyAction);
-    else if (page)
-        event->setDropAction(Qt::MoveAction);
-}
-
-void PageGrid::dragLeaveEvent(QDragLeaveEvent* event)
-{
-    QAbstractItemView::dragLeaveEvent(event);
-    setFilesOver(false);
-    setDropRow(std::nullopt);
-}
-
-void PageGrid::dropEvent(QDropEvent* event)
-{
-    stopAutoScroll();
-    setState(NoState);
-    setFilesOver(false);
-    setDropRow(std::nullopt);
-    if (!m_file)
-        return;
-    if (const QList<QUrl> files = droppedFiles(event->mimeData()); !files.isEmpty()) {
-        event->acceptProposedAction();
-        spawn(m_model.insertPages(m_file, files));
-        return;
-    }
-    const int row = pageLayout().dropTarget(toContent(event->position().toPoint()));
-    if (m_model.dropPages(m_file, {event->mimeData()->text()}, pageAt(row)))
-        event->acceptProposedAction();
 }
 
 } // namespace folvane

@@ -1,0 +1,47 @@
+#include "controls/LinkButton.h"
+
+#include "controls/Theme.h"
+#include "controls/appearance.h"
+#include "controls/focusRing.h"
+
+#include <QPainter>
+
+namespace folvane {
+
+namespace {
+
+constexpr int ringRoom = 4; // beside the text, for the ring of the focus
+
+} // namespace
+
+LinkButton::LinkButton(const QString& text, QWidget* parent) : QAbstractButton(parent)
+{
+    setText(text);
+    setFont(interfaceFont(13, Weight::SemiBold));
+    setCursor(Qt::PointingHandCursor);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize LinkButton::sizeHint() const
+{
+    return fontMetrics().size(Qt::TextSingleLine, text()) + QSize(2 * ringRoom, 4);
+}
+
+void LinkButton::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QFont shown = font();
+    shown.setUnderline(isEnabled() && underMouse());
+    painter.setFont(shown);
+    painter.setPen(theme::faded(theme::accentDeep, !isEnabled() ? 0.4 : isDown() ? 0.75 : 1));
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+    if (showsFocus(*this)) {
+        painter.setPen(QPen(theme::faded(theme::accent, 0.6), 2));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 5, 5);
+    }
+}
+
+} // namespace folvane

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QAbstractButton>
+
+namespace folvane {
+
+/// A button that looks like a link: its text in the deep accent colour, underlined under the pointer.
+class LinkButton : public QAbstractButton {
+    Q_OBJECT
+
+public:
+    explicit LinkButton(const QString& text, QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace folvane

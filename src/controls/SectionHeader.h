@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QLabel>
+
+namespace folvane {
+
+/// The small heading over a group of rows or controls. Screen readers announce it as a heading.
+class SectionHeader : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit SectionHeader(const QString& text, QWidget* parent = nullptr);
+};
+
+} // namespace folvane

@@ -1,0 +1,97 @@
+#include "controls/SegmentedPicker.h"
+
+#include "controls/Shadow.h"
+#include "controls/appearance.h"
+#include "controls/continuousRect.h"
+#include "controls/focusRing.h"
+
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QRadioButton>
+
+namespace folvane {
+
+namespace {
+
+constexpr int inset = 3;
+constexpr double outerRadius = 10;
+constexpr double innerRadius = outerRadius - inset;
+const Shadow lift{theme::faded(theme::black, 0.12), 2, 1};
+
+class Segment : public QRadioButton {
+public:
+    Segment(const QString& title, QWidget* picker) : QRadioButton(title, picker)
+    {
+        setFont(interfaceFont(13, Weight::Medium));
+        setAttribute(Qt::WA_Hover);
+        setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
+    }
+
+    QSize sizeHint() const override
+    {
+        return fontMetrics().size(Qt::TextSingleLine | Qt::TextShowMnemonic, text()) + QSize(2 * 16, 2 * 6);
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    bool hitButton(const QPoint& place) const override { return rect().contains(place); }
+
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QRectF frame = QRectF(rect()).adjusted(1, 0, -1, 0);
+        if (isChecked())
+            drawCard(painter, frame, innerRadius, lift);
+        else if (isEnabled() && underMouse())
+            painter.fillPath(continuousRect(frame, innerRadius), isDown() ? theme::pressed : theme::hover);
+        if (showsFocus(*this))
+            painter.strokePath(continuousRect(frame.adjusted(1, 1, -1, -1), innerRadius - 1),
+                               QPen(theme::faded(theme::accent, 0.6), 2));
+        painter.setPen(theme::faded(isChecked() ? theme::accentDeep : theme::text, isEnabled() ? 1 : 0.4));
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine | Qt::TextShowMnemonic, text());
+    }
+};
+
+} // namespace
+
+SegmentedPicker::SegmentedPicker(const QString& name, const QStringList& titles, QWidget* parent)
+    : QWidget(parent), m_segments(new QButtonGroup(this))
+{
+    setAccessibleName(name);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(inset, inset, inset, inset);
+    row->setSpacing(0);
+    for (const QString& title : titles) {
+        auto* segment = new Segment(title, this);
+        m_segments->addButton(segment, row->count());
+        row->addWidget(segment, 1);
+    }
+    setCurrent(0);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    connect(m_segments, &QButtonGroup::idToggled, this, [this](int position, bool chosen) {
+        if (chosen)
+            emit currentChanged(position);
+    });
+}
+
+int SegmentedPicker::current() const
+{
+    return m_segments->checkedId();
+}
+
+void SegmentedPicker::setCurrent(int position)
+{
+    if (QAbstractButton* segment = m_segments->button(position))
+        segment->setChecked(true);
+}
+
+void SegmentedPicker::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(continuousRect(rect(), outerRadius), theme::track);
+}
+
+} // namespace folvane

@@ -1,0 +1,132 @@
+#include "controls/SheetFrame.h"
+
+#include "controls/Shadow.h"
+#include "controls/appearance.h"
+#include "controls/blending.h"
+#include "controls/breakableText.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+#include <QWindow>
+
+namespace folvane {
+
+namespace {
+
+constexpr double cornerRadius = 18;
+constexpr int padding = 24;
+constexpr int iconSide = 24;
+
+} // namespace
+
+SheetFrame::SheetFrame(const QString& title, QWidget* parent, int width)
+    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint),
+      m_width(width),
+      m_floats(screenBlendsWindows()),
+      m_icon(new QLabel(this)),
+      m_title(new QLabel(this)),
+      m_content(new QVBoxLayout),
+      m_buttons(new QHBoxLayout)
+{
+    setAttribute(Qt::WA_TranslucentBackground, m_floats);
+    m_icon->hide();
+    m_title->setTextFormat(Qt::PlainText);
+    m_title->setWordWrap(true);
+    m_title->setFont(interfaceFont(17, Weight::Bold));
+    setTitle(title);
+
+    auto* head = new QHBoxLayout;
+    head->setSpacing(10);
+    head->addWidget(m_icon, 0, Qt::AlignTop);
+    head->addWidget(m_title, 1);
+    m_content->setSpacing(14);
+    m_buttons->setSpacing(10);
+    m_buttons->addStretch();
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins((m_floats ? shadows::sheet.margins() : QMargins()) + padding);
+    column->setSpacing(14);
+    column->addLayout(head);
+    column->addLayout(m_content);
+    column->addSpacing(4);
+    column->addLayout(m_buttons);
+    column->setSizeConstraint(QLayout::SetNoConstraint);
+}
+
+void SheetFrame::setTitle(const QString& title)
+{
+    setWindowTitle(title);
+    setAccessibleName(title);
+    m_title->setText(breakableText(title));
+}
+
+void SheetFrame::setIcon(Icon icon)
+{
+    m_icon->setPixmap(themedIcon(icon, theme::accent).pixmap(QSize(iconSide, iconSide), devicePixelRatioF()));
+    m_icon->show();
+}
+
+int SheetFrame::contentWidth() const
+{
+    return m_width - 2 * padding;
+}
+
+Button* SheetFrame::addButton(Button::Kind kind, const QString& text)
+{
+    auto* button = new Button(kind, text, this);
+    m_buttons->addWidget(button);
+    return button;
+}
+
+QRect SheetFrame::sheet() const
+{
+    return m_floats ? rect().marginsRemoved(shadows::sheet.margins()) : rect();
+}
+
+// Texts that wrap tell their height only for a width, which the layout of a window would not ask them.
+void SheetFrame::fit()
+{
+    const int width = m_width + this->width() - sheet().width();
+    const int height = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)
+                                                     : layout()->totalSizeHint().height();
+    setFixedSize(width, height);
+}
+
+void SheetFrame::setVisible(bool visible)
+{
+    if (visible) {
+        layout()->activate();
+        fit();
+    }
+    QDialog::setVisible(visible);
+}
+
+bool SheetFrame::event(QEvent* event)
+{
+    const bool handled = QDialog::event(event);
+    if (event->type() == QEvent::LayoutRequest)
+        fit();
+    return handled;
+}
+
+void SheetFrame::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    if (m_floats) {
+        drawCard(painter, sheet(), cornerRadius, shadows::sheet);
+        return;
+    }
+    painter.fillRect(rect(), theme::surface);
+    painter.setPen(theme::fieldBorder);
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+void SheetFrame::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton && windowHandle())
+        windowHandle()->startSystemMove();
+}
+
+} // namespace folvane

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "documents/PageItem.h"
+
+#include <QCoro/QCoroTask>
+
+#include <QHash>
+#include <QImage>
+#include <QList>
+#include <QObject>
+#include <QSet>
+
+namespace folvane {
+
+class PDFEngine;
+
+/// The page pictures that the views share: small ones for grids and lists, large ones for a page shown big. Memory is
+/// bounded by two counts; the oldest picture goes first, and closing a document empties nothing. On the interface
+/// thread.
+class Thumbnails : public QObject {
+    Q_OBJECT
+
+public:
+    struct Key {
+        PageSource source;
+        int turn = 0;
+        int longSide = 0; ///< pixels, the same at every screen scale
+
+        bool operator==(const Key&) const = default;
+        friend size_t qHash(const Key& key, size_t seed = 0)
+        {
+            return qHashMulti(seed, key.source, key.turn, key.longSide);
+        }
+    };
+
+    static constexpr int longestSmallSide = 600; ///< pixels; what is longer is a big picture
+    static constexpr int mostBig = 6;
+    static constexpr int mostInAll = 800;
+
+    explicit Thumbnails(PDFEngine& engine, QObject* parent = nullptr);
+
+    /// Null while there is none.
+    QImage image(const Key& key) const { return m_images.value(key); }
+    bool contains(const Key& key) const { return m_images.contains(key); }
+    bool isLoading(const Key& key) const { return m_loading.contains(key); }
+
+    /// Has the picture made, once however many ask, and ends when it is there or cannot be made; a page that cannot be
+    /// drawn is tried again by a later call. Ends at once when there is nothing to do or somebody else waits for it.
+    QCoro::Task<> load(Key key);
+
+signals:
+    /// The picture of this key has come, or is gone.
+    void changed(const folvane::Thumbnails::Key& key);
+    /// It cannot be made.
+    void failed(const folvane::Thumbnails::Key& key);
+
+private:
+    void store(const Key& key, const QImage& image);
+    void evict(Key key); // by value: it may be one of the order
+    QList<Key> bigOnes() const;
+
+    PDFEngine& m_engine;
+    QHash<Key, QImage> m_images;
+    QList<Key> m_order; ///< of arrival, oldest first
+    QSet<Key> m_loading;
+};
+
+} // namespace folvane

@@ -1,0 +1,163 @@
+#include "shell/DocumentBar.h"
+
+#include "controls/Button.h"
+#include "controls/ControlGroup.h"
+#include "controls/ElidedLabel.h"
+#include "controls/TextLabel.h"
+#include "controls/Theme.h"
+#include "controls/appearance.h"
+#include "documents/statusLine.h"
+#include "platform/spawn.h"
+#include "shell/ToolButtons.h"
+
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QPointer>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace folvane {
+
+namespace {
+
+constexpr int spacing = 10;
+constexpr int narrowestName = 120;
+
+} // namespace
+
+QString extractTitle(const OpenFile& file)
+{
+    return file.selection.value().isEmpty() ? DocumentBar::tr("Extract All Pages…")
+                                            : DocumentBar::tr("Extract Selected Pages…");
+}
+
+QCoro::Task<> chooseAndInsert(AppModel* model, OpenFilePtr file)
+{
+    const QPointer<AppModel> alive(model);
+    const QList<ContentType> types{ContentType::Pdf, ContentType::Image};
+    QCoro::Task<QList<QUrl>> choosing = model->chooseFiles(true, types);
+    const QList<QUrl> urls = co_await choosing;
+    if (!alive || urls.isEmpty())
+        co_return;
+    QCoro::Task<> inserting = alive->insertPages(file, urls);
+    co_await inserting;
+}
+
+DocumentBar::DocumentBar(AppModel& model, QWidget* parent) : QWidget(parent), m_model(model)
+{
+    QPalette colors = palette();
+    colors.setColor(QPalette::Window, theme::surface);
+    setPalette(colors);
+    setAutoFillBackground(true);
+
+    m_tools = new ToolButtons(this);
+    m_save = makeSaveButton();
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(24, 14, 24, 14);
+    row->setSpacing(spacing);
+    row->addLayout(makeTitles(), 1);
+    row->addWidget(makePageButtons());
+    row->addLayout(m_tools);
+    row->addWidget(makeMoreButton());
+    row->addWidget(m_save);
+}
+
+QLayout* DocumentBar::makeTitles()
+{
+    m_name = new ElidedLabel(this);
+    m_name->setFont(interfaceFont(16, Weight::SemiBold));
+    m_name->setMinimumWidth(narrowestName);
+    m_status = new ElidedLabel(this);
+    m_status->setFont(interfaceFont(12));
+    QPalette colors = m_status->palette();
+    colors.setColor(QPalette::WindowText, theme::secondaryText);
+    m_status->setPalette(colors);
+    auto* titles = new QVBoxLayout;
+    titles->setSpacing(2);
+    titles->addStretch();
+    titles->addWidget(m_name);
+    titles->addWidget(m_status);
+    titles->addStretch();
+    return titles;
+}
+
+QWidget* DocumentBar::makePageButtons()
+{
+    auto* group = new ControlGroup(this);
+    QAbstractButton* left = group->addButton(Icon::RotateLeft, tr("Rotate Left"), tr("Rotate left"));
+    QAbstractButton* right = group->addButton(Icon::RotateRight, tr("Rotate Right"), tr("Rotate right"));
+    m_delete = group->addButton(Icon::Delete, tr("Delete Pages"), tr("Delete the selected pages"));
+    connect(left, &QAbstractButton::clicked, this, [this] { turn(false); });
+    connect(right, &QAbstractButton::clicked, this, [this] { turn(true); });
+    connect(m_delete, &QAbstractButton::clicked, this,
+            [this] { m_model.deletePages(m_file, m_file->selection.value()); });
+    return group;
+}
+
+QWidget* DocumentBar::makeMoreButton()
+{
+    auto* more = new Button(Button::Kind::Tool, tr("More"), this);
+    more->setSymbol(Icon::More);
+    more->setIconOnly(true);
+    more->setToolTip(tr("Insert, extract, export as images, merge"));
+    m_more = new QMenu(tr("More"), this);
+    connect(more, &Button::clicked, this, [this, more] {
+        fillMoreMenu();
+        m_more->popup(more->mapToGlobal(more->frame().bottomLeft() + QPoint(0, 4)));
+    });
+    return more;
+}
+
+Button* DocumentBar::makeSaveButton()
+{
+    auto* save = new Button(Button::Kind::Primary, tr("Save As…"), this);
+    connect(save, &Button::clicked, this, [this] { spawn(m_model.saveAs(m_file)); });
+    return save;
+}
+
+void DocumentBar::setFile(OpenFilePtr file)
+{
+    m_watches.clear();
+    m_file = std::move(file);
+    if (m_file)
+        m_watches.keep([this] { refresh(); }, m_file->pages, m_file->selection, m_file->isEdited,
+                       m_model.busy);
+}
+
+void DocumentBar::refresh()
+{
+    m_name->setText(m_file->name);
+    m_status->setText(statusLine(*m_file));
+    m_delete->setEnabled(!m_file->selection.value().isEmpty());
+    m_save->setEnabled(!m_model.busy.value());
+}
+
+// What the name does not need at least is there for the titles of the tools.
+void DocumentBar::resizeEvent(QResizeEvent*)
+{
+    const QMargins margins = layout()->contentsMargins();
+    int room = width() - margins.left() - margins.right() - narrowestName;
+    for (int i = 1; i < layout()->count(); ++i) {
+        if (QLayoutItem* item = layout()->itemAt(i); item->layout() != m_tools)
+            room -= spacing + item->sizeHint().width();
+    }
+    m_tools->fitInto(room - spacing);
+}
+
+void DocumentBar::turn(bool clockwise)
+{
+    m_model.turn(m_file, m_file->targetIDs(), clockwise);
+}
+
+void DocumentBar::fillMoreMenu()
+{
+    const OpenFilePtr file = m_file;
+    m_more->clear();
+    m_more->addAction(tr("Insert Pages from Files…"), this,
+                      [this, file] { spawn(chooseAndInsert(&m_model, file)); });
+    m_more->addAction(extractTitle(*file), this, [this, file] { spawn(m_model.extract(file)); })
+        ->setEnabled(!m_model.busy.value());
+}
+
+} // namespace folvane

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "controls/Watches.h"
+
+#include "documents/AppModel.h"
+
+#include <QWidget>
+
+class QAbstractButton;
+class QLabel;
+class QMenu;
+
+namespace folvane {
+
+class Button;
+class ElidedLabel;
+class ToolButtons;
+
+/// The bar over a document: its name and state, and what can be done with it.
+class DocumentBar : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit DocumentBar(AppModel& model, QWidget* parent = nullptr);
+
+    void setFile(OpenFilePtr file);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    QLayout* makeTitles();
+    QWidget* makePageButtons();
+    QWidget* makeMoreButton();
+    Button* makeSaveButton();
+    void fillMoreMenu();
+    void refresh();
+    void turn(bool clockwise);
+
+    AppModel& m_model;
+    OpenFilePtr m_file;
+    Watches m_watches;
+    ElidedLabel* m_name;
+    QLabel* m_status;
+    QAbstractButton* m_delete;
+    ToolButtons* m_tools;
+    QMenu* m_more;
+    Button* m_save;
+};
+
+/// The command that extracts the selected pages, or all when there is none.
+QString extractTitle(const OpenFile& file);
+/// The Insert Pages command: asks for files and adds their pages.
+QCoro::Task<> chooseAndInsert(AppModel* model, OpenFilePtr file);
+
+} // namespace folvane

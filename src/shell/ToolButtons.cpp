@@ -1,0 +1,30 @@
+#include "shell/ToolButtons.h"
+
+#include "controls/Button.h"
+
+namespace folvane {
+
+ToolButtons::ToolButtons(QWidget* bar) : m_bar(bar)
+{
+    setContentsMargins(0, 0, 0, 0);
+    setSpacing(8);
+}
+
+Button* ToolButtons::add(Icon icon, const QString& title)
+{
+    auto* button = new Button(Button::Kind::Tool, title, m_bar);
+    button->setSymbol(icon);
+    button->setToolTip(title);
+    addWidget(button);
+    m_widthWithTitles += (m_buttons.isEmpty() ? 0 : spacing()) + itemAt(count() - 1)->sizeHint().width();
+    m_buttons.append(button);
+    return button;
+}
+
+void ToolButtons::fitInto(int width)
+{
+    for (Button* button : m_buttons)
+        button->setIconOnly(m_widthWithTitles > width);
+}
+
+} // namespace folvane

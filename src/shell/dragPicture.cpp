@@ -1,0 +1,52 @@
+#include "shell/dragPicture.h"
+
+#include "controls/Theme.h"
+#include "controls/appearance.h"
+#include "shell/pageCell.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace folvane {
+
+namespace {
+
+constexpr int cellWidth = 120;
+constexpr int room = 12; // around the cell, for what stands out of it
+constexpr int badgeHeight = 22;
+
+void drawBadge(QPainter& painter, const QPointF& topRight, int pages)
+{
+    const QString text = QString::number(pages);
+    const QFont font = interfaceFont(12, Weight::SemiBold);
+    const double width = std::max(badgeHeight, QFontMetrics(font).horizontalAdvance(text) + 12);
+    const QRectF badge(topRight.x() - width, topRight.y(), width, badgeHeight);
+    painter.setPen(QPen(theme::surface, 2));
+    painter.setBrush(theme::accent);
+    painter.drawRoundedRect(badge, badgeHeight / 2.0, badgeHeight / 2.0);
+    painter.setFont(font);
+    painter.setPen(theme::surface);
+    painter.drawText(badge, Qt::AlignCenter, text);
+}
+
+} // namespace
+
+QPixmap dragPicture(PageCell cell, int pages, double scale)
+{
+    cell.hasKeyboard = false;
+    const QRect box(QPoint(room, room), QSize(cellWidth, pageCellHeight));
+    QPixmap picture(box.marginsAdded(QMargins(room, room, room, room)).size() * scale);
+    picture.setDevicePixelRatio(scale);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (pages > 1)
+        drawSheet(painter, box.translated(6, -6), cell);
+    drawPageCell(painter, box, cell);
+    if (pages > 1)
+        drawBadge(painter, QPointF(box.right() + room - 1, 1), pages);
+    return picture;
+}
+
+} // namespace folvane

@@ -1,0 +1,142 @@
+#include "shell/WindowTest.h"
+
+#include "controls/Alert.h"
+#include "shell/PasswordPrompt.h"
+#include "support/await.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+
+namespace folvane {
+namespace {
+
+// What a person can act on or has to be told of; containers and decoration need no name.
+bool needsName(QAccessible::Role role)
+{
+    switch (role) {
+    case QAccessible::Button:
+    case QAccessible::CheckBox:
+    case QAccessible::RadioButton:
+    case QAccessible::ComboBox:
+    case QAccessible::EditableText:
+    case QAccessible::Slider:
+    case QAccessible::SpinBox:
+    case QAccessible::Link:
+    case QAccessible::List:
+    case QAccessible::ListItem:
+    case QAccessible::Table:
+    case QAccessible::Cell:
+    case QAccessible::MenuItem:
+    case QAccessible::ButtonMenu:
+    case QAccessible::PageTab:
+    case QAccessible::Dialog:
+    case QAccessible::Window:
+    case QAccessible::StaticText:
+    case QAccessible::Heading: return true;
+    default: return false;
+    }
+}
+
+QString describe(QAccessibleInterface* thing)
+{
+    const QObject* object = thing->object();
+    return QStringLiteral("%1, role %2, in %3")
+        .arg(object ? object->metaObject()->className() : "no object")
+        .arg(int(thing->role()))
+        .arg(object && object->parent() ? object->parent()->metaObject()->className() : "nothing");
+}
+
+/// Walks all that a screen reader would meet below `top`; gives what has no name though it needs one.
+void walk(QAccessibleInterface* top, QStringList& unnamed, int& met)
+{
+    ++met;
+    const bool isActive = !top->state().invisible && !top->state().offscreen;
+    if (isActive && needsName(top->role()) && top->text(QAccessible::Name).isEmpty())
+        unnamed += describe(top);
+    for (int i = 0; i < top->childCount(); ++i) {
+        if (QAccessibleInterface* child = top->child(i);
+            child && child->isValid() && !child->state().invisible)
+            walk(child, unnamed, met);
+    }
+}
+
+void expectNames(QWidget* view, int atLeast)
+{
+    QStringList unnamed;
+    int met = 0;
+    walk(QAccessible::queryAccessibleInterface(view), unnamed, met);
+    EXPECT_EQ(unnamed, QStringList());
+    EXPECT_GE(met, atLeast) << "the walk must have met the view's parts";
+}
+
+class Accessibility : public WindowTest {
+protected:
+    QAccessibleInterface* cell(int row)
+    {
+        return QAccessible::queryAccessibleInterface(&grid())->tableInterface()->cellAt(row, 0);
+    }
+};
+
+TEST_F(Accessibility, HomeNamesAllItsControls)
+{
+    expectNames(&window, 30);
+}
+
+TEST_F(Accessibility, ADocumentNamesAllItsControlsAndPages)
+{
+    openPages(4);
+    expectNames(&window, 40);
+}
+
+TEST_F(Accessibility, QuestionsNameAllTheirControls)
+{
+    const OpenFilePtr file = openPages(2);
+    model.errorMessage = QStringLiteral("It broke.");
+    expectNames(shown<Alert>(), 4);
+    model.errorMessage = std::nullopt;
+    model.closingFile = file;
+    expectNames(shown<Alert>(), 6);
+    model.closingFile = nullptr;
+    QCoro::Task<> opening = model.open({makeLocked(QStringLiteral("locked.pdf"), QStringLiteral("secret"))});
+    ASSERT_TRUE(waitFor([this] { return shown<PasswordPrompt>() != nullptr; }));
+    expectNames(shown<PasswordPrompt>(), 5);
+    model.answerPassword(std::nullopt);
+    await(std::move(opening));
+}
+
+TEST_F(Accessibility, APageSaysItsNumberSelectionAndStamps)
+{
+    const OpenFilePtr file = openPages(3);
+    clickPage(1);
+    std::vector<PageItem> pages = file->pages.value();
+    pages[2].stamps.emplace_back();
+    file->pages = pages;
+    EXPECT_EQ(cell(0)->text(QAccessible::Name), QStringLiteral("Page 1"));
+    EXPECT_FALSE(cell(0)->state().selected);
+    EXPECT_TRUE(cell(1)->state().selected);
+    EXPECT_EQ(cell(1)->text(QAccessible::Description), QString());
+    EXPECT_EQ(cell(2)->text(QAccessible::Description), QStringLiteral("Has signatures or stamps"));
+    EXPECT_EQ(cell(1)->rect(),
+              QRect(grid().viewport()->mapToGlobal(grid().visualRect(grid().model()->index(1, 0)).topLeft()),
+                    grid().visualRect(grid().model()->index(1, 0)).size()));
+}
+
+TEST_F(Accessibility, TheKeyboardReachesEveryControlOfTheWindow)
+{
+    openPages(2);
+    QSet<QWidget*> reached;
+    grid().setFocus();
+    for (int i = 0; i < 60; ++i) {
+        QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+        reached.insert(window.focusWidget());
+    }
+    for (QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+        if (button->isVisible() && button->isEnabled())
+            EXPECT_TRUE(reached.contains(button))
+                << button->accessibleName().toStdString() << " " << button->text().toStdString();
+    }
+    EXPECT_TRUE(reached.contains(&grid()));
+}
+
+} // namespace
+} // namespace folvane

@@ -1,0 +1,83 @@
+#include "tour/Drag.h"
+
+#include <QCoreApplication>
+#include <QDrag>
+#include <QDropEvent>
+#include <QWindow>
+
+namespace folvane {
+
+namespace {
+
+constexpr Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
+
+std::unique_ptr<QMimeData> copyOf(const QMimeData& data)
+{
+    auto copy = std::make_unique<QMimeData>();
+    for (const QString& format : data.formats())
+        copy->setData(format, data.data(format));
+    return copy;
+}
+
+} // namespace
+
+DragWatch::DragWatch()
+{
+    qApp->installEventFilter(this);
+}
+
+// A child is announced before it is what it will be: one looks later what it has become.
+bool DragWatch::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ChildAdded)
+        m_born.append(static_cast<QChildEvent*>(event)->child());
+    else if (event->type() == QEvent::DeferredDelete) {
+        if (const auto* drag = qobject_cast<QDrag*>(watched)) {
+            m_carried = copyOf(*drag->mimeData());
+            m_picture = DragPicture{drag->pixmap(), drag->hotSpot()};
+        }
+    }
+    return false;
+}
+
+const QDrag* DragWatch::current() const
+{
+    for (const QPointer<QObject>& born : m_born) {
+        if (const auto* drag = qobject_cast<QDrag*>(born.data()))
+            return drag;
+    }
+    return nullptr;
+}
+
+std::optional<DragPicture> DragWatch::picture() const
+{
+    if (const QDrag* drag = current())
+        return DragPicture{drag->pixmap(), drag->hotSpot()};
+    return m_picture;
+}
+
+void DragOver::moveTo(const QPoint& at)
+{
+    const QPoint local = m_window.mapFromGlobal(at);
+    if (!m_entered) {
+        m_entered = true;
+        QDragEnterEvent enter(local, actions, &m_data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&m_window, &enter);
+    }
+    QDragMoveEvent move(local, actions, &m_data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&m_window, &move);
+}
+
+void DragOver::drop(const QPoint& at)
+{
+    QDropEvent drop(m_window.mapFromGlobal(at), actions, &m_data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&m_window, &drop);
+}
+
+void DragOver::leave()
+{
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(&m_window, &leave);
+}
+
+} // namespace folvane

@@ -1,0 +1,205 @@
+#include "tour/Tour.h"
+
+#include "shell/DocumentView.h"
+#include "shell/PageGrid.h"
+#include "shell/currentFile.h"
+#include "support/tools.h"
+#include "tour/TourFailed.h"
+#include "tour/accessibleTree.h"
+#include "tour/waiting.h"
+#include "tour/windowPicture.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+
+#include <cstdio>
+#include <utility>
+
+namespace folvane {
+
+namespace {
+
+constexpr int framesOfAMoment = 12;
+
+QString plain(QString title)
+{
+    return title.section(u'\t', 0, 0).remove(u'&');
+}
+
+QAction* entryOf(const QWidget& menu, const QString& name)
+{
+    for (QAction* action : menu.actions()) {
+        if (plain(action->text()) == name)
+            return action;
+    }
+    throw TourFailed(QStringLiteral("There is no menu entry “%1”.").arg(name));
+}
+
+} // namespace
+
+Tour::Tour(TourOptions options) : m_options(std::move(options))
+{
+    if (!QDir().mkpath(m_options.folder.path()))
+        throw TourFailed(QStringLiteral("%1 cannot be made.").arg(m_options.folder.path()));
+}
+
+void Tour::play(const TourStep& step)
+{
+    const int before = m_pictures;
+    m_stage = std::make_unique<Stage>();
+    m_hand = std::make_unique<Hand>(window());
+    waitUntilStill();
+    m_watchdog.start();
+    try {
+        step.play(*this);
+    } catch (...) {
+        save(QStringLiteral("failed-%1").arg(QLatin1String(step.name)));
+        throw;
+    }
+    m_watchdog.pause();
+    std::printf("%-12s %2d pictures, longest gap of the interface thread %5.1f ms\n", step.name,
+                m_pictures - before, m_watchdog.longest().count());
+    std::fflush(stdout);
+    m_hand.reset();
+    m_stage.reset();
+}
+
+PageGrid& Tour::grid()
+{
+    return window().documentView().grid();
+}
+
+QUrl Tour::sample(const QString& name, int pages, Paper paper, const QString& word)
+{
+    const Unwatched unwatched(m_watchdog);
+    return makeSample(path(name), pages, paper, word);
+}
+
+void Tour::picture(const QString& name)
+{
+    waitUntil(QStringLiteral("The coming of all page pictures"),
+              [this] { return !grid().isVisible() || grid().isComplete(); });
+    waitUntilStill();
+    save(name);
+}
+
+void Tour::movingPicture(const QString& name)
+{
+    waitForFrames(framesOfAMoment);
+    save(name);
+}
+
+// What the tour itself takes for its pictures is no gap of the program's.
+void Tour::save(const QString& name)
+{
+    const Unwatched unwatched(m_watchdog);
+    const QString file = QStringLiteral("%1-%2.png").arg(++m_pictures, 2, 10, QLatin1Char('0')).arg(name);
+    const QString path = m_options.folder.filePath(file);
+    if (!windowPicture(window(), m_hand->dragged()).save(path))
+        throw TourFailed(QStringLiteral("%1 cannot be written.").arg(path));
+}
+
+void Tour::check(bool holds, const QString& expected)
+{
+    if (!holds)
+        throw TourFailed(QStringLiteral("This does not hold: %1").arg(expected));
+}
+
+void Tour::waitUntilShown(const QString& what, const std::function<bool()>& condition)
+{
+    waitUntil(what, condition);
+}
+
+void Tour::press(const QString& name)
+{
+    const QRect place = placeOf(name);
+    m_hand->click(place.center());
+}
+
+// A person presses what stands still: layouts settle a turn of the event loop after what they show has changed.
+QRect Tour::placeOf(const QString& name) const
+{
+    QRect before;
+    QRect place;
+    waitUntil(QStringLiteral("“%1” coming to rest").arg(name), [&] {
+        before = std::exchange(place, enabledControl(name).rect());
+        return place == before;
+    });
+    return place;
+}
+
+QAccessibleInterface& Tour::enabledControl(const QString& name) const
+{
+    QAccessibleInterface* control = findControl(m_hand->top(), name);
+    if (!control)
+        throw TourFailed(QStringLiteral("There is no “%1” to press, only: %2")
+                             .arg(name, controlNames(m_hand->top()).join(QStringLiteral(" | "))));
+    check(!control->state().disabled, QStringLiteral("“%1” can be pressed").arg(name));
+    return *control;
+}
+
+bool Tour::has(const QString& name) const
+{
+    return findControl(m_hand->top(), name) != nullptr;
+}
+
+void Tour::openMenu(const QString& name)
+{
+    QMenuBar& bar = *window().menuBar();
+    m_hand->click(bar.mapToGlobal(bar.actionGeometry(entryOf(bar, name)).center()));
+    waitUntil(QStringLiteral("The opening of the menu “%1”").arg(name),
+              [] { return QApplication::activePopupWidget() != nullptr; });
+}
+
+void Tour::choose(const QString& entry)
+{
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (!menu)
+        throw TourFailed(QStringLiteral("No menu is open to choose “%1” from.").arg(entry));
+    m_hand->click(menu->mapToGlobal(menu->actionGeometry(entryOf(*menu, entry)).center()));
+}
+
+OpenFilePtr Tour::open(const QList<QUrl>& files)
+{
+    const OpenFilePtr before = shown();
+    m_stage->panels.openAnswers.enqueue(files);
+    press(QStringLiteral("Open…"));
+    m_hand->hover(window().mapToGlobal(QPoint(window().width() / 2, window().height() - 4)));
+    waitUntil(QStringLiteral("The opening of %1").arg(files.first().fileName()),
+              [this, before] { return shown() && shown() != before; });
+    return shown();
+}
+
+OpenFilePtr Tour::shown() const
+{
+    return currentFile(m_stage->model);
+}
+
+QPoint Tour::pagePoint(int row)
+{
+    const QRect cell = grid().visualRect(grid().model()->index(row, 0));
+    check(grid().viewport()->rect().contains(cell.center()),
+          QStringLiteral("page %1 is on screen").arg(row + 1));
+    return grid().viewport()->mapToGlobal(cell.center());
+}
+
+void Tour::select(const QList<int>& rows)
+{
+    for (const int row : rows)
+        m_hand->click(pagePoint(row), row == rows.first() ? Qt::NoModifier : Qt::ControlModifier);
+}
+
+QStringList checkedTexts(const QString& path)
+{
+    const QByteArray faults = faultsOf(path);
+    Tour::check(faults.isEmpty(), QStringLiteral("qpdf finds no fault in %1; it says %2").arg(path, faults));
+    QStringList pages = textOf(path).split(u'\f');
+    pages.removeLast(); // after the form feed of the last page
+    for (QString& page : pages)
+        page = page.simplified();
+    return pages;
+}
+
+} // namespace folvane

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "tour/Hand.h"
+#include "tour/Stage.h"
+#include "tour/Watchdog.h"
+#include "tour/sampleFiles.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <memory>
+
+class QAccessibleInterface;
+
+namespace folvane {
+
+class PageGrid;
+class Tour;
+
+/// One part of the walk, with a window of its own.
+struct TourStep {
+    const char* name;
+    void (*play)(Tour& tour);
+};
+
+struct TourOptions {
+    QDir folder; ///< for the pictures
+    int manyPages = 5000;
+    QList<QUrl> given; ///< files to show
+};
+
+/// A person at the window, with a camera: what the steps are written with. Everything that does not come out as told
+/// throws TourFailed.
+class Tour {
+public:
+    explicit Tour(TourOptions options);
+
+    /// Plays the step in a new window and prints what it came to. Throws what the step throws; a picture of how the
+    /// window looked then is left.
+    void play(const TourStep& step);
+
+    Stage& stage() { return *m_stage; }
+    RootView& window() { return m_stage->window; }
+    AppModel& model() { return m_stage->model; }
+    PageGrid& grid();
+    Hand& hand() { return *m_hand; }
+    Watchdog& watchdog() { return m_watchdog; }
+    const TourOptions& options() const { return m_options; }
+    /// A place for a file; all are gone after the tour.
+    QString path(const QString& name) const { return m_temporary.filePath(name); }
+    /// makeSample() there, out of the watchdog's sight.
+    QUrl sample(const QString& name, int pages, Paper paper = Paper::Upright,
+                const QString& word = QStringLiteral("Chapter"));
+
+    /// A picture once the window has come to rest.
+    void picture(const QString& name);
+    /// A picture of what never comes to rest, once it has moved for a moment.
+    void movingPicture(const QString& name);
+
+    static void check(bool holds, const QString& expected);
+    void waitUntilShown(const QString& what, const std::function<bool()>& condition);
+
+    /// Clicks the control with this name in what is on top.
+    void press(const QString& name);
+    bool has(const QString& name) const;
+    /// Where the control stands on the screen, once it has come to rest.
+    QRect placeOf(const QString& name) const;
+    /// Clicks into the menu bar.
+    void openMenu(const QString& name);
+    /// Clicks the entry of the open menu.
+    void choose(const QString& entry);
+
+    /// Opens the files through the Open… button and its panel, and gives the document that is shown then.
+    OpenFilePtr open(const QList<QUrl>& files);
+    OpenFilePtr shown() const;
+    QPoint pagePoint(int row);
+    /// Clicks the pages, given from 0, the second and further ones with Ctrl.
+    void select(const QList<int>& rows);
+
+private:
+    void save(const QString& name);
+    QAccessibleInterface& enabledControl(const QString& name) const;
+
+    const TourOptions m_options;
+    QTemporaryDir m_temporary;
+    Watchdog m_watchdog;
+    std::unique_ptr<Stage> m_stage;
+    std::unique_ptr<Hand> m_hand;
+    int m_pictures = 0;
+};
+
+/// The text of each page of a written file, by other eyes than ours; fails when qpdf finds a fault in it.
+QStringList checkedTexts(const QString& path);
+
+} // namespace folvane

@@ -1,0 +1,81 @@
+#include "tour/accessibleTree.h"
+
+#include <QWidget>
+
+namespace folvane {
+
+namespace {
+
+using Fits = std::function<bool(QAccessibleInterface&)>;
+
+bool isOnScreen(QAccessibleInterface& item)
+{
+    const auto* widget = qobject_cast<QWidget*>(item.object());
+    return !item.state().invisible && (!widget || widget->isVisible());
+}
+
+bool hasManyItems(QAccessible::Role role)
+{
+    return role == QAccessible::List || role == QAccessible::Table || role == QAccessible::Tree;
+}
+
+QAccessibleInterface* find(QAccessibleInterface& item, const Fits& fits)
+{
+    if (!item.isValid() || !isOnScreen(item))
+        return nullptr;
+    if (fits(item))
+        return &item;
+    if (hasManyItems(item.role()))
+        return nullptr;
+    for (int child = 0; child < item.childCount(); ++child) {
+        QAccessibleInterface* below = item.child(child);
+        if (QAccessibleInterface* found = below ? find(*below, fits) : nullptr)
+            return found;
+    }
+    return nullptr;
+}
+
+bool isControl(QAccessible::Role role)
+{
+    switch (role) {
+    case QAccessible::PushButton:
+    case QAccessible::ButtonMenu:
+    case QAccessible::ButtonDropDown:
+    case QAccessible::CheckBox:
+    case QAccessible::RadioButton:
+    case QAccessible::Link:
+    case QAccessible::ListItem:
+    case QAccessible::PageTab:
+    case QAccessible::MenuItem:
+    case QAccessible::EditableText: return true;
+    default: return false;
+    }
+}
+
+} // namespace
+
+QAccessibleInterface* findAccessible(QWidget& below, const Fits& fits)
+{
+    QAccessibleInterface* root = QAccessible::queryAccessibleInterface(&below);
+    return root ? find(*root, fits) : nullptr;
+}
+
+QStringList controlNames(QWidget& below)
+{
+    QStringList names;
+    findAccessible(below, [&names](QAccessibleInterface& item) {
+        if (isControl(item.role()))
+            names.append(item.text(QAccessible::Name));
+        return false;
+    });
+    return names;
+}
+
+QAccessibleInterface* findControl(QWidget& below, const QString& name)
+{
+    return findAccessible(below, [&name](QAccessibleInterface& item) {
+        return isControl(item.role()) && item.text(QAccessible::Name).remove(u'&') == name;
+    });
+}
+
+} // namespace folvane

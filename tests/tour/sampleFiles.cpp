@@ -1,0 +1,142 @@
+#include "tour/sampleFiles.h"
+
+#include "platform/writeFile.h"
+#include "support/tools.h"
+#include "tour/TourFailed.h"
+
+#include <QColor>
+#include <QImage>
+#include <QLinearGradient>
+#include <QPainter>
+#include <QSize>
+
+namespace folvane {
+
+namespace {
+
+constexpr QSize upright{595, 842};
+constexpr QSize lying{842, 595};
+constexpr int margin = 56;
+
+QByteArray number(double value)
+{
+    return QByteArray::number(value, 'f', 2);
+}
+
+/// A filled rectangle, measured from the top left of the page.
+QByteArray box(const QColor& color, const QRectF& area, const QSize& page)
+{
+    const QByteArray ink =
+        number(color.redF()) + ' ' + number(color.greenF()) + ' ' + number(color.blueF()) + " rg ";
+    return ink + number(area.x()) + ' ' + number(page.height() - area.bottom()) + ' ' + number(area.width())
+           + ' ' + number(area.height()) + " re f\n";
+}
+
+/// A heading, on every third page a picture, and bars where lines of text would be.
+QByteArray pageContent(const QString& word, int page, const QSize& size)
+{
+    const double width = size.width() - 2.0 * margin;
+    const QColor color = QColor::fromHsv(page * 47 % 360, 80, 200);
+    const bool hasPicture = page % 3 == 1;
+    QByteArray content = box(color, {margin, 60, width * 0.4, 6}, size);
+    content += "0.16 g BT /F1 27 Tf " + QByteArray::number(margin) + ' '
+               + QByteArray::number(size.height() - 112) + " Td (" + word.toLatin1() + ' '
+               + QByteArray::number(page) + ") Tj ET\n";
+    if (hasPicture)
+        content += box(color.lighter(130), {margin, 150, width, size.height() * 0.3}, size);
+    for (int line = 0; line < 60; ++line) {
+        const double top = (hasPicture ? 180 + size.height() * 0.3 : 160) + line * 16;
+        const double share = line % 6 == 5 ? 0.55 : 0.94 + 0.015 * ((line * 7 + page) % 5);
+        if (top < size.height() - margin)
+            content += box(QColor(190, 188, 186), {margin, top, width * share, 5}, size);
+    }
+    return content;
+}
+
+/// Appends numbered objects and remembers where they stand.
+class ObjectFile {
+public:
+    void add(const QByteArray& body)
+    {
+        m_offsets.append(m_bytes.size());
+        m_bytes += QByteArray::number(m_offsets.size()) + " 0 obj\n" + body + "\nendobj\n";
+    }
+    QByteArray finished() const
+    {
+        const QByteArray count = QByteArray::number(m_offsets.size() + 1);
+        QByteArray end = "xref\n0 " + count + "\n0000000000 65535 f \n";
+        for (const qsizetype offset : m_offsets)
+            end += QByteArray::number(offset).rightJustified(10, '0') + " 00000 n \n";
+        return m_bytes + end + "trailer\n<< /Size " + count + " /Root 1 0 R >>\nstartxref\n"
+               + QByteArray::number(m_bytes.size()) + "\n%%EOF\n";
+    }
+
+private:
+    QByteArray m_bytes = "%PDF-1.7\n%\xe2\xe3\xcf\xd3\n";
+    QList<qsizetype> m_offsets;
+};
+
+} // namespace
+
+QUrl makeSample(const QString& path, int pages, Paper paper, const QString& word)
+{
+    constexpr int objectsBefore = 3; // catalogue, page tree, font
+    ObjectFile file;
+    file.add("<< /Type /Catalog /Pages 2 0 R >>");
+    QByteArray kids;
+    for (int page = 0; page < pages; ++page)
+        kids += QByteArray::number(objectsBefore + 1 + 2 * page) + " 0 R ";
+    file.add("<< /Type /Pages /Kids [" + kids + "] /Count " + QByteArray::number(pages) + " >>");
+    file.add("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica-Bold /Encoding /WinAnsiEncoding >>");
+    for (int page = 1; page <= pages; ++page) {
+        const QSize size = paper == Paper::Mixed && page % 5 == 0 ? lying : upright;
+        const QByteArray content = pageContent(word, page, size);
+        file.add("<< /Type /Page /Parent 2 0 R /Resources << /Font << /F1 3 0 R >> >> /MediaBox [0 0 "
+                 + QByteArray::number(size.width()) + ' ' + QByteArray::number(size.height()) + "] /Contents "
+                 + QByteArray::number(objectsBefore + 2 * page) + " 0 R >>");
+        file.add("<< /Length " + QByteArray::number(content.size()) + " >>\nstream\n" + content
+                 + "\nendstream");
+    }
+    const QUrl url = QUrl::fromLocalFile(path);
+    writeFile(url, file.finished());
+    return url;
+}
+
+QUrl makeLocked(const QString& path, const QString& password)
+{
+    const QString open = path + QStringLiteral(".open");
+    makeSample(open, 3);
+    const ToolResult made =
+        runTool(QStringLiteral("qpdf"), {QStringLiteral("--encrypt"), password, password,
+                                         QStringLiteral("256"), QStringLiteral("--"), open, path});
+    if (made.exitCode != 0)
+        throw TourFailed(
+            QStringLiteral("qpdf could not lock a sample: %1").arg(QString::fromUtf8(made.errors)));
+    return QUrl::fromLocalFile(path);
+}
+
+QUrl makeDamaged(const QString& path)
+{
+    const QUrl url = QUrl::fromLocalFile(path);
+    writeFile(url, "This was never a PDF.");
+    return url;
+}
+
+QUrl makePicture(const QString& path)
+{
+    QImage picture(1200, 800, QImage::Format_RGB32);
+    QLinearGradient sky(0, 0, 0, 800);
+    sky.setColorAt(0, QColor(88, 140, 200));
+    sky.setColorAt(1, QColor(250, 220, 180));
+    QPainter painter(&picture);
+    painter.fillRect(picture.rect(), sky);
+    painter.setBrush(QColor(70, 96, 80));
+    painter.drawPolygon(
+        QPolygon{{0, 800}, {0, 560}, {380, 330}, {640, 600}, {900, 420}, {1200, 640}, {1200, 800}});
+    painter.end();
+    if (!picture.save(path))
+        throw TourFailed(QStringLiteral("%1 cannot be written.").arg(path));
+    return QUrl::fromLocalFile(path);
+}
+
+} // namespace folvane

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+namespace folvane {
+
+/// What a sample page looks like.
+enum class Paper { Upright, Mixed };
+
+/// A PDF whose page N says "WORD N"; the same bytes each time.
+QUrl makeSample(const QString& path, int pages, Paper paper = Paper::Upright,
+                const QString& word = QStringLiteral("Chapter"));
+
+/// The same with this password, locked by another program than ours.
+QUrl makeLocked(const QString& path, const QString& password);
+
+/// A file with the name of a PDF and none of its contents.
+QUrl makeDamaged(const QString& path);
+
+/// A picture file.
+QUrl makePicture(const QString& path);
+
+} // namespace folvane

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "tour/Tour.h"
+
+#include <array>
+
+namespace folvane {
+
+// Each in the file of its name in steps/.
+void showHome(Tour& tour);
+void showDocuments(Tour& tour);
+void showSelecting(Tour& tour);
+void showDragging(Tour& tour);
+void showMenus(Tour& tour);
+void showPasswords(Tour& tour);
+void showSaving(Tour& tour);
+void showAlerts(Tour& tour);
+void showLongNames(Tour& tour);
+void showSizes(Tour& tour);
+void showGivenFiles(Tour& tour);
+
+/// The walk, in its order.
+inline constexpr std::array tourSteps{
+    TourStep{"home", showHome},
+    TourStep{"documents", showDocuments},
+    TourStep{"selecting", showSelecting},
+    TourStep{"dragging", showDragging},
+    TourStep{"menus", showMenus},
+    TourStep{"passwords", showPasswords},
+    TourStep{"saving", showSaving},
+    TourStep{"alerts", showAlerts},
+    TourStep{"long names", showLongNames},
+    TourStep{"sizes", showSizes},
+    TourStep{"given files", showGivenFiles},
+};
+
+} // namespace folvane

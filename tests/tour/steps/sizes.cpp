@@ -1,0 +1,56 @@
+#include "shell/RootView.h"
+#include "tour/sampleFiles.h"
+#include "tour/steps.h"
+
+namespace folvane {
+
+namespace {
+
+constexpr QSize smallest{1000, 660};
+constexpr QSize large{1920, 1080};
+
+void resize(Tour& tour, const QSize& size)
+{
+    tour.window().resize(size);
+    tour.waitUntilShown(QStringLiteral("The resizing of the window"),
+                        [&tour, size] { return tour.window().size() == size; });
+}
+
+/// The sidebar goes and comes back by the View menu.
+void hideSidebar(Tour& tour)
+{
+    resize(tour, smallest);
+    tour.openMenu(QStringLiteral("View"));
+    tour.choose(QStringLiteral("Hide Sidebar"));
+    tour.picture(QStringLiteral("sidebar-hidden"));
+    Tour::check(!tour.has(QStringLiteral("Home")), QStringLiteral("a hidden sidebar has no rows"));
+    tour.openMenu(QStringLiteral("View"));
+    tour.choose(QStringLiteral("Show Sidebar"));
+    Tour::check(tour.has(QStringLiteral("Home")), QStringLiteral("the sidebar comes back"));
+}
+
+void showAt(Tour& tour, const QSize& size)
+{
+    resize(tour, size);
+    const QString suffix = QStringLiteral("-%1x%2").arg(size.width()).arg(size.height());
+    tour.press(QStringLiteral("Home"));
+    tour.picture(QStringLiteral("home") + suffix);
+    tour.model().destination = Destination::file(tour.model().files.value().last()->id);
+    tour.picture(QStringLiteral("document") + suffix);
+    tour.model().errorMessage = QStringLiteral("“Broken.pdf” can't be read. It may be damaged.");
+    tour.picture(QStringLiteral("error") + suffix);
+    tour.press(QStringLiteral("OK"));
+}
+
+} // namespace
+
+void showSizes(Tour& tour)
+{
+    for (int number = 1; number <= 9; ++number)
+        tour.open({tour.sample(QStringLiteral("Volume %1.pdf").arg(number), 10 * number, Paper::Mixed)});
+    showAt(tour, smallest);
+    showAt(tour, large);
+    hideSidebar(tour);
+}
+
+} // namespace folvane

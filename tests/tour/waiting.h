@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+
+class QString;
+
+namespace folvane {
+
+/// Runs the event loop until the condition holds. Throws TourFailed with "WHAT did not happen" after half a minute.
+void waitUntil(const QString& what, const std::function<bool()>& condition);
+
+/// Runs the event loop until nothing has been painted for a little while: animations are over, and whatever was asked
+/// for has come. Throws TourFailed when painting never ends.
+void waitUntilStill();
+
+/// Runs the event loop until the interface has painted `frames` times, for what never comes to rest.
+void waitForFrames(int frames);
+
+} // namespace folvane
