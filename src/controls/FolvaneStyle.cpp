@@ -87,7 +87,7 @@ void FolvaneStyle::drawControl(ControlElement element, const QStyleOption* optio
     case CE_MenuHMargin:
     case CE_MenuVMargin: return; // the panel shows
     case CE_MenuBarItem: menus::drawBarItem(*painter, *item); return;
-    case CE_MenuBarEmptyArea: painter->fillRect(option->rect, theme::surface); return;
+    case CE_MenuBarEmptyArea: painter->fillRect(option->rect, theme::background); return;
     case CE_Splitter: painter->fillRect(option->rect, theme::hairline); return;
     default: QProxyStyle::drawControl(element, option, painter, widget);
     }

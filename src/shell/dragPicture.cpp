@@ -1,7 +1,9 @@
 #include "shell/dragPicture.h"
 
+#include "controls/Shadow.h"
 #include "controls/Theme.h"
 #include "controls/appearance.h"
+#include "controls/continuousRect.h"
 #include "shell/pageCell.h"
 
 #include <QPainter>
@@ -13,8 +15,18 @@ namespace folvane {
 namespace {
 
 constexpr int cellWidth = 120;
-constexpr int room = 12; // around the cell, for what stands out of it
+constexpr int room = 20; // around the cell, for what stands out of it
+constexpr int border = 6;
 constexpr int badgeHeight = 22;
+
+// A ground of its own: over other pages the cell alone could not be told from them.
+void drawGround(QPainter& painter, const QRectF& ground)
+{
+    shadows::popup.draw(painter, ground, 12);
+    painter.fillPath(continuousRect(ground, 12), theme::background);
+    painter.setPen(QPen(theme::hairline, 1));
+    painter.drawPath(continuousRect(ground.adjusted(0.5, 0.5, -0.5, -0.5), 12));
+}
 
 void drawBadge(QPainter& painter, const QPointF& topRight, int pages)
 {
@@ -41,11 +53,12 @@ QPixmap dragPicture(PageCell cell, int pages, double scale)
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
+    drawGround(painter, QRectF(box).adjusted(-border, -border, border, border));
     if (pages > 1)
-        drawSheet(painter, box.translated(6, -6), cell);
+        drawSheet(painter, box.translated(3, -5), cell);
     drawPageCell(painter, box, cell);
     if (pages > 1)
-        drawBadge(painter, QPointF(box.right() + room - 1, 1), pages);
+        drawBadge(painter, QPointF(box.right() + 16, box.top() - 14), pages);
     return picture;
 }
 

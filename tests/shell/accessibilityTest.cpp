@@ -79,7 +79,7 @@ protected:
 
 TEST_F(Accessibility, HomeNamesAllItsControls)
 {
-    expectNames(&window, 30);
+    expectNames(&window, 25);
 }
 
 TEST_F(Accessibility, ADocumentNamesAllItsControlsAndPages)

@@ -1,5 +1,6 @@
 #include "shell/WindowTest.h"
 
+#include "platform/writeFile.h"
 #include "support/await.h"
 
 #include <QMimeData>
@@ -89,6 +90,20 @@ TEST_F(Moving, FilesDroppedBesideThePagesOpen)
     data.setUrls({makePdf(QStringLiteral("more.pdf"), 2)});
     EXPECT_TRUE(drop(&window, QPoint(40, window.height() / 2), data));
     EXPECT_TRUE(waitFor([&] { return model.files.value().size() == 2; }));
+}
+
+TEST_F(Moving, FilesThatCannotBeUsedAreToldOfWhereTheyWouldOpen)
+{
+    const OpenFilePtr file = openPages(1);
+    const QUrl text = QUrl::fromLocalFile(folder.filePath(QStringLiteral("notes.txt")));
+    writeFile(text, "notes");
+    QMimeData data;
+    data.setUrls({text});
+    EXPECT_TRUE(drop(grid().viewport(), pagePoint(0), data));
+    EXPECT_TRUE(drop(&window, QPoint(40, window.height() / 2), data));
+    EXPECT_TRUE(waitFor([this] { return model.errorMessage.value().has_value(); }));
+    EXPECT_EQ(model.errorMessage.value(), QStringLiteral("Folvane opens PDFs and images."));
+    EXPECT_EQ(file->pages.value().size(), 1u);
 }
 
 struct KeysCase {
