@@ -2,8 +2,10 @@
 
 #include "engine/EngineError.h"
 #include "engine/OpenDocuments.h"
+#include "engine/buildAsPictures.h"
 #include "engine/pageImages.h"
 #include "pdf/Assembly.h"
+#include "pdf/ImageCache.h"
 #include "platform/Cancelled.h"
 
 #include <algorithm>
@@ -27,6 +29,12 @@ void requireIntact(const std::vector<pdf::PageCopy>& pages)
     }
 }
 
+/// The same pages as they are, open to everybody.
+BuildPlan flatCopy(const BuildPlan& plan)
+{
+    return {plan.pages, plan.stampFiles, std::nullopt, std::nullopt};
+}
+
 /// The border at which foreign exceptions become the engine's.
 template <typename Work> auto withOwnErrors(Work work)
 {
@@ -45,10 +53,13 @@ template <typename Work> auto withOwnErrors(Work work)
 
 struct Engine::State {
     OpenDocuments documents;
+    /// For the builds of one search, which differ in nothing but their pictures' size.
+    std::shared_ptr<pdf::ImageCache> images = std::make_shared<pdf::ImageCache>();
 
     pdf::Document* find(const PageSource& source, std::optional<pdf::PageGeometry>& geometry) const;
     pdf::PageCopy resolved(const PageItem& page) const;
     QByteArray assembled(const BuildPlan& plan, const std::stop_token& stop) const;
+    QByteArray built(const BuildPlan& plan, const std::stop_token& stop) const;
     std::optional<SendableImage> drawn(const PageSource& source, int turn, double longSide,
                                        const std::stop_token& stop);
 };
@@ -78,6 +89,8 @@ QByteArray Engine::State::assembled(const BuildPlan& plan, const std::stop_token
     requireIntact(copies);
     try {
         pdf::Assembly assembly(copies, stop);
+        if (plan.quality)
+            assembly.recodeImages(*plan.quality, images, stop);
         QByteArray bytes = assembly.written(plan.password.value_or(QString()), stop);
         requireIntact(copies); // the file may have been cut meanwhile
         return bytes;
@@ -87,6 +100,14 @@ QByteArray Engine::State::assembled(const BuildPlan& plan, const std::stop_token
         requireIntact(copies); // if that is why, it has words of its own
         throw;
     }
+}
+
+QByteArray Engine::State::built(const BuildPlan& plan, const std::stop_token& stop) const
+{
+    if (!plan.quality || !plan.quality->pagesAsPictures)
+        return assembled(plan, stop);
+    return buildAsPictures(assembled(flatCopy(plan), stop), *plan.quality, plan.password.value_or(QString()),
+                           stop);
 }
 
 std::optional<SendableImage> Engine::State::drawn(const PageSource& source, int turn, double longSide,
@@ -121,6 +142,7 @@ OpenResult Engine::open(const QUrl& url, const std::optional<QString>& password)
 void Engine::forget(const QUrl& url)
 {
     m_state->documents.forget(url);
+    m_state->images->clear();
 }
 
 QSizeF Engine::displaySize(const PageSource& source, int turn) const
@@ -135,7 +157,7 @@ QSizeF Engine::displaySize(const PageSource& source, int turn) const
 
 QByteArray Engine::build(const BuildPlan& plan, std::stop_token stop)
 {
-    return withOwnErrors([&] { return m_state->assembled(plan, stop); });
+    return withOwnErrors([&] { return m_state->built(plan, stop); });
 }
 
 std::optional<SendableImage> Engine::image(const PageSource& source, int turn, double longSide,
@@ -150,9 +172,9 @@ std::optional<SendableImage> Engine::image(const PageSource& source, int turn, d
 
 QList<QByteArray> Engine::pictures(const BuildPlan& plan, double dpi, bool jpeg, std::stop_token stop)
 {
-    const BuildPlan flat{plan.pages, plan.stampFiles, std::nullopt, std::nullopt};
     const PictureFormat format = jpeg ? PictureFormat::Jpeg : PictureFormat::Png;
-    return withOwnErrors([&] { return pagePictures(m_state->assembled(flat, stop), dpi, format, stop); });
+    return withOwnErrors(
+        [&] { return pagePictures(m_state->assembled(flatCopy(plan), stop), dpi, format, stop); });
 }
 
 } // namespace folvane

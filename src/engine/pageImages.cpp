@@ -2,6 +2,7 @@
 
 #include "engine/EngineError.h"
 #include "pdf/Document.h"
+#include "pdf/FanOut.h"
 #include "platform/Cancelled.h"
 #include "platform/jpeg.h"
 
@@ -17,19 +18,61 @@ namespace {
 
 constexpr int jpegQuality = 85; // of 100
 constexpr double pointsPerInch = 72;
+constexpr qsizetype bitmapsInMemory = 256 * 1024 * 1024; // bytes of drawn pages that wait for their encoding
 constexpr double inchesPerMetre = 1 / 0.0254;
 
-QByteArray encoded(QImage image, double dpi, PictureFormat format)
+QByteArray encoded(const QImage& image, PictureFormat format)
 {
     if (format == PictureFormat::Jpeg)
         return encodeJpeg(image.convertToFormat(QImage::Format_RGB888), jpegQuality);
-    image.setDotsPerMeterX(static_cast<int>(std::round(dpi * inchesPerMetre)));
-    image.setDotsPerMeterY(image.dotsPerMeterX());
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     return image.save(&buffer, "PNG") ? bytes : QByteArray();
 }
+
+/// Encodes drawn pages on all cores while the next ones are being drawn.
+class Encoding {
+public:
+    Encoding(double dpi, PictureFormat format, const std::stop_token& stop)
+        : m_dpi(dpi), m_format(format), m_fanOut(stop)
+    {
+    }
+
+    void add(QImage drawn)
+    {
+        drawn.setDotsPerMeterX(static_cast<int>(std::round(m_dpi * inchesPerMetre)));
+        drawn.setDotsPerMeterY(drawn.dotsPerMeterX());
+        const qsizetype fitting = bitmapsInMemory / std::max<qsizetype>(drawn.sizeInBytes(), 1);
+        const size_t most = std::min(static_cast<size_t>(fitting), Pictures::enough());
+        while (m_fanOut.waiting() > most)
+            takeNext();
+        m_fanOut.add([image = std::move(drawn), format = m_format] { return encoded(image, format); });
+    }
+
+    QList<QByteArray> finished()
+    {
+        while (m_fanOut.waiting() > 0)
+            takeNext();
+        return m_pictures;
+    }
+
+private:
+    using Pictures = pdf::FanOut<QByteArray>;
+
+    void takeNext()
+    {
+        QByteArray bytes = m_fanOut.takeNext();
+        if (bytes.isEmpty())
+            throw EngineError(EngineError::Kind::WriteFailed);
+        m_pictures.append(std::move(bytes));
+    }
+
+    double m_dpi;
+    PictureFormat m_format;
+    Pictures m_fanOut;
+    QList<QByteArray> m_pictures;
+};
 
 } // namespace
 
@@ -47,18 +90,17 @@ QList<QByteArray> pagePictures(const QByteArray& pdf, double dpi, PictureFormat 
     const std::unique_ptr<pdf::Document> document = pdf::Document::fromBytes(pdf);
     if (!document)
         throw EngineError(EngineError::Kind::WriteFailed);
-    QList<QByteArray> pictures;
+    Encoding encoding(dpi, format, stop);
     for (int page = 0; page < document->pageCount(); ++page) {
         throwIfStopped(stop);
         const QSize size = pixelSize(document->geometry(page)->displaySize(0), dpi / pointsPerInch);
-        const QImage drawn = document->draw(page, size, 0, stop);
+        QImage drawn = document->draw(page, size, 0, stop);
         throwIfStopped(stop);
-        QByteArray bytes = drawn.isNull() ? QByteArray() : encoded(drawn, dpi, format);
-        if (bytes.isEmpty())
+        if (drawn.isNull())
             throw EngineError(EngineError::Kind::WriteFailed);
-        pictures.append(std::move(bytes));
+        encoding.add(std::move(drawn));
     }
-    return pictures;
+    return encoding.finished();
 }
 
 } // namespace folvane

@@ -4,6 +4,7 @@
 #include "pdf/DocumentData.h"
 #include "pdf/DocumentWriter.h"
 #include "pdf/FormMerger.h"
+#include "pdf/ImageRecoder.h"
 #include "pdf/PageRasteriser.h"
 #include "pdf/SourcePart.h"
 #include "pdf/catalogue.h"
@@ -153,6 +154,12 @@ Assembly::Assembly(const std::vector<PageCopy>& pages, std::stop_token stop)
 }
 
 Assembly::~Assembly() = default;
+
+void Assembly::recodeImages(const CompressionStep& step, std::shared_ptr<ImageCache> cache,
+                            std::stop_token stop)
+{
+    ImageRecoder(m_target->qpdf, step, std::move(cache), std::move(stop)).recode();
+}
 
 QByteArray Assembly::written(const QString& password, std::stop_token stop)
 {

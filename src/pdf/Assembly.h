@@ -1,5 +1,7 @@
 #pragma once
 
+#include "documents/CompressionStep.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -12,6 +14,7 @@ namespace folvane::pdf {
 
 class Document;
 class PageRasteriser;
+struct ImageCache;
 
 /// One page of a new document: a page of a source with the rotation that it shall have.
 struct PageCopy {
@@ -28,6 +31,9 @@ public:
     ~Assembly();
     Assembly(const Assembly&) = delete;
     Assembly& operator=(const Assembly&) = delete;
+
+    /// Makes its pictures smaller; see ImageRecoder. The cache may be shared by many builds. Throws Cancelled.
+    void recodeImages(const CompressionStep& step, std::shared_ptr<ImageCache> cache, std::stop_token stop);
 
     /// The finished file; an empty password means no protection. Throws Cancelled, and what the library throws.
     QByteArray written(const QString& password, std::stop_token stop);

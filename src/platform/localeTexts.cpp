@@ -6,6 +6,7 @@
 
 #include <unicode/coll.h>
 #include <unicode/listformatter.h>
+#include <unicode/measunit.h>
 #include <unicode/numberformatter.h>
 
 #include <array>
@@ -90,6 +91,18 @@ QString byteCount(qint64 bytes)
     const Unit& chosen = units[unit];
     return QCoreApplication::translate("byteCount", chosen.words)
         .arg(localNumber(steps(bytes, chosen), chosen.decimals));
+}
+
+QString megabytes(double megabytes)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::UnicodeString text = icu::number::NumberFormatter::withLocale(icuLocale())
+                                        .unit(icu::MeasureUnit::getMegabyte())
+                                        .unitWidth(UNUM_UNIT_WIDTH_SHORT)
+                                        .precision(icu::number::Precision::maxFraction(2))
+                                        .formatDouble(megabytes, status)
+                                        .toString(status);
+    return U_SUCCESS(status) ? fromIcu(text) : QString::number(megabytes) + QStringLiteral(" MB");
 }
 
 int naturalCompare(const QString& a, const QString& b)

@@ -11,6 +11,9 @@ namespace folvane {
 /// one decimal for MB, two above, no trailing zeros; a size that rounds to 1000 goes up to the next unit.
 QString byteCount(qint64 bytes);
 
+/// "0.75 MB", "20 MB": two decimals at most, no trailing zeros.
+QString megabytes(double megabytes);
+
 /// Order of names for people: digits count as numbers, so that "2" comes before "10". Below, equal to or
 /// above 0.
 int naturalCompare(const QString& a, const QString& b);

@@ -1,0 +1,142 @@
+#include "pdf/AreaScaler.h"
+
+namespace folvane::pdf {
+
+namespace {
+
+// Sums are of samples up to 255 with weights that add up to 1: below this nothing is seen.
+constexpr float leastOpacity = 0.25F;
+
+uint8_t rounded(float value)
+{
+    return static_cast<uint8_t>(std::clamp(value + 0.5F, 0.0F, 255.0F));
+}
+
+} // namespace
+
+AreaScaler::AreaScaler(QSize from, QSize to, int channels)
+    : m_from(from),
+      m_to(to),
+      m_channels(channels),
+      m_summed(channels),
+      m_result{to, channels, std::vector<uint8_t>(static_cast<size_t>(pixelCount(to) * channels))}
+{
+    makeSpans();
+    m_sums.resize(static_cast<size_t>(from.width()) * static_cast<size_t>(channels));
+    m_averages.resize(m_result.stride());
+}
+
+// In units in which an old pixel is `to` wide and a new one `from`, all edges are whole numbers.
+void AreaScaler::makeSpans()
+{
+    const qint64 from = m_from.width(), to = m_to.width();
+    for (qint64 x = 0; x < to; ++x) {
+        const qint64 left = x * from, right = left + from;
+        const qint64 first = left / to, end = (right + to - 1) / to;
+        m_spans.push_back({static_cast<int>(first), static_cast<int>(end - first), m_weights.size()});
+        for (qint64 i = first; i < end; ++i) {
+            const qint64 covered = std::min(right, (i + 1) * to) - std::max(left, i * to);
+            m_weights.push_back(static_cast<float>(covered) / static_cast<float>(from));
+        }
+    }
+}
+
+void AreaScaler::addRow(const uint8_t* row)
+{
+    if (isComplete())
+        return;
+    if (m_from == m_to)
+        std::copy_n(row, m_result.stride(), m_result.row(m_rowsIn++));
+    else
+        accumulateRow(row);
+}
+
+void AreaScaler::addRow(const uint8_t* row, const uint8_t* opacity)
+{
+    if (isComplete())
+        return;
+    if (m_summed == m_channels) {
+        m_summed = m_channels + 1;
+        m_weighted.resize(static_cast<size_t>(m_from.width()) * static_cast<size_t>(m_summed));
+        m_sums.assign(m_weighted.size(), 0.0F);
+        m_averages.resize(static_cast<size_t>(m_to.width()) * static_cast<size_t>(m_summed));
+        m_holes.resize(static_cast<size_t>(pixelCount(m_to)));
+    }
+    float* to = m_weighted.data();
+    for (int x = 0; x < m_from.width(); ++x) {
+        const auto weight = static_cast<float>(opacity[x]);
+        for (int c = 0; c < m_channels; ++c)
+            *to++ = weight * static_cast<float>(*row++);
+        *to++ = weight;
+    }
+    accumulateRow(m_weighted.data());
+}
+
+template <typename Sample> void AreaScaler::accumulateRow(const Sample* row)
+{
+    const qint64 from = m_from.height(), to = m_to.height();
+    const qint64 top = m_rowsIn * to, bottom = top + to;
+    const auto add = [&](qint64 covered) {
+        const float weight = static_cast<float>(covered) / static_cast<float>(from);
+        for (size_t i = 0; i < m_sums.size(); ++i)
+            m_sums[i] += weight * static_cast<float>(row[i]);
+    };
+    const qint64 end = (m_rowsOut + 1) * from; // of the new row that is being summed
+    add(std::min(bottom, end) - top);
+    ++m_rowsIn;
+    if (bottom < end)
+        return;
+    finishRow();
+    if (bottom > end)
+        add(bottom - end);
+}
+
+void AreaScaler::finishRow()
+{
+    switch (m_summed) {
+    case 1: averageAcross<1>(); break;
+    case 2: averageAcross<2>(); break;
+    case 3: averageAcross<3>(); break;
+    case 4: averageAcross<4>(); break;
+    default: averageAcross<5>(); break;
+    }
+    storeRow();
+    std::fill(m_sums.begin(), m_sums.end(), 0.0F);
+    ++m_rowsOut;
+}
+
+template <int Channels> void AreaScaler::averageAcross()
+{
+    float* to = m_averages.data();
+    for (const Span& span : m_spans) {
+        const float* from = m_sums.data() + static_cast<size_t>(span.first) * Channels;
+        const float* weight = m_weights.data() + span.weights;
+        float sum[Channels] = {};
+        for (int i = 0; i < span.count; ++i, from += Channels) {
+            for (int c = 0; c < Channels; ++c)
+                sum[c] += weight[i] * from[c];
+        }
+        for (int c = 0; c < Channels; ++c)
+            *to++ = sum[c];
+    }
+}
+
+void AreaScaler::storeRow()
+{
+    uint8_t* to = m_result.row(m_rowsOut);
+    const float* from = m_averages.data();
+    if (m_summed == m_channels) {
+        for (size_t i = 0; i < m_result.stride(); ++i)
+            to[i] = rounded(from[i]);
+        return;
+    }
+    uint8_t* hole = m_holes.data() + static_cast<size_t>(m_rowsOut) * static_cast<size_t>(m_to.width());
+    for (int x = 0; x < m_to.width(); ++x, from += m_summed) {
+        const float opacity = from[m_channels];
+        hole[x] = opacity < leastOpacity;
+        for (int c = 0; c < m_channels; ++c)
+            *to++ = hole[x] ? uint8_t(0) : rounded(from[c] / opacity);
+    }
+}
+
+} // namespace folvane::pdf

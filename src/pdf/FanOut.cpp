@@ -1,0 +1,18 @@
+#include "pdf/FanOut.h"
+
+#include <QThread>
+
+namespace folvane::pdf {
+
+QThreadPool& pixelThreads()
+{
+    static QThreadPool pool;
+    static const bool sized = [] {
+        pool.setMaxThreadCount(QThread::idealThreadCount());
+        return true;
+    }();
+    Q_UNUSED(sized);
+    return pool;
+}
+
+} // namespace folvane::pdf

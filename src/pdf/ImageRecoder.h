@@ -1,0 +1,46 @@
+#pragma once
+
+#include "documents/CompressionStep.h"
+#include "pdf/FanOut.h"
+#include "pdf/readStoredImage.h"
+#include "pdf/recodedImage.h"
+
+#include <deque>
+
+namespace folvane::pdf {
+
+/// Makes the pictures of a document smaller: each sampled image, wherever it stands, is scaled down to the step's pixels
+/// and stored as JPEG of its quality, once for all its uses, unless that would not make it smaller or would harm it.
+/// Everything else keeps its meaning. Pixels are worked on by all cores; the document is touched by the caller's thread.
+class ImageRecoder {
+public:
+    ImageRecoder(QPDF& document, const CompressionStep& step, std::shared_ptr<ImageCache> cache,
+                 std::stop_token stop);
+
+    /// Throws Cancelled, within a moment of the stop. An image that cannot be worked on stays as it is.
+    void recode();
+
+private:
+    /// An image that is being worked on.
+    struct Waiting {
+        QPDFObjectHandle stream;
+        SpaceAfter space;
+        QPDFObjectHandle base;
+        qint64 bytes;
+    };
+
+    void start(QPDFObjectHandle stream, StoredImage::Role role);
+    void settleOldest();
+    bool isBusyEnough() const;
+
+    QPDF& m_document;
+    ImageTarget m_target;
+    std::shared_ptr<ImageCache> m_cache;
+    std::stop_token m_stop;
+    FanOut<std::optional<RecodedImage>> m_work;
+    std::deque<Waiting> m_waiting; // in the order of m_work
+    qint64 m_waitingBytes = 0;
+    ObjGenSet m_recoded;
+};
+
+} // namespace folvane::pdf

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "pdf/ImageSamples.h"
+
+namespace folvane::pdf {
+
+/// Gives pixels whose colour nobody sees (`holes`, one byte a pixel, not 0 for such) the colour of what lies around
+/// them, so that lossy coding does not carry an edge of theirs into what is seen. A picture that is one hole stays.
+void fillHoles(ImageSamples& samples, const std::vector<uint8_t>& holes);
+
+} // namespace folvane::pdf

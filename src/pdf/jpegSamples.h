@@ -1,0 +1,54 @@
+#pragma once
+
+#include "pdf/ImageSamples.h"
+
+#include <QByteArray>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stop_token>
+
+namespace folvane::pdf {
+
+/// Takes one row of samples; called once for each row, from the top.
+using RowTaker = std::function<void(const uint8_t* row)>;
+
+/// What a JPEG gives when it is decoded.
+struct JpegShape {
+    QSize size;
+    int channels = 0;          ///< 1, 3 (RGB) or 4 (inks, as they stand in the file: nothing is inverted)
+    bool hasInkMarker = false; ///< four components with the marker that most programs set
+};
+
+/// JPEG as it stands in a PDF: samples without any judgement of what their colours mean.
+class JpegStream {
+public:
+    /// The bytes must outlive it. `colourTransform` is the entry of that name of the filter's parameters.
+    JpegStream(const QByteArray& bytes, std::optional<int> colourTransform);
+    ~JpegStream();
+    Q_DISABLE_COPY_MOVE(JpegStream)
+
+    /// Nothing when it is no JPEG of 8 bits and 1, 3 or 4 components, or is too large.
+    std::optional<JpegShape> shape();
+
+    /// Decodes at the smallest of the sizes 1/8, 1/4, 1/2 and 1 (those quick in the transform domain) whose long side is
+    /// at least `longest`; at full size when there is none. Tells the size before the first row is made.
+    /// False when it is damaged, or stopped.
+    bool decode(int longest, const std::stop_token& stop, const std::function<void(QSize)>& takeSize,
+                const RowTaker& takeRow);
+
+private:
+    struct Decoder;
+
+    std::unique_ptr<Decoder> m_decoder;
+};
+
+/// Baseline JPEG with optimised Huffman tables: grey, YCbCr for three channels, YCCK with its marker for four, colour at
+/// half the resolution. `quality` is 1 to 100. Empty when it cannot be made, or was stopped.
+QByteArray encodedJpeg(const ImageSamples& samples, int quality, const std::stop_token& stop);
+
+/// No JPEG of this size is smaller, in bytes, whatever it shows.
+qint64 leastJpegBytes(QSize size, int channels);
+
+} // namespace folvane::pdf

@@ -1,0 +1,147 @@
+#include "pdf/recodedImage.h"
+
+#include "pdf/AreaScaler.h"
+#include "pdf/decodedImage.h"
+#include "pdf/jpegSamples.h"
+
+#include <QCryptographicHash>
+
+namespace folvane::pdf {
+
+namespace {
+
+// All sizes are made from this one, so that a picture looks the same whichever was asked for first.
+constexpr int keptPixels = 2000;
+// A smaller stream may bring a longer dictionary with it, or cost a little elsewhere in the file.
+constexpr qint64 dictionaryMargin = 64; // bytes
+constexpr int lengthPrefix = 4;         // that Qt puts before deflated data
+
+void addNumber(QCryptographicHash& hash, qint64 number)
+{
+    hash.addData(QByteArray::number(number) + ' ');
+}
+
+void addImage(QCryptographicHash& hash, const StoredImage& image)
+{
+    for (const int number :
+         {static_cast<int>(image.role), static_cast<int>(image.isPackedAnew), static_cast<int>(image.road),
+          image.size.width(), image.size.height(), image.bits, image.channels, image.paletteChannels,
+          image.drawnChannels, image.colourTransform.value_or(-1), static_cast<int>(image.opacityIsInverted)})
+        addNumber(hash, number);
+    for (const FilterStage& stage : image.filters)
+        hash.addData(QByteArray::fromStdString(stage.name + stage.parameters));
+    for (const QByteArray& bytes : {image.palette, image.document, image.bytes}) {
+        addNumber(hash, bytes.size());
+        hash.addData(bytes);
+    }
+    if (image.opacity)
+        addImage(hash, *image.opacity);
+}
+
+/// Names everything that the decoded samples depend on.
+QByteArray cacheKey(const StoredImage& image)
+{
+    QCryptographicHash hash(QCryptographicHash::Blake2b_256);
+    addImage(hash, image);
+    return hash.result();
+}
+
+std::shared_ptr<const ImageSamples> keptSamples(const StoredImage& image, const QByteArray& imageKey,
+                                                int longest, ImageCache& cache, const std::stop_token& stop)
+{
+    const QByteArray key = imageKey + QByteArray::number(longest);
+    if (std::shared_ptr<const ImageSamples> known = cache.samples.find(key))
+        return known;
+    std::optional<ImageSamples> decoded = decodedImage(image, longest, stop);
+    if (!decoded || stop.stop_requested())
+        return nullptr;
+    const auto samples = std::make_shared<const ImageSamples>(std::move(*decoded));
+    cache.samples.insert(key, samples, samples->bytes.size());
+    return samples;
+}
+
+ImageSamples scaled(const ImageSamples& samples, QSize to, const std::stop_token& stop)
+{
+    AreaScaler scaler(samples.size, to, samples.channels);
+    for (int y = 0; y < samples.size.height() && !stop.stop_requested(); ++y)
+        scaler.addRow(samples.row(y));
+    return scaler.take();
+}
+
+QByteArray deflated(const ImageSamples& samples)
+{
+    return qCompress(samples.bytes.data(), static_cast<qsizetype>(samples.bytes.size()), 9).mid(lengthPrefix);
+}
+
+bool becomesJpeg(const StoredImage& image)
+{
+    return image.role == StoredImage::Role::Picture || image.road == StoredImage::Road::Jpeg;
+}
+
+/// Bytes that the image takes in a file that is written with it as it is, if that is less than `limit`.
+bool takesMoreThan(qint64 size, const StoredImage& image, const std::stop_token& stop)
+{
+    if (image.bytes.size() <= size)
+        return false;
+    if (!image.isPackedAnew)
+        return true;
+    const std::optional<QByteArray> plain = unpacked(image.bytes, image.filters, maxImageBytes, stop);
+    return plain && qCompress(*plain).size() - lengthPrefix > size;
+}
+
+std::optional<RecodedImage> encoded(const ImageSamples& samples, const StoredImage& image, int quality,
+                                    const std::stop_token& stop)
+{
+    using Packing = RecodedImage::Packing;
+    const bool asJpeg = becomesJpeg(image);
+    QByteArray bytes = asJpeg ? encodedJpeg(samples, quality, stop) : deflated(samples);
+    if (bytes.isEmpty() || stop.stop_requested())
+        return std::nullopt;
+    if (!takesMoreThan(bytes.size() + dictionaryMargin, image, stop))
+        return std::nullopt;
+    return RecodedImage{asJpeg ? Packing::Jpeg : Packing::Deflated, samples.size, samples.channels,
+                        std::move(bytes)};
+}
+
+/// Before any decoding.
+bool isHopeless(const StoredImage& image, QSize wanted)
+{
+    if (!becomesJpeg(image))
+        return wanted == image.size;
+    const int channels = image.road == StoredImage::Road::Drawn ? 1 : image.decodedChannels();
+    return leastJpegBytes(wanted, channels) + dictionaryMargin >= image.bytes.size();
+}
+
+std::optional<RecodedImage> madeAnew(const StoredImage& image, const QByteArray& imageKey, ImageTarget target,
+                                     ImageCache& cache, const std::stop_token& stop)
+{
+    const std::shared_ptr<const ImageSamples> kept =
+        keptSamples(image, imageKey, std::max(keptPixels, target.maxPixels), cache, stop);
+    if (!kept)
+        return std::nullopt;
+    const QSize wanted = sizeWithin(kept->size, target.maxPixels);
+    if (wanted == kept->size)
+        return encoded(*kept, image, target.quality, stop);
+    return encoded(scaled(*kept, wanted, stop), image, target.quality, stop);
+}
+
+} // namespace
+
+std::optional<RecodedImage> recodedImage(const StoredImage& image, ImageTarget target, ImageCache& cache,
+                                         const std::stop_token& stop)
+{
+    if (isHopeless(image, sizeWithin(image.size, target.maxPixels)))
+        return std::nullopt;
+    const QByteArray imageKey = cacheKey(image);
+    const QByteArray key =
+        imageKey + QByteArray::number(target.maxPixels) + '/' + QByteArray::number(target.quality);
+    if (const std::shared_ptr<const std::optional<RecodedImage>> known = cache.recoded.find(key))
+        return *known;
+    std::optional<RecodedImage> made = madeAnew(image, imageKey, target, cache, stop);
+    if (!stop.stop_requested())
+        cache.recoded.insert(key, std::make_shared<const std::optional<RecodedImage>>(made),
+                             static_cast<size_t>(made ? made->bytes.size() : 0) + sizeof(RecodedImage));
+    return made;
+}
+
+} // namespace folvane::pdf

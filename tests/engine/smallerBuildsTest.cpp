@@ -1,0 +1,127 @@
+#include "engine/EngineTest.h"
+#include "pdf/madeImages.h"
+#include "pdf/rawPdf.h"
+#include "platform/Cancelled.h"
+#include "support/similarity.h"
+#include "support/tools.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+
+namespace folvane {
+
+namespace {
+
+const QSize photo(900, 600);
+
+/// Pages that are shown turned, cut by a crop box off the origin, each with a photograph and a word.
+QByteArray album()
+{
+    QList<QByteArray> objects{"<< /Type /Catalog /Pages 2 0 R >>", {}};
+    objects << pdf::rawStream("/Type /XObject /Subtype /Image /Width 900 /Height 600 /ColorSpace /DeviceRGB "
+                              "/BitsPerComponent 8 /Filter /DCTDecode",
+                              pdf::jpegBytes(pdf::madePhoto(photo, 3), photo, 3));
+    QByteArray kids;
+    for (int i = 0; i < 4; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        kids += QByteArray::number(objects.size() + 2) + " 0 R ";
+        objects << pdf::rawStream({}, "q 320 0 0 220 40 20 cm /Im0 Do Q BT /F1 20 Tf 100 100 Td (Page"
+                                          + number + ") Tj ET");
+        objects << "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 400 300] /CropBox [30 10 370 250] /Rotate "
+                       + QByteArray::number(90 * i) + " /Contents " + QByteArray::number(objects.size())
+                       + " 0 R /Resources << /XObject << /Im0 3 0 R >> /Font << /F1 << /Type /Font /Subtype "
+                         "/Type1 "
+                         "/BaseFont /Helvetica >> >> >> >>";
+    }
+    objects[1] = "<< /Type /Pages /Count 4 /Kids [" + kids + "] >>";
+    return pdf::rawPdf(objects);
+}
+
+class SmallerBuilds : public EngineTest {
+protected:
+    void SetUp() override
+    {
+        add(plan, opened(QStringLiteral("album.pdf"), album()), {0, 1, 2, 3});
+        original = built(plan);
+    }
+
+    QImage drawn(const QString& path, int page, const QString& password = {})
+    {
+        Engine other;
+        const QUrl url = QUrl::fromLocalFile(path);
+        EXPECT_EQ(other.open(url, password).kind, OpenResult::Kind::Opened);
+        const std::optional<SendableImage> image = other.image({url, page}, 0, 400);
+        return image ? image->image : QImage();
+    }
+
+    QSizeF pointsOf(const QString& path, int page)
+    {
+        Engine other;
+        const QUrl url = QUrl::fromLocalFile(path);
+        other.open(url);
+        return other.displaySize({url, page}, 0);
+    }
+
+    BuildPlan plan;
+    QString original;
+};
+
+const CompressionStep smallStep{400, 0.55, false};
+const CompressionStep pictureStep{500, 0.5, true};
+
+} // namespace
+
+TEST_F(SmallerBuilds, KeepsTextAndLooksWhileItSavesBytes)
+{
+    plan.quality = smallStep;
+    const QString small = built(plan);
+    EXPECT_LT(QFileInfo(small).size(), QFileInfo(original).size() / 2);
+    EXPECT_EQ(faultsOf(small).toStdString(), "");
+    EXPECT_EQ(textOf(small), textOf(original));
+    for (int page = 0; page < 4; ++page)
+        EXPECT_LT(largestCellDifference(drawn(original, page), drawn(small, page)), 8) << page;
+}
+
+TEST_F(SmallerBuilds, TurnsPagesIntoPicturesAsTheyAreShown)
+{
+    plan.quality = pictureStep;
+    const QString pictures = built(plan);
+    EXPECT_EQ(faultsOf(pictures).toStdString(), "");
+    EXPECT_EQ(textOf(pictures).trimmed(), "");
+    EXPECT_TRUE(runTool("pdfinfo", {pictures}).output.contains("Creator:         Folvane"));
+    const QString images = QString::fromUtf8(runTool("pdfimages", {"-list", pictures}).output);
+    EXPECT_EQ(images.count(" jpeg "), 4);
+    EXPECT_EQ(images.count(" 500 "), 4); // the long side of each
+    for (int page = 0; page < 4; ++page) {
+        EXPECT_EQ(pointsOf(pictures, page), pointsOf(original, page)) << page;
+        EXPECT_LT(largestCellDifference(drawn(original, page), drawn(pictures, page)), 8) << page;
+        EXPECT_GT(similarity(drawn(original, page), drawn(pictures, page)), 0.8) << page;
+    }
+    EXPECT_FALSE(qpdfJson(pictures, "pages").toArray().isEmpty());
+}
+
+TEST_F(SmallerBuilds, ProtectsPicturesOfPages)
+{
+    plan.quality = pictureStep;
+    plan.password = QStringLiteral("secret");
+    const QString locked = built(plan);
+    Engine other;
+    EXPECT_EQ(other.open(QUrl::fromLocalFile(locked)).kind, OpenResult::Kind::NeedsPassword);
+    EXPECT_EQ(faultsOf(locked, {"--password=secret"}).toStdString(), "");
+    EXPECT_LT(largestCellDifference(drawn(original, 1), drawn(locked, 1, "secret")), 8);
+}
+
+TEST_F(SmallerBuilds, FailsForAMissingPageAndEndsWhenStopped)
+{
+    for (const CompressionStep& step : {smallStep, pictureStep}) {
+        plan.quality = step;
+        std::stop_source stop;
+        stop.request_stop();
+        EXPECT_THROW(engine.build(plan, stop.get_token()), Cancelled);
+        BuildPlan broken = plan;
+        broken.pages[2].source.index = 9;
+        EXPECT_THROW(engine.build(broken), EngineError);
+    }
+}
+
+} // namespace folvane

@@ -1,0 +1,252 @@
+#include "pdf/madeImages.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+#include <jpeglib.h>
+#include <tiffio.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace folvane::pdf {
+
+namespace {
+
+/// 0 to 1.
+double shade(double u, double v, int channel)
+{
+    const bool inDisc = std::hypot(u - 0.7, v - 0.35) < 0.18;
+    switch (channel) {
+    case 0: return inDisc ? 0.9 : 0.5 + 0.4 * std::sin(4 * u + 2 * v);
+    case 1: return inDisc ? 0.25 : 0.2 + 0.6 * u * v + 0.1 * std::sin(20 * v);
+    case 2: return inDisc ? 0.1 : 0.8 - 0.6 * v + 0.1 * std::cos(15 * u * v);
+    default: return 0.1 + 0.2 * v;
+    }
+}
+
+/// -0.04 to 0.04, the same at every call.
+double noise(int x, int y, int channel)
+{
+    auto state = static_cast<uint32_t>(x) * 73856093U ^ static_cast<uint32_t>(y) * 19349663U
+                 ^ (static_cast<uint32_t>(channel + 1) * 83492791U);
+    state = (state ^ (state >> 13)) * 1274126177U;
+    return (static_cast<double>((state >> 16) & 255) / 255 - 0.5) * 0.08;
+}
+
+int sample(QSize size, int x, int y, int channel, int most)
+{
+    const double value =
+        shade(double(x) / size.width(), double(y) / size.height(), channel) + noise(x, y, channel);
+    return static_cast<int>(std::lround(std::clamp(value, 0.0, 1.0) * most));
+}
+
+int dithered(QSize size, int x, int y, int channel)
+{
+    const double threshold = 0.5 + noise(x, y, channel + 4) * 11;
+    return sample(size, x, y, channel, 255) > 255 * threshold;
+}
+
+class BitWriter {
+public:
+    void add(int value, int bits)
+    {
+        for (int bit = bits - 1; bit >= 0; --bit) {
+            m_last = m_last << 1 | (value >> bit & 1);
+            if (++m_count == 8)
+                flush();
+        }
+    }
+    void pad()
+    {
+        while (m_count > 0)
+            add(0, 1);
+    }
+    QByteArray bytes;
+
+private:
+    void flush()
+    {
+        bytes.append(static_cast<char>(m_last));
+        m_last = m_count = 0;
+    }
+    int m_last = 0, m_count = 0;
+};
+
+void appendNumber(QByteArray& bytes, quint32 value, int count)
+{
+    for (int i = count - 1; i >= 0; --i)
+        bytes.append(static_cast<char>(value >> (8 * i)));
+}
+
+void appendSegment(QByteArray& bytes, quint32 number, int type, const QByteArray& data)
+{
+    appendNumber(bytes, number, 4);
+    appendNumber(bytes, static_cast<quint32>(type), 1);
+    bytes.append(QByteArray("\x00\x01", 2)); // refers to none; page 1
+    appendNumber(bytes, static_cast<quint32>(data.size()), 4);
+    bytes += data;
+}
+
+template <typename Prepare> QByteArray encodedBy(const QByteArray& samples, QSize size, int channels,
+                                                 Prepare prepare)
+{
+    jpeg_compress_struct codec{};
+    jpeg_error_mgr errors{};
+    codec.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&codec);
+    unsigned char* bytes = nullptr;
+    unsigned long count = 0;
+    jpeg_mem_dest(&codec, &bytes, &count);
+    codec.image_width = static_cast<unsigned>(size.width());
+    codec.image_height = static_cast<unsigned>(size.height());
+    codec.input_components = channels;
+    codec.in_color_space = channels == 1 ? JCS_GRAYSCALE : channels == 3 ? JCS_RGB : JCS_CMYK;
+    jpeg_set_defaults(&codec);
+    jpeg_set_quality(&codec, 95, TRUE);
+    prepare(codec);
+    jpeg_start_compress(&codec, TRUE);
+    QByteArray copy = samples;
+    while (codec.next_scanline < codec.image_height) {
+        auto row = reinterpret_cast<JSAMPROW>(copy.data())
+                   + codec.next_scanline * codec.image_width * static_cast<unsigned>(channels);
+        jpeg_write_scanlines(&codec, &row, 1);
+    }
+    jpeg_finish_compress(&codec);
+    jpeg_destroy_compress(&codec);
+    const std::unique_ptr<unsigned char, decltype(&std::free)> owner(bytes, &std::free);
+    return QByteArray(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(count));
+}
+
+} // namespace
+
+QByteArray madePhoto(QSize size, int channels)
+{
+    return packedPhoto(size, channels, 8);
+}
+
+QByteArray packedPhoto(QSize size, int channels, int bits)
+{
+    BitWriter writer;
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            for (int c = 0; c < channels; ++c)
+                writer.add(bits == 1 ? dithered(size, x, y, c) : sample(size, x, y, c, (1 << bits) - 1),
+                           bits);
+        }
+        writer.pad();
+    }
+    return writer.bytes;
+}
+
+QByteArray deflatedBytes(const QByteArray& bytes)
+{
+    return qCompress(bytes).mid(4); // Qt puts the length before it
+}
+
+QByteArray lzwBytes(const QByteArray& bytes)
+{
+    constexpr int clear = 256, end = 257;
+    BitWriter writer;
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        if (i % 200 == 0)
+            writer.add(clear, 9);
+        writer.add(static_cast<unsigned char>(bytes[i]), 9);
+    }
+    writer.add(end, 9);
+    writer.pad();
+    return writer.bytes;
+}
+
+QByteArray runLengthBytes(const QByteArray& bytes)
+{
+    QByteArray packed;
+    for (qsizetype i = 0; i < bytes.size(); i += 128) {
+        const QByteArray run = bytes.mid(i, 128);
+        packed.append(static_cast<char>(run.size() - 1));
+        packed += run;
+    }
+    return packed + '\x80';
+}
+
+QByteArray hexBytes(const QByteArray& bytes)
+{
+    return bytes.toHex() + '>';
+}
+
+QByteArray group4Bytes(const QByteArray& rows, QSize size)
+{
+    const QTemporaryDir folder;
+    const QByteArray path = QFile::encodeName(folder.filePath("bitmap.tif"));
+    TIFF* tiff = TIFFOpen(path.constData(), "w");
+    TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, static_cast<uint32_t>(size.width()));
+    TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, static_cast<uint32_t>(size.height()));
+    TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, static_cast<uint32_t>(size.height()));
+    TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 1);
+    TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 1);
+    TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE);
+    TIFFSetField(tiff, TIFFTAG_COMPRESSION, COMPRESSION_CCITTFAX4);
+    QByteArray blacks = invertedBytes(rows); // the coder takes 1 for black
+    TIFFWriteEncodedStrip(tiff, 0, blacks.data(), blacks.size());
+    TIFFClose(tiff);
+    tiff = TIFFOpen(path.constData(), "r");
+    QByteArray packed(static_cast<qsizetype>(TIFFRawStripSize(tiff, 0)), Qt::Uninitialized);
+    TIFFReadRawStrip(tiff, 0, packed.data(), packed.size());
+    TIFFClose(tiff);
+    return packed;
+}
+
+// ITU-T T.88: a page information segment (7.4.8) and an immediate generic region (7.4.6) coded by MMR, which is Group 4.
+QByteArray jbig2Bytes(const QByteArray& rows, QSize size)
+{
+    const auto width = static_cast<quint32>(size.width()), height = static_cast<quint32>(size.height());
+    QByteArray page, region;
+    for (const quint32 number : {width, height, 0U, 0U})
+        appendNumber(page, number, 4);
+    page.append(QByteArray("\0\0\0", 3));
+    for (const quint32 number : {width, height, 0U, 0U})
+        appendNumber(region, number, 4);
+    region.append(QByteArray("\0\x01", 2)); // combined by OR; MMR
+    region += group4Bytes(rows, size);
+    QByteArray bytes;
+    appendSegment(bytes, 0, 48, page);
+    appendSegment(bytes, 1, 38, region);
+    return bytes;
+}
+
+QByteArray jpegBytes(const QByteArray& samples, QSize size, int channels, InkMarker marker)
+{
+    return encodedBy(samples, size, channels, [&](jpeg_compress_struct& codec) {
+        if (channels == 4)
+            codec.write_Adobe_marker = marker == InkMarker::Set;
+    });
+}
+
+QByteArray plainRgbJpeg(const QByteArray& samples, QSize size)
+{
+    return encodedBy(samples, size, 3, [](jpeg_compress_struct& codec) {
+        jpeg_set_colorspace(&codec, JCS_RGB);
+        codec.write_Adobe_marker = FALSE;
+        for (int i = 0; i < 3; ++i)
+            codec.comp_info[i].component_id = i + 1; // not the letters by which decoders would know it
+    });
+}
+
+QByteArray ycckJpeg(const QByteArray& samples, QSize size)
+{
+    return encodedBy(samples, size, 4,
+                     [](jpeg_compress_struct& codec) { jpeg_set_colorspace(&codec, JCS_YCCK); });
+}
+
+QByteArray invertedBytes(QByteArray bytes)
+{
+    for (char& byte : bytes)
+        byte = static_cast<char>(~byte);
+    return bytes;
+}
+
+} // namespace folvane::pdf

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QByteArray>
+#include <QSize>
+
+namespace folvane::pdf {
+
+/// A picture with slopes, edges and noise, as photographs have them; its corners differ, so that no turned, mirrored,
+/// inverted or recoloured copy looks like it. Eight bits a sample.
+QByteArray madePhoto(QSize size, int channels);
+/// The same with so many bits a sample: rows padded to whole bytes; one bit is dithered.
+QByteArray packedPhoto(QSize size, int channels, int bits);
+
+QByteArray deflatedBytes(const QByteArray& bytes);
+/// LZW without any gain: a clear code stands before the codes grow to ten bits.
+QByteArray lzwBytes(const QByteArray& bytes);
+QByteArray runLengthBytes(const QByteArray& bytes);
+QByteArray hexBytes(const QByteArray& bytes);
+/// CCITT Group 4 of packed one-bit rows, 0 being black.
+QByteArray group4Bytes(const QByteArray& rows, QSize size);
+/// The same as the one region of an embedded JBIG2 stream.
+QByteArray jbig2Bytes(const QByteArray& rows, QSize size);
+
+enum class InkMarker { None, Set };
+
+/// A JPEG at quality 95 of samples with 1, 3 or 4 channels: grey, YCbCr, inks as they are. The marker: Adobe's.
+QByteArray jpegBytes(const QByteArray& samples, QSize size, int channels, InkMarker marker = InkMarker::None);
+/// Three channels without any conversion and without a marker that says so.
+QByteArray plainRgbJpeg(const QByteArray& samples, QSize size);
+/// Four channels as YCCK with the marker.
+QByteArray ycckJpeg(const QByteArray& samples, QSize size);
+
+QByteArray invertedBytes(QByteArray bytes);
+
+} // namespace folvane::pdf
