@@ -5,22 +5,40 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScrollArea>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace folvane {
 
+namespace {
+
+constexpr int highestText = 320; // what is longer scrolls, so that the buttons stay on the screen
+
+} // namespace
+
 Alert::Alert(const QString& title, const QString& text, QWidget* parent)
-    : SheetFrame(title, parent), m_text(new QLabel(this))
+    : SheetFrame(title, parent), m_text(new QLabel), m_scroll(new QScrollArea(this))
 {
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
-    content().addWidget(m_text);
+    m_text->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->viewport()->setAutoFillBackground(false);
+    m_text->setAutoFillBackground(false);
+    m_scroll->setWidget(m_text);
+    content().addWidget(m_scroll);
     setText(text);
 }
 
 void Alert::setText(const QString& text)
 {
     m_text->setText(breakableText(text));
+    m_scroll->setFixedHeight(std::min(m_text->heightForWidth(contentWidth()), highestText));
     setAccessibleDescription(text);
 }
 

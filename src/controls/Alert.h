@@ -6,6 +6,9 @@
 
 #include <functional>
 
+class QLabel;
+class QScrollArea;
+
 namespace folvane {
 
 /// A title, a text, and buttons in a row. Escape and the window's close do what the Cancel button does.
@@ -24,6 +27,7 @@ public:
 
 private:
     QLabel* m_text;
+    QScrollArea* m_scroll;
     QList<Button*> m_fromLeft;
 };
 

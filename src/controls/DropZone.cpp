@@ -103,7 +103,7 @@ void DropZone::dragEnterEvent(QDragEnterEvent* event)
 {
     if (droppedFiles(event->mimeData()).isEmpty())
         return;
-    event->acceptProposedAction();
+    acceptCopy(*event);
     setTargeted(true);
 }
 
@@ -115,7 +115,7 @@ void DropZone::dragLeaveEvent(QDragLeaveEvent*)
 void DropZone::dropEvent(QDropEvent* event)
 {
     setTargeted(false);
-    event->acceptProposedAction();
+    acceptCopy(*event);
     emit filesDropped(droppedFiles(event->mimeData()));
 }
 

@@ -96,12 +96,16 @@ void FolvaneStyle::drawControl(ControlElement element, const QStyleOption* optio
 void FolvaneStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                       QPainter* painter, const QWidget* widget) const
 {
-    const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
-    if (control != CC_ScrollBar || !slider) {
-        QProxyStyle::drawComplexControl(control, option, painter, widget);
+    switch (control) {
+    case CC_ScrollBar:
+        scrollBars::draw(*painter, *qstyleoption_cast<const QStyleOptionSlider*>(option),
+                         subControlRect(control, option, SC_ScrollBarSlider, widget));
         return;
+    case CC_SpinBox:
+        spinBoxes::draw(*painter, *qstyleoption_cast<const QStyleOptionSpinBox*>(option));
+        return;
+    default: QProxyStyle::drawComplexControl(control, option, painter, widget);
     }
-    scrollBars::draw(*painter, *slider, subControlRect(control, option, SC_ScrollBarSlider, widget));
 }
 
 QRect FolvaneStyle::subElementRect(SubElement element, const QStyleOption* option,
@@ -130,6 +134,8 @@ QRect FolvaneStyle::subControlRect(ComplexControl control, const QStyleOptionCom
     const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
     if (control == CC_ScrollBar && slider)
         return scrollBars::partRect(*slider, part);
+    if (control == CC_SpinBox)
+        return spinBoxes::partRect(option->rect, part);
     return QProxyStyle::subControlRect(control, option, part, widget);
 }
 
@@ -139,6 +145,7 @@ QSize FolvaneStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
     switch (type) {
     case CT_MenuItem: return menus::itemSize(*qstyleoption_cast<const QStyleOptionMenuItem*>(option), size);
     case CT_MenuBarItem: return size + QSize(20, 12);
+    case CT_SpinBox: return size + QSize(fields::padding + spinBoxes::arrowWidth, 12);
     case CT_LineEdit: {
         const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
         if (frame && frame->lineWidth > 0)

@@ -19,6 +19,7 @@ namespace {
 constexpr double cornerRadius = 18;
 constexpr int padding = 24;
 constexpr int iconSide = 24;
+constexpr int iconGap = 10;
 
 } // namespace
 
@@ -39,7 +40,7 @@ SheetFrame::SheetFrame(const QString& title, QWidget* parent, int width)
     setTitle(title);
 
     auto* head = new QHBoxLayout;
-    head->setSpacing(10);
+    head->setSpacing(iconGap);
     head->addWidget(m_icon, 0, Qt::AlignTop);
     head->addWidget(m_title, 1);
     m_content->setSpacing(14);
@@ -55,11 +56,26 @@ SheetFrame::SheetFrame(const QString& title, QWidget* parent, int width)
     column->setSizeConstraint(QLayout::SetNoConstraint);
 }
 
-void SheetFrame::setTitle(const QString& title)
+void SheetFrame::nameAfter(const QString& title)
 {
     setWindowTitle(title);
     setAccessibleName(title);
+}
+
+void SheetFrame::setTitle(const QString& title)
+{
+    nameAfter(title);
     m_title->setText(breakableText(title));
+}
+
+void SheetFrame::setTitleLine(const QString& title)
+{
+    nameAfter(title);
+    m_title->setFont(interfaceFont(18, Weight::Bold));
+    m_title->setWordWrap(false);
+    const int room = contentWidth() - (m_icon->isHidden() ? 0 : iconSide + iconGap);
+    m_title->setText(QFontMetrics(m_title->font()).elidedText(title, Qt::ElideRight, room));
+    m_title->setToolTip(m_title->text() == title ? QString() : title.toHtmlEscaped());
 }
 
 void SheetFrame::setIcon(Icon icon)

@@ -23,6 +23,8 @@ public:
     void setIcon(Icon icon);
     /// Also the window's title. Too long a title wraps.
     void setTitle(const QString& title);
+    /// The same in one line of larger letters, which ends in … where it does not fit.
+    void setTitleLine(const QString& title);
     QVBoxLayout& content() { return *m_content; }
     /// The room that the content has: the width of the sheet without its margins.
     int contentWidth() const;
@@ -38,6 +40,7 @@ protected:
     QHBoxLayout& buttonRow() { return *m_buttons; }
 
 private:
+    void nameAfter(const QString& title);
     void fit();
     QRect sheet() const;
 

@@ -5,6 +5,7 @@
 #include "controls/SectionHeader.h"
 #include "controls/SegmentedPicker.h"
 #include "controls/Spinner.h"
+#include "controls/StepSlider.h"
 
 #include <QAccessibleWidget>
 #include <QLabel>
@@ -37,12 +38,39 @@ public:
     }
 };
 
+// Its value is a step, and the words for it are the title of the step.
+class Steps : public QAccessibleWidget, public QAccessibleValueInterface {
+public:
+    explicit Steps(StepSlider* slider) : QAccessibleWidget(slider, QAccessible::Slider), m_slider(slider) {}
+
+    void* interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::ValueInterface)
+            return static_cast<QAccessibleValueInterface*>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+    QString text(QAccessible::Text kind) const override
+    {
+        return kind == QAccessible::Value ? m_slider->title() : QAccessibleWidget::text(kind);
+    }
+    QVariant currentValue() const override { return m_slider->value(); }
+    void setCurrentValue(const QVariant& value) override { m_slider->setValue(value.toInt()); }
+    QVariant maximumValue() const override { return m_slider->maximum(); }
+    QVariant minimumValue() const override { return m_slider->minimum(); }
+    QVariant minimumStepSize() const override { return m_slider->singleStep(); }
+
+private:
+    StepSlider* m_slider;
+};
+
 QAccessibleInterface* interfaceFor(const QString&, QObject* object)
 {
     auto* widget = qobject_cast<QWidget*>(object);
     if (qobject_cast<BrandMark*>(widget)
         || qobject_cast<Spinner*>(widget)) // beside a spinner stands what it waits for
         return new Decoration(widget);
+    if (auto* slider = qobject_cast<StepSlider*>(widget))
+        return new Steps(slider);
     if (qobject_cast<SectionHeader*>(widget))
         return new Heading(widget);
     if (qobject_cast<ControlGroup*>(widget) || qobject_cast<SegmentedPicker*>(widget))

@@ -4,6 +4,7 @@
 #include "controls/Theme.h"
 #include "controls/accessibility.h"
 #include "controls/brandPictures.h"
+#include "controls/returnKey.h"
 
 #include <QApplication>
 #include <QDir>
@@ -52,6 +53,7 @@ void applyAppearance(QApplication& application)
     QToolTip::setPalette(theme::palette());
     QToolTip::setFont(interfaceFont(12));
     installAccessibility();
+    letReturnPressButtons(application);
 }
 
 QFont interfaceFont(double pixels, Weight weight)

@@ -1,5 +1,6 @@
 #include "controls/droppedFiles.h"
 
+#include <QDropEvent>
 #include <QMimeData>
 
 namespace folvane {
@@ -14,6 +15,12 @@ QList<QUrl> droppedFiles(const QMimeData* data)
             files.append(url);
     }
     return files;
+}
+
+void acceptCopy(QDropEvent& event)
+{
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
 }
 
 } // namespace folvane

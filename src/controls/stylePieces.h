@@ -7,6 +7,7 @@ class QPainter;
 class QStyleOptionFrame;
 class QStyleOptionMenuItem;
 class QStyleOptionSlider;
+class QStyleOptionSpinBox;
 
 /// What FolvaneStyle draws, by topic; only it includes this. Each function takes what the style was asked to draw.
 namespace folvane {
@@ -32,6 +33,15 @@ void drawToolTip(QPainter& painter, const QRect& rect, const QWidget* tip);
 void drawFocus(QPainter& painter, const QRect& rect);
 
 } // namespace fields
+
+namespace spinBoxes {
+
+inline constexpr int arrowWidth = 28; ///< of both arrows, one above the other
+
+QRect partRect(const QRect& box, QStyle::SubControl part);
+void draw(QPainter& painter, const QStyleOptionSpinBox& box);
+
+} // namespace spinBoxes
 
 namespace scrollBars {
 
