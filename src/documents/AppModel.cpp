@@ -8,6 +8,7 @@ namespace folvane {
 AppModel::AppModel(Services services, QObject* parent)
     : QObject(parent), m_services(services), m_thumbnails(services.engine)
 {
+    m_onMerge = merge.items.addNotifier([this] { followMerge(); });
 }
 
 AppModel::~AppModel()

@@ -5,6 +5,7 @@
 #include "documents/BusyState.h"
 #include "documents/Destination.h"
 #include "documents/FileSheet.h"
+#include "documents/MergeModel.h"
 #include "documents/OpenFile.h"
 #include "documents/PasswordRequest.h"
 #include "documents/Toast.h"
@@ -89,6 +90,7 @@ public:
     QProperty<std::optional<QUuid>> signingFileID;
     QProperty<OpenFilePtr> closingFile; ///< the document about which the save question is up
     QProperty<std::optional<PasswordRequest>> passwordRequest;
+    MergeModel merge; ///< lasts as long as the program, wherever the user goes
 
     OpenFilePtr file(const QUuid& id) const;
 
@@ -128,6 +130,17 @@ public:
     void saved(QList<QUrl> urls);
     void showToast(QString text, std::optional<QUrl> reveal = std::nullopt);
 
+    // merging.cpp
+    /// Adds the files one after the other. What is neither a PDF nor a picture is left out without a word.
+    QCoro::Task<> addToMerge(QList<QUrl> urls);
+    /// Asks for a place and writes all rows there as one PDF without a password. Fewer than two rows do nothing.
+    QCoro::Task<> mergeFiles();
+
+    // sources.cpp
+    /// While somebody has the result, the files that these pages point at stay open: for a job of several builds, whose
+    /// document may be closed meanwhile.
+    std::shared_ptr<const void> keepSources(const std::vector<PageItem>& pages);
+
     // closing.cpp
     /// Closes at once, or asks first (`closingFile`) when the document is edited.
     void requestClose(OpenFilePtr file);
@@ -138,6 +151,10 @@ public:
     PDFEngine& engine() const { return m_services.engine; }
     Thumbnails& thumbnails() { return m_thumbnails; }
     const Services& services() const { return m_services; }
+
+signals:
+    /// A file has been written whole.
+    void fileWritten(QUrl url);
 
 private:
     /// What unlocked a source, and which file it was when it was opened: its path may lead elsewhere by now.
@@ -170,6 +187,10 @@ private:
     QCoro::Task<std::optional<QString>> askPassword(QString name, bool wasWrong);
     void showNextQuestion();
 
+    // merging.cpp
+    QCoro::Task<int> pagesToMerge(QUrl url);
+    void followMerge();
+
     // pageEditing.cpp
     QCoro::Task<std::vector<PageItem>> pagesToInsert(QUrl url);
 
@@ -189,6 +210,8 @@ private:
     QList<std::weak_ptr<const QSet<QUrl>>> m_holds;
     std::deque<PasswordQuestion> m_questions; ///< the first one is up, or about to be
     std::stop_source m_toastTimer;
+    QSet<QUrl> m_mergeSources; ///< of the rows to merge, when they last changed
+    QPropertyNotifier m_onMerge;
 };
 
 } // namespace folvane

@@ -33,6 +33,21 @@ std::vector<PageItem> OpenFile::selectedPages() const
     return selected.empty() ? all : selected;
 }
 
+QList<int> OpenFile::selectedPositions() const
+{
+    QSet<QUuid> ids;
+    for (const PageItem& page : selectedPages())
+        ids.insert(page.id);
+    QList<int> positions;
+    int position = 0;
+    for (const PageItem& page : pages.value()) {
+        ++position;
+        if (ids.contains(page.id))
+            positions.append(position);
+    }
+    return positions;
+}
+
 QSet<QUuid> OpenFile::targetIDs() const
 {
     if (!selection.value().isEmpty())

@@ -35,6 +35,8 @@ public:
     bool hasStamps() const;
     /// The selected pages in list order; all pages when nothing (or nothing that still exists) is selected.
     std::vector<PageItem> selectedPages() const;
+    /// The 1-based positions of `selectedPages()` in the list, ascending.
+    QList<int> selectedPositions() const;
     /// The ids that a command of the top bar takes: the selection, or all pages when there is none.
     QSet<QUuid> targetIDs() const;
 };

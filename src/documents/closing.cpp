@@ -16,6 +16,7 @@ void AppModel::requestClose(OpenFilePtr file)
 
 void AppModel::close(OpenFilePtr file)
 {
+    Qt::beginPropertyUpdateGroup(); // nobody sees the place of a document that has gone
     closingFile = nullptr;
     QList<OpenFilePtr> rest = files;
     rest.removeIf([&file](const OpenFilePtr& one) { return one->id == file->id; });
@@ -24,6 +25,7 @@ void AppModel::close(OpenFilePtr file)
         signingFileID = std::nullopt;
     if (destination.value() == Destination::file(file->id))
         destination = rest.isEmpty() ? Destination() : Destination::file(rest.last()->id);
+    Qt::endPropertyUpdateGroup();
     releaseUnused(sourcesOf(file->pages));
 }
 

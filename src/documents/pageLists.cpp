@@ -32,6 +32,14 @@ std::vector<PageItem> pagesOf(const QUrl& url, int pageCount)
     return pages;
 }
 
+std::vector<PageItem> duplicates(const std::vector<PageItem>& pages)
+{
+    std::vector<PageItem> copies;
+    copies.reserve(pages.size());
+    std::ranges::transform(pages, std::back_inserter(copies), &PageItem::duplicated);
+    return copies;
+}
+
 QSet<QUrl> sourcesOf(const std::vector<PageItem>& pages)
 {
     QSet<QUrl> urls;

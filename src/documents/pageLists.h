@@ -15,6 +15,9 @@ namespace folvane {
 /// One new entry for each page of a source.
 std::vector<PageItem> pagesOf(const QUrl& url, int pageCount);
 
+/// Each page through PageItem::duplicated().
+std::vector<PageItem> duplicates(const std::vector<PageItem>& pages);
+
 /// The files that the pages point at.
 QSet<QUrl> sourcesOf(const std::vector<PageItem>& pages);
 

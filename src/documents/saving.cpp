@@ -1,5 +1,6 @@
 #include "documents/AppModel.h"
 #include "documents/fileNames.h"
+#include "documents/pageLists.h"
 #include "documents/suggestedNames.h"
 #include "engine/PDFEngine.h"
 #include "platform/Cancelled.h"
@@ -27,15 +28,6 @@ QUrl withName(QUrl url, const QString& name)
 bool exists(const QUrl& url)
 {
     return QFileInfo::exists(url.toLocalFile());
-}
-
-std::vector<PageItem> duplicates(const std::vector<PageItem>& pages)
-{
-    std::vector<PageItem> copies;
-    copies.reserve(pages.size());
-    for (const PageItem& page : pages)
-        copies.push_back(page.duplicated());
-    return copies;
 }
 
 BuildPlan copyOf(const OpenFile& file, std::vector<PageItem> pages)
@@ -106,6 +98,7 @@ QCoro::Task<> AppModel::writeOne(QByteArray data, QUrl url, Action onSaved, std:
     co_await inBackground(writing, stop);
     if (ended.stop_requested())
         co_return;
+    emit fileWritten(url);
     onSaved();
     saved({url});
 }

@@ -46,11 +46,25 @@ AppModel::SourceHold AppModel::holdSources(const QList<QUrl>& urls)
     return hold;
 }
 
+std::shared_ptr<const void> AppModel::keepSources(const std::vector<PageItem>& pages)
+{
+    const QSet<QUrl> urls = sourcesOf(pages);
+    SourceHold hold = holdSources(urls.values());
+    const std::stop_token ended = m_end.get_token();
+    const auto letGo = [this, urls, ended, hold](const void*) mutable {
+        hold.reset();
+        if (!ended.stop_requested())
+            releaseUnused(urls);
+    };
+    return std::shared_ptr<const void>(hold.get(), letGo);
+}
+
 QSet<QUrl> AppModel::sourcesInUse() const
 {
     QSet<QUrl> urls;
     for (const OpenFilePtr& file : files.value())
         urls.unite(sourcesOf(file->pages));
+    urls.unite(m_mergeSources);
     for (const std::weak_ptr<const QSet<QUrl>>& weak : m_holds)
         if (const SourceHold hold = weak.lock())
             urls.unite(*hold);

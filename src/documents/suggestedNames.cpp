@@ -15,21 +15,6 @@ QString inBrackets(const QString& name, const QString& words)
     return name + QStringLiteral(" (") + words + u')';
 }
 
-QList<int> selectedPositions(const OpenFile& file)
-{
-    QSet<QUuid> ids;
-    for (const PageItem& page : file.selectedPages())
-        ids.insert(page.id);
-    QList<int> positions;
-    int position = 0;
-    for (const PageItem& page : file.pages.value()) {
-        ++position;
-        if (ids.contains(page.id))
-            positions.append(position);
-    }
-    return positions;
-}
-
 /// The list (ASCII), cut between two runs so that it takes no more than `room` bytes, if one run does.
 QString cutTo(const QString& list, qsizetype room)
 {
@@ -54,7 +39,7 @@ QString suggestedExtractName(const OpenFile& file)
 {
     const QString word = AppModel::tr("pages") + u' ';
     const qsizetype room = longestName - withPdfEnding(inBrackets(file.name, word)).toUtf8().size();
-    return inBrackets(file.name, word + cutTo(PageRanges::describe(selectedPositions(file)), room));
+    return inBrackets(file.name, word + cutTo(PageRanges::describe(file.selectedPositions()), room));
 }
 
 } // namespace folvane

@@ -29,10 +29,12 @@ QCoro::Task<> AppModel::makeAndWrite(QList<FileName> items, QUrl folder, MakeFil
         const QUrl target = freeName(folder, item.name, item.extension);
         const auto writing = [data, target] { writeFile(target, data); };
         co_await inBackground(writing, stop);
+        if (ended.stop_requested())
+            co_return;
         written.append(target);
+        emit fileWritten(target);
     }
-    if (!ended.stop_requested())
-        saved(written);
+    saved(written);
 }
 
 } // namespace folvane

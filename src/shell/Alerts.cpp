@@ -3,22 +3,9 @@
 #include "controls/Alert.h"
 #include "platform/spawn.h"
 #include "shell/PasswordPrompt.h"
+#include "shell/discard.h"
 
 namespace folvane {
-
-namespace {
-
-// Takes a dialog away without its answering anything. It may be in the middle of a signal, so it dies later.
-void discard(QDialog* dialog)
-{
-    if (!dialog)
-        return;
-    dialog->disconnect();
-    dialog->hide();
-    dialog->deleteLater();
-}
-
-} // namespace
 
 Alerts::Alerts(AppModel& model, QWidget* window) : QObject(window), m_model(model), m_window(window)
 {
@@ -33,7 +20,7 @@ void Alerts::showError()
 {
     const std::optional<QString> message = m_model.errorMessage.value();
     if (!message) {
-        discard(m_error.data());
+        discard(m_error.data(), this);
         m_error = nullptr;
         return;
     }
@@ -49,7 +36,7 @@ void Alerts::showError()
 
 void Alerts::showClosing()
 {
-    discard(m_closing.data());
+    discard(m_closing.data(), this);
     m_closing = nullptr;
     const OpenFilePtr file = m_model.closingFile.value();
     if (!file)
@@ -68,7 +55,7 @@ void Alerts::showClosing()
 
 void Alerts::showPassword()
 {
-    discard(m_password.data());
+    discard(m_password.data(), this);
     m_password = nullptr;
     const std::optional<PasswordRequest> request = m_model.passwordRequest.value();
     if (!request)

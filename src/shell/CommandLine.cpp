@@ -13,8 +13,6 @@ namespace folvane {
 
 namespace {
 
-constexpr std::string_view picturesOption = "pictures";
-
 [[noreturn]] void refuse(const QCommandLineParser& parser, const QString& why)
 {
     std::fprintf(stderr, "%s\n\n%s", qPrintable(why), qPrintable(parser.helpText()));
@@ -27,22 +25,15 @@ bool needsNoDisplay(int count, const char* const* arguments)
 {
     return std::any_of(arguments, arguments + count, [](std::string_view argument) {
         return argument == "-h" || argument == "-v" || argument.starts_with("--help")
-               || argument == "--version"
-               || (argument.starts_with("--") && argument.substr(2).starts_with(picturesOption));
+               || argument == "--version";
     });
 }
 
 CommandLine readCommandLine(const QStringList& arguments)
 {
-    const QString pictures = QString::fromLatin1(picturesOption.data(), picturesOption.size());
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOption(
-        {pictures,
-         QCoreApplication::translate("folvane::CommandLine",
-                                     "Save pictures of the window to FOLDER, without a display, and end."),
-         QStringLiteral("FOLDER")});
     parser.addPositionalArgument(
         QStringLiteral("FILES"),
         QCoreApplication::translate("folvane::CommandLine", "PDFs and images to open."),
@@ -57,8 +48,6 @@ CommandLine readCommandLine(const QStringList& arguments)
     CommandLine line;
     for (const QString& file : parser.positionalArguments())
         line.files.append(QUrl::fromUserInput(file, QDir::currentPath(), QUrl::AssumeLocalFile));
-    if (parser.isSet(pictures))
-        line.picturesFolder = parser.value(pictures);
     return line;
 }
 

@@ -4,14 +4,11 @@
 #include <QString>
 #include <QUrl>
 
-#include <optional>
-
 namespace folvane {
 
 /// What the program was started with.
 struct CommandLine {
     QList<QUrl> files;
-    std::optional<QString> picturesFolder; ///< set: save pictures of the window there and end
 };
 
 /// Reads the arguments, the program's name first; file names are relative to the working folder. Prints help and ends

@@ -101,13 +101,14 @@ void Commands::watchFile()
 void Commands::refresh()
 {
     const bool busy = m_model.busy.value().has_value();
-    const bool selected = m_file && !m_file->selection.value().isEmpty();
-    m_saveAs->setEnabled(m_file && !busy);
+    const bool changeable = m_file && !busy; // the overlay keeps the mouse away, but not these keys
+    const bool selected = changeable && !m_file->selection.value().isEmpty();
+    m_saveAs->setEnabled(changeable);
     m_closeFile->setEnabled(bool(m_file));
-    m_extract->setEnabled(m_file && !busy);
+    m_extract->setEnabled(changeable);
     m_extract->setText(m_file ? extractTitle(*m_file) : tr("Extract All Pages…"));
     for (QAction* action : m_onFile)
-        action->setEnabled(bool(m_file));
+        action->setEnabled(changeable);
     for (QAction* action : m_onSelection)
         action->setEnabled(selected);
 }

@@ -9,6 +9,7 @@
 #include "documents/statusLine.h"
 #include "platform/spawn.h"
 #include "shell/ToolButtons.h"
+#include "shell/addToMerge.h"
 
 #include <QHBoxLayout>
 #include <QMenu>
@@ -51,16 +52,14 @@ DocumentBar::DocumentBar(AppModel& model, QWidget* parent) : QWidget(parent), m_
     setPalette(colors);
     setAutoFillBackground(true);
 
-    m_tools = new ToolButtons(this);
-    m_save = makeSaveButton();
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(24, 14, 24, 14);
     row->setSpacing(spacing);
     row->addLayout(makeTitles(), 1);
     row->addWidget(makePageButtons());
-    row->addLayout(m_tools);
+    row->addLayout(makeTools());
     row->addWidget(makeMoreButton());
-    row->addWidget(m_save);
+    row->addWidget(makeSaveButton());
 }
 
 QLayout* DocumentBar::makeTitles()
@@ -95,6 +94,18 @@ QWidget* DocumentBar::makePageButtons()
     return group;
 }
 
+QLayout* DocumentBar::makeTools()
+{
+    m_tools = new ToolButtons(this);
+    Button* compress = m_tools->add(Icon::Compress, tr("Compress"));
+    Button* split = m_tools->add(Icon::Scissors, tr("Split"));
+    m_password = m_tools->add(Icon::LockOutline, tr("Password"));
+    connect(compress, &Button::clicked, this, [this] { showSheet(FileSheet::Kind::Compress); });
+    connect(split, &Button::clicked, this, [this] { showSheet(FileSheet::Kind::Split); });
+    connect(m_password, &Button::clicked, this, [this] { showSheet(FileSheet::Kind::Password); });
+    return m_tools;
+}
+
 QWidget* DocumentBar::makeMoreButton()
 {
     auto* more = new Button(Button::Kind::Tool, tr("More"), this);
@@ -109,11 +120,11 @@ QWidget* DocumentBar::makeMoreButton()
     return more;
 }
 
-Button* DocumentBar::makeSaveButton()
+QWidget* DocumentBar::makeSaveButton()
 {
-    auto* save = new Button(Button::Kind::Primary, tr("Save As…"), this);
-    connect(save, &Button::clicked, this, [this] { spawn(m_model.saveAs(m_file)); });
-    return save;
+    m_save = new Button(Button::Kind::Primary, tr("Save As…"), this);
+    connect(m_save, &Button::clicked, this, [this] { spawn(m_model.saveAs(m_file)); });
+    return m_save;
 }
 
 void DocumentBar::setFile(OpenFilePtr file)
@@ -129,6 +140,7 @@ void DocumentBar::refresh()
 {
     m_name->setText(m_file->name);
     m_status->setText(statusLine(*m_file));
+    m_password->setSymbol(m_file->password ? Icon::Lock : Icon::LockOutline);
     m_delete->setEnabled(!m_file->selection.value().isEmpty());
     m_save->setEnabled(!m_model.busy.value());
 }
@@ -150,6 +162,11 @@ void DocumentBar::turn(bool clockwise)
     m_model.turn(m_file, m_file->targetIDs(), clockwise);
 }
 
+void DocumentBar::showSheet(FileSheet::Kind kind)
+{
+    m_model.sheet = FileSheet{kind, m_file->id};
+}
+
 void DocumentBar::fillMoreMenu()
 {
     const OpenFilePtr file = m_file;
@@ -158,6 +175,10 @@ void DocumentBar::fillMoreMenu()
                       [this, file] { spawn(chooseAndInsert(&m_model, file)); });
     m_more->addAction(extractTitle(*file), this, [this, file] { spawn(m_model.extract(file)); })
         ->setEnabled(!m_model.busy.value());
+    m_more->addAction(tr("Export Pages as Images…"), this,
+                      [this] { showSheet(FileSheet::Kind::ExportImages); });
+    m_more->addSeparator();
+    m_more->addAction(tr("Add to Merge"), this, [this, file] { addToMerge(m_model, *file); });
 }
 
 } // namespace folvane

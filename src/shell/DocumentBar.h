@@ -31,11 +31,13 @@ protected:
 private:
     QLayout* makeTitles();
     QWidget* makePageButtons();
+    QLayout* makeTools();
     QWidget* makeMoreButton();
-    Button* makeSaveButton();
+    QWidget* makeSaveButton();
     void fillMoreMenu();
     void refresh();
     void turn(bool clockwise);
+    void showSheet(FileSheet::Kind kind);
 
     AppModel& m_model;
     OpenFilePtr m_file;
@@ -44,6 +46,7 @@ private:
     QLabel* m_status;
     QAbstractButton* m_delete;
     ToolButtons* m_tools;
+    Button* m_password;
     QMenu* m_more;
     Button* m_save;
 };

@@ -3,6 +3,7 @@
 #include "controls/Theme.h"
 #include "controls/appearance.h"
 #include "platform/spawn.h"
+#include "shell/addToMerge.h"
 
 #include <QContextMenuEvent>
 #include <QHelpEvent>
@@ -22,8 +23,13 @@ constexpr int gap = 8;
 QFont countFont()
 {
     QFont font = interfaceFont(11, Weight::Medium);
-    font.setStyleHint(QFont::SansSerif);
     return font;
+}
+
+// Digits of one width, so that the numbers of several rows stand below each other.
+int digitWidth()
+{
+    return QFontMetrics(countFont()).horizontalAdvance(QLatin1Char('0'));
 }
 
 } // namespace
@@ -65,7 +71,7 @@ QString FileRow::pageCount() const
 
 int FileRow::countWidth() const
 {
-    return QFontMetrics(countFont()).horizontalAdvance(pageCount());
+    return int(pageCount().size()) * digitWidth();
 }
 
 QRect FileRow::dotBox() const
@@ -88,8 +94,11 @@ void FileRow::drawAtRight(QPainter& painter) const
     }
     painter.setFont(countFont());
     painter.setPen(theme::secondaryText);
-    const QRect count(dotBox().right() + 1 + gap, 0, countWidth(), height());
-    painter.drawText(count, Qt::AlignRight | Qt::AlignVCenter, pageCount());
+    QRect digit(dotBox().right() + 1 + gap, 0, digitWidth(), height());
+    for (const QChar shown : pageCount()) {
+        painter.drawText(digit, Qt::AlignHCenter | Qt::AlignVCenter, shown);
+        digit.translate(digitWidth(), 0);
+    }
 }
 
 void FileRow::resizeEvent(QResizeEvent*)
@@ -122,6 +131,7 @@ void FileRow::contextMenuEvent(QContextMenuEvent* event)
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(tr("Save As…"), &m_model, [this, file] { spawn(m_model.saveAs(file)); })
         ->setEnabled(!m_model.busy.value());
+    menu->addAction(tr("Add to Merge"), &m_model, [this, file] { addToMerge(m_model, *file); });
     menu->addSeparator();
     menu->addAction(tr("Close"), &m_model, [this, file] { m_model.requestClose(file); });
     menu->popup(event->globalPos());

@@ -34,6 +34,20 @@ QCoro::Task<> choosePictures(AppModel* model)
     co_await opening;
 }
 
+/// Asks for one PDF and goes to the tool in it.
+QCoro::Task<> openOne(AppModel* model, Tool tool)
+{
+    const QPointer<AppModel> alive(model);
+    const QList<ContentType> types{ContentType::Pdf};
+    QCoro::Task<QList<QUrl>> choosing = model->chooseFiles(false, types);
+    const QList<QUrl> urls = co_await choosing;
+    if (!alive || urls.isEmpty())
+        co_return;
+    const QList<QUrl> one{urls.first()};
+    QCoro::Task<> opening = alive->open(one, tool);
+    co_await opening;
+}
+
 } // namespace
 
 HomeView::HomeView(AppModel& model, QWidget* parent) : QScrollArea(parent), m_model(model)
@@ -102,9 +116,22 @@ QLayout* HomeView::makeHeader(QWidget* page) const
 QWidget* HomeView::makeTools(QWidget* page)
 {
     auto* tools = new TileGrid(page);
+    auto* compress =
+        new ToolTile(Icon::Compress, tr("Compress"),
+                     tr("Original, Medium, Small, or up to the size a website or email asks for."), tools);
+    auto* merge =
+        new ToolTile(Icon::Layers, tr("Merge PDFs"), tr("Join PDFs and images in the order you set."), tools);
+    auto* split =
+        new ToolTile(Icon::Scissors, tr("Split"),
+                     tr("By page ranges like 1-3, 5, 8-10, every few pages or page by page."), tools);
     auto* pictures = new ToolTile(Icon::Pictures, tr("Images to PDF"),
                                   tr("Photos and scans as pages of one PDF, in name order."), tools);
-    tools->add(pictures);
+    for (ToolTile* tile : {compress, merge, split, pictures})
+        tools->add(tile);
+    connect(compress, &ToolTile::clicked, this, [this] { spawn(openOne(&m_model, Tool::Compress)); });
+    connect(merge, &ToolTile::clicked, this,
+            [this] { m_model.destination = Destination(Destination::Place::Merge); });
+    connect(split, &ToolTile::clicked, this, [this] { spawn(openOne(&m_model, Tool::Split)); });
     connect(pictures, &ToolTile::clicked, this, [this] { spawn(choosePictures(&m_model)); });
     return tools;
 }

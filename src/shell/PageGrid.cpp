@@ -7,7 +7,10 @@
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
+
+#include <algorithm>
 
 namespace folvane {
 
@@ -42,6 +45,7 @@ void PageGrid::setFile(OpenFilePtr file)
         return;
     if (m_file)
         m_scrolledTo[m_file->id] = verticalOffset();
+    m_scrolledTo.removeIf([this](const auto& kept) { return !m_model.file(kept.key()); });
     m_watches.clear();
     m_file = std::move(file);
     m_pressed.reset();
@@ -62,13 +66,22 @@ bool PageGrid::isComplete() const
 
 void PageGrid::showPages()
 {
-    const std::optional<QUuid> current = pageAt(currentIndex().row());
+    const int before = currentIndex().row();
+    const std::optional<QUuid> current = pageAt(before);
     m_pages.setPages(m_file->pages.value());
-    if (const int row = current ? m_pages.rowOf(*current) : -1; row >= 0)
-        selectionModel()->setCurrentIndex(m_pages.index(row), QItemSelectionModel::NoUpdate);
+    if (current)
+        selectionModel()->setCurrentIndex(m_pages.index(stillAt(*current, before)),
+                                          QItemSelectionModel::NoUpdate);
     doItemsLayout();
     showSelection();
     wantPictures();
+}
+
+// A page that is gone leaves its place to the one that came there.
+int PageGrid::stillAt(const QUuid& page, int before) const
+{
+    const int row = m_pages.rowOf(page);
+    return row >= 0 ? row : std::min(before, m_pages.rowCount() - 1);
 }
 
 void PageGrid::showSelection()
@@ -82,8 +95,42 @@ void PageGrid::showSelection()
         const QModelIndex first = continues ? QModelIndex(rows.takeLast().topLeft()) : m_pages.index(row);
         rows.append(QItemSelectionRange(first, m_pages.index(row)));
     }
+    const QScopedValueRollback showing(m_showingSelection, true);
     selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
     viewport()->update();
+}
+
+// What else than the document selects is somebody who cannot see the pages: it becomes the document's selection.
+void PageGrid::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
+{
+    QAbstractItemView::selectionChanged(selected, deselected);
+    if (const QModelIndexList added = selected.indexes(); added.size() == 1)
+        tellReaders(QAccessible::SelectionAdd, added.first().row());
+    else
+        tellReaders(QAccessible::SelectionWithin, currentIndex().row());
+    if (m_showingSelection || !m_file)
+        return;
+    QSet<QUuid> pages;
+    for (const QModelIndex& index : selectionModel()->selectedIndexes())
+        pages.insert(*pageAt(index.row()));
+    m_file->selection = pages;
+}
+
+// The list view would name no row here, since its own layout is not in use.
+void PageGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QAbstractItemView::currentChanged(current, previous);
+    if (current.isValid() && hasFocus())
+        tellReaders(QAccessible::Focus, current.row());
+}
+
+void PageGrid::tellReaders(QAccessible::Event event, int row)
+{
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleEvent told(this, event);
+    told.setChild(row);
+    QAccessible::updateAccessibility(&told);
 }
 
 PagePictures::Key PageGrid::key(const PageItem& page) const
@@ -187,6 +234,7 @@ void PageGrid::scrollContentsBy(int, int)
 {
     viewport()->update();
     wantPictures();
+    refreshDropRow();
 }
 
 void PageGrid::scrollTo(const QModelIndex& index, ScrollHint)

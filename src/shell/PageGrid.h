@@ -1,14 +1,15 @@
 #pragma once
 
 #include "controls/Watches.h"
+#include "documents/PagePictures.h"
 #include "shell/PageGridLayout.h"
 #include "shell/PageListModel.h"
-#include "shell/PagePictures.h"
 #include "shell/pageCell.h"
 #include "shell/pageSelection.h"
 
 #include "documents/AppModel.h"
 
+#include <QAccessible>
 #include <QBasicTimer>
 #include <QListView>
 
@@ -46,6 +47,8 @@ protected:
     void hideEvent(QHideEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void updateGeometries() override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -76,6 +79,7 @@ private:
     PagePictures::Key key(const PageItem& page) const;
     std::pair<int, int> rowsOnScreen() const;
     void showPages();
+    int stillAt(const QUuid& page, int before) const;
     void showSelection();
     void wantPictures();
     void drawDropMark(QPainter& painter) const;
@@ -90,6 +94,9 @@ private:
     std::optional<QUuid> pageAt(int row) const;
     PageCell cellAt(int row) const;
     void setDropRow(std::optional<int> row);
+    void refreshDropRow();
+    void endDrag();
+    void tellReaders(QAccessible::Event event, int row);
     void setFilesOver(bool over);
 
     AppModel& m_model;
@@ -101,8 +108,10 @@ private:
     QHash<QUuid, int> m_scrolledTo; ///< by document
     std::optional<QUuid> m_pressed;
     QPoint m_pressedAt;
-    std::optional<int> m_dropRow; ///< a page that is dragged over would land before this row
+    std::optional<QPoint> m_draggedTo; ///< where a page is dragged over the view
+    std::optional<int> m_dropRow;      ///< a page that is dragged over would land before this row
     bool m_filesOver = false;
+    bool m_showingSelection = false; ///< the document's selection is on its way to the view
     bool m_byKeyboard = false;
     QBasicTimer m_spinner;
     int m_spinnerStep = 0;

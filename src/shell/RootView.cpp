@@ -8,13 +8,16 @@
 #include "shell/BusyOverlay.h"
 #include "shell/Commands.h"
 #include "shell/DocumentView.h"
+#include "shell/FileSheets.h"
 #include "shell/HomeView.h"
 #include "shell/PageGrid.h"
 #include "shell/SidebarView.h"
 #include "shell/ToastView.h"
 #include "shell/WindowCommands.h"
 #include "shell/currentFile.h"
+#include "tools/MergeView.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDialog>
@@ -23,6 +26,7 @@
 #include <QMimeData>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QVBoxLayout>
 #include <QWindow>
 
 namespace folvane {
@@ -47,6 +51,7 @@ RootView::RootView(AppModel& model) : m_model(model)
     split->setSizes({240, 940});
     setCentralWidget(split);
     m_busy = new BusyOverlay(this);
+    m_sheets = new FileSheets(model, this);
     m_alerts = new Alerts(model, this);
 
     connectCommands();
@@ -57,8 +62,7 @@ RootView::RootView(AppModel& model) : m_model(model)
     connect(m_toast, &ToastView::revealRequested, this,
             [this](const QUrl& file) { spawn(m_model.services().workspace.reveal(file)); });
     m_watches.keep([this] { showDestination(); }, m_model.destination, m_model.files);
-    if (m_pages->currentWidget() == m_home)
-        m_home->takeFocus();
+    takeFocus();
     m_watches.keep([this] { m_toast->setToast(m_model.toast.value()); }, m_model.toast);
     m_watches.keep([this] { m_busy->setState(m_model.busy.value()); }, m_model.busy);
 }
@@ -76,6 +80,7 @@ void RootView::connectCommands()
 RootView::~RootView()
 {
     m_watches.clear();
+    delete m_sheets;
     delete m_alerts;
     for (QDialog* dialog : findChildren<QDialog*>(Qt::FindDirectChildrenOnly))
         dialog->reject();
@@ -83,26 +88,53 @@ RootView::~RootView()
 
 QWidget* RootView::makeMainArea()
 {
-    m_pages = new QStackedWidget(this);
+    auto* area = new QWidget(this);
+    m_pages = new QStackedWidget(area);
+    auto* whole = new QVBoxLayout(area);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(m_pages);
     m_home = new HomeView(m_model, m_pages);
     m_document = new DocumentView(m_model, m_pages);
     m_pages->addWidget(m_home);
     m_pages->addWidget(m_document);
-    m_toast = new ToastView(m_pages);
-    return m_pages;
+    m_merge = new MergeView(m_model, m_pages);
+    m_pages->addWidget(m_merge);
+    m_toast = new ToastView(area);
+    return area;
+}
+
+QWidget* RootView::viewOf(const OpenFilePtr& file) const
+{
+    if (file)
+        return m_document;
+    const std::optional<Destination> destination = m_model.destination.value();
+    if (destination && destination->is(Destination::Place::Merge))
+        return m_merge;
+    return m_home;
 }
 
 void RootView::showDestination()
 {
     const OpenFilePtr file = currentFile(m_model);
-    const bool changes = m_pages->currentWidget() != (file ? static_cast<QWidget*>(m_document) : m_home);
+    QWidget* view = viewOf(file);
+    const bool changes = m_pages->currentWidget() != view;
     m_document->setFile(file);
-    m_pages->setCurrentWidget(file ? static_cast<QWidget*>(m_document) : m_home);
-    if (changes && file)
-        m_document->takeFocus();
-    else if (changes)
-        m_home->takeFocus();
+    m_pages->setCurrentWidget(view);
+    if (changes)
+        takeFocus();
     setWindowTitle(file ? file->name : config::appName.toString());
+}
+
+void RootView::takeFocus()
+{
+    if (m_model.busy.value())
+        return; // the overlay has the keyboard until the job has ended
+    if (m_pages->currentWidget() == m_document)
+        m_document->takeFocus();
+    else if (m_pages->currentWidget() == m_merge)
+        m_merge->takeFocus();
+    else
+        m_home->takeFocus();
 }
 
 void RootView::requestQuit()
@@ -121,21 +153,25 @@ void RootView::setSidebarShown(bool shown)
 }
 
 // The environment is where the window system's plugin looks for the token, which it takes out again.
-void RootView::bringToFront(const QString& activationToken)
+QWidget& RootView::bringToFront(const QString& activationToken)
 {
     if (!activationToken.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
-    activateWindow();
+    QWidget* asking = QApplication::activeModalWidget();
+    QWidget& front = asking && asking->isVisible() ? *asking : *this;
+    front.raise();
+    front.activateWindow();
+    return front;
 }
 
-// With changes that would be lost the program stays running without a question, and starting it again brings the window
+// With changes or a job that would be lost the program stays running without a question, and starting it again brings the window
 // back. Where nothing could bring it back, it steps aside into the task bar instead.
 void RootView::closeEvent(QCloseEvent* event)
 {
-    if (m_model.quitsWithLastWindow()) {
+    if (m_model.quitsWithLastWindow() && !m_model.busy.value()) {
         event->accept();
         QCoreApplication::exit();
         return;
@@ -147,12 +183,12 @@ void RootView::closeEvent(QCloseEvent* event)
 void RootView::dragEnterEvent(QDragEnterEvent* event)
 {
     if (!droppedFiles(event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+        acceptCopy(*event);
 }
 
 void RootView::dropEvent(QDropEvent* event)
 {
-    event->acceptProposedAction();
+    acceptCopy(*event);
     spawn(m_model.open(droppedFiles(event->mimeData())));
 }
 

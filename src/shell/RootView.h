@@ -14,7 +14,9 @@ class Alerts;
 class BusyOverlay;
 class Commands;
 class DocumentView;
+class FileSheets;
 class HomeView;
+class MergeView;
 class SidebarView;
 class ToastView;
 class WindowCommands;
@@ -29,14 +31,15 @@ public:
     ~RootView() override;
 
     DocumentView& documentView() const { return *m_document; }
+    MergeView& mergeView() const { return *m_merge; }
 
     /// Quits, or asks first when changes would be lost.
     void requestQuit();
     /// Whether the desktop can bring a hidden window back. Without that, closing with changes only minimizes it.
     void setCanComeBack(bool can) { m_canComeBack = can; }
-    /// Shows the window over the others, also from hidden or minimized. The token is what the desktop gave to whoever
-    /// asked for it; empty when there is none.
-    void bringToFront(const QString& activationToken);
+    /// Shows the window over the others, also from hidden or minimized, and a question before it. The token is what the
+    /// desktop gave to whoever asked for it; empty when there is none. Returns the one that now has the keyboard.
+    QWidget& bringToFront(const QString& activationToken);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -46,7 +49,9 @@ protected:
 private:
     QWidget* makeMainArea();
     void connectCommands();
+    QWidget* viewOf(const OpenFilePtr& file) const;
     void showDestination();
+    void takeFocus();
     void setSidebarShown(bool shown);
 
     AppModel& m_model;
@@ -56,8 +61,10 @@ private:
     QStackedWidget* m_pages;
     HomeView* m_home;
     DocumentView* m_document;
+    MergeView* m_merge;
     ToastView* m_toast;
     BusyOverlay* m_busy;
+    FileSheets* m_sheets;
     Alerts* m_alerts;
     bool m_canComeBack = false;
     Watches m_watches;

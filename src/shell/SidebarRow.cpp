@@ -14,6 +14,7 @@ SidebarRow::SidebarRow(Icon icon, const QString& title, QWidget* parent)
     : QAbstractButton(parent), m_icon(icon), m_titleColor(theme::text)
 {
     setText(title);
+    setShortcut({}); // an & in the name of a file is no key
     setFixedHeight(32);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);

@@ -50,6 +50,7 @@ SidebarView::SidebarView(AppModel& model, QWidget* parent) : QWidget(parent), m_
     m_home = new SidebarRow(Icon::Home, tr("Home"), list);
     m_open = new SidebarRow(Icon::Add, tr("Open…"), list);
     m_open->setTitleColor(theme::accentDeep);
+    m_merge = new SidebarRow(Icon::Layers, tr("Merge PDFs"), list);
     m_rows = new QVBoxLayout;
     m_rows->setSpacing(2);
 
@@ -60,6 +61,8 @@ SidebarView::SidebarView(AppModel& model, QWidget* parent) : QWidget(parent), m_
     column->addWidget(makeHeader(tr("Files"), list));
     column->addLayout(m_rows);
     column->addWidget(m_open);
+    column->addWidget(makeHeader(tr("Tools"), list));
+    column->addWidget(m_merge);
     column->addStretch();
 
     auto* scroll = new QScrollArea(this);
@@ -76,6 +79,8 @@ SidebarView::SidebarView(AppModel& model, QWidget* parent) : QWidget(parent), m_
 
     connect(m_home, &SidebarRow::clicked, this, [this] { m_model.destination = Destination(); });
     connect(m_open, &SidebarRow::clicked, this, [this] { spawn(m_model.chooseAndOpen()); });
+    connect(m_merge, &SidebarRow::clicked, this,
+            [this] { m_model.destination = Destination(Destination::Place::Merge); });
     m_watches.keep([this] { showFiles(); }, m_model.files);
     m_watches.keep([this] { markCurrent(); }, m_model.files, m_model.destination);
 }
@@ -101,12 +106,15 @@ void SidebarView::showFiles()
         setTabOrder(m_files[i], m_files[i]->lastInTabOrder());
         setTabOrder(m_files[i]->lastInTabOrder(), i + 1 < m_files.size() ? m_files[i + 1] : m_open);
     }
+    setTabOrder(m_open, m_merge);
 }
 
 void SidebarView::markCurrent()
 {
     const OpenFilePtr shown = currentFile(m_model);
-    m_home->setCurrent(!shown);
+    const bool merges = m_model.destination.value() == Destination(Destination::Place::Merge);
+    m_home->setCurrent(!shown && !merges);
+    m_merge->setCurrent(merges);
     for (FileRow* row : m_files)
         row->setCurrent(row->file() == shown);
 }

@@ -27,6 +27,7 @@ private:
     AppModel& m_model;
     SidebarRow* m_home;
     SidebarRow* m_open;
+    SidebarRow* m_merge;
     QVBoxLayout* m_rows;
     QList<FileRow*> m_files;
     Watches m_watches;

@@ -44,8 +44,8 @@ void SystemEvents::openInFront(const QList<QUrl>& files, const QString& activati
     open(files);
     if (!m_window)
         return;
-    m_window->bringToFront(activationToken);
-    activateOnX11(m_window->winId(), activationToken);
+    const QWidget& front = m_window->bringToFront(activationToken);
+    activateOnX11(front.winId(), activationToken);
 }
 
 bool SystemEvents::allowsLogOut(bool mayAsk)

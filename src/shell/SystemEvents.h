@@ -21,7 +21,7 @@ class SystemEvents : public QObject {
 public:
     SystemEvents();
 
-    /// From here on files open at once, beginning with those that came early. Both must outlive this.
+    /// From here on files open at once, beginning with those that came early. Events that come after they are gone are not delivered: the event loop has ended by then.
     void attach(AppModel& model, RootView& window);
 
     /// Opens the files; see AppModel::open().

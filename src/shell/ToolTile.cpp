@@ -45,6 +45,7 @@ ToolTile::ToolTile(Icon icon, const QString& title, const QString& detail, QWidg
     : QAbstractButton(parent), m_icon(icon), m_detail(detail)
 {
     setText(title);
+    setShortcut({}); // an & in a title is no key
     setAccessibleDescription(detail);
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::StrongFocus);

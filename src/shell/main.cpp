@@ -14,7 +14,6 @@
 #include "shell/QtPanels.h"
 #include "shell/RootView.h"
 #include "shell/SystemEvents.h"
-#include "shell/WindowPictures.h"
 
 #include <QApplication>
 
@@ -32,19 +31,6 @@ void nameApplication()
     QCoreApplication::setApplicationName(config::appName.toString());
     QCoreApplication::setApplicationVersion(config::version.toString());
     QGuiApplication::setDesktopFileName(config::bundleIdentifier.toString());
-}
-
-/// Takes the pictures and ends the program, with 1 when they could not be taken.
-QCoro::Task<> takePictures(WindowPictures* pictures, QList<QUrl> files)
-{
-    int result = 0;
-    try {
-        co_await pictures->take(files);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        result = 1;
-    }
-    QCoreApplication::exit(result);
 }
 
 /// The program's parts, in the order in which they need each other.
@@ -85,16 +71,6 @@ int runWindow(const CommandLine& line, const QString& activationToken)
     return result;
 }
 
-/// A run that serves a tool: no business of the desktop's, and it leaves a program that runs beside it alone.
-int runPictures(const QList<QUrl>& files, const QString& folder)
-{
-    Program program(std::nullopt);
-    program.window.show();
-    WindowPictures pictures(program.model, program.window, folder);
-    spawn(takePictures(&pictures, files));
-    return QApplication::exec();
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -110,8 +86,7 @@ int main(int argc, char** argv)
     preparePictureDecoding();
     applyAppearance(application);
     try {
-        return line.picturesFolder ? runPictures(line.files, *line.picturesFolder)
-                                   : runWindow(line, activationToken);
+        return runWindow(line, activationToken);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;

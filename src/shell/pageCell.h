@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/PagePictures.h"
+#include "documents/PagePictures.h"
 
 class QPainter;
 

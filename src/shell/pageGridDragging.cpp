@@ -13,6 +13,17 @@
 
 namespace folvane {
 
+namespace {
+
+// As the model reads it when the page is let go.
+bool isPageID(const QString& text)
+{
+    const QUuid id(text);
+    return !id.isNull() && id.toString(QUuid::WithoutBraces).compare(text, Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
 void PageGrid::dragPage(const QUuid& page)
 {
     const int row = m_pages.rowOf(page);
@@ -28,7 +39,7 @@ void PageGrid::dragPage(const QUuid& page)
     const QPointer<PageGrid> self(this); // the drag runs its own event loop, and much can happen in it
     drag->exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);
     if (self)
-        self->setDropRow(std::nullopt);
+        self->endDrag();
 }
 
 void PageGrid::setDropRow(std::optional<int> row)
@@ -47,6 +58,13 @@ void PageGrid::setFilesOver(bool over)
     viewport()->update();
 }
 
+void PageGrid::endDrag()
+{
+    setFilesOver(false);
+    m_draggedTo.reset();
+    refreshDropRow();
+}
+
 void PageGrid::dragEnterEvent(QDragEnterEvent* event)
 {
     dragMoveEvent(event);
@@ -56,34 +74,38 @@ void PageGrid::dragMoveEvent(QDragMoveEvent* event)
 {
     QAbstractItemView::dragMoveEvent(event); // scrolls near the edges
     const bool files = !droppedFiles(event->mimeData()).isEmpty();
-    const bool page = !files && !QUuid(event->mimeData()->text()).isNull();
+    const bool page = !files && isPageID(event->mimeData()->text());
     setFilesOver(files);
-    setDropRow(page ? std::optional(pageLayout().dropTarget(toContent(event->position().toPoint())))
-                    : std::nullopt);
+    m_draggedTo = page ? std::optional(event->position().toPoint()) : std::nullopt;
+    refreshDropRow();
     event->setAccepted(files || page);
     if (files)
-        event->setDropAction(Qt::CopyAction);
+        acceptCopy(*event);
     else if (page)
         event->setDropAction(Qt::MoveAction);
+}
+
+// Also when the pages scroll below a drag that keeps still.
+void PageGrid::refreshDropRow()
+{
+    setDropRow(m_draggedTo ? std::optional(pageLayout().dropTarget(toContent(*m_draggedTo))) : std::nullopt);
 }
 
 void PageGrid::dragLeaveEvent(QDragLeaveEvent* event)
 {
     QAbstractItemView::dragLeaveEvent(event);
-    setFilesOver(false);
-    setDropRow(std::nullopt);
+    endDrag();
 }
 
 void PageGrid::dropEvent(QDropEvent* event)
 {
     stopAutoScroll();
     setState(NoState);
-    setFilesOver(false);
-    setDropRow(std::nullopt);
+    endDrag();
     if (!m_file)
         return;
     if (const QList<QUrl> files = droppedFiles(event->mimeData()); !files.isEmpty()) {
-        event->acceptProposedAction();
+        acceptCopy(*event);
         spawn(m_model.insertPages(m_file, files));
         return;
     }

@@ -76,6 +76,8 @@ void PageGrid::contextMenuEvent(QContextMenuEvent* event)
 {
     const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
     const QModelIndex index = byKey ? currentIndex() : indexAt(event->pos());
+    if (byKey)
+        scrollTo(index);
     if (const std::optional<QUuid> page = pageAt(index.row()))
         emit pageMenuRequested(*page, byKey ? viewport()->mapToGlobal(visualRect(index).center())
                                             : event->globalPos());

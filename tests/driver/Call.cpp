@@ -41,12 +41,14 @@ void Call::takeNotices()
     }
     if (const auto toast = model().toast.value()) {
         answer.toast = toast->text;
-        if (toast->reveal) {
-            answer.saved = QStringList{toast->reveal->toLocalFile()};
-            answer.bytes = QFileInfo(answer.saved.first()).size();
-        }
         model().toast = std::nullopt;
     }
+}
+
+void Call::noteWritten(const QUrl& file)
+{
+    answer.saved.append(file.toLocalFile());
+    answer.bytes += QFileInfo(answer.saved.last()).size();
 }
 
 void Call::takePanels()

@@ -39,6 +39,8 @@ public:
     /// Takes the model's error and toast into the answer, and away from the model.
     void takeNotices();
     void takePanels();
+    /// Tells a file that the request has written.
+    void noteWritten(const QUrl& file);
 
     QFuture<void> ended() const { return m_ended.future(); }
     bool hasEnded() const { return m_ended.future().isFinished(); }

@@ -36,6 +36,12 @@ QJsonArray names(const QList<ContentType>& types)
 
 const QJsonValue none = QJsonValue::Null;
 
+template <typename Panel> qsizetype count(const QList<AskedPanel>& asked)
+{
+    return std::count_if(asked.begin(), asked.end(),
+                         [](const AskedPanel& panel) { return std::holds_alternative<Panel>(panel); });
+}
+
 struct Description {
     QJsonObject operator()(const SavePanel& panel) const
     {
@@ -61,11 +67,13 @@ struct Description {
 void PanelScript::load(const Request& request)
 {
     m_panels = ScriptedPanels();
-    for (const QUrl& url : request.urls("to"))
-        m_panels.saveAnswers.enqueue(url);
+    if (request.verb() != QLatin1String("mergeMove")) // there it is the place that rows go to
+        for (const QUrl& url : request.urls("to"))
+            m_panels.saveAnswers.enqueue(url);
     m_savesAnswered = m_panels.saveAnswers.size();
     if (const auto folder = request.optionalUrl("folder"))
         m_panels.folderAnswers.enqueue(*folder);
+    m_foldersAnswered = m_panels.folderAnswers.size();
     if (request.has("files"))
         m_panels.openAnswers.enqueue(request.urls("files"));
     if (request.has("replace"))
@@ -80,10 +88,10 @@ QJsonArray PanelScript::takeAsked()
     return asked;
 }
 
-qsizetype PanelScript::savesAsked() const
+bool PanelScript::wasCancelled() const
 {
-    return std::count_if(m_panels.asked.begin(), m_panels.asked.end(),
-                         [](const AskedPanel& panel) { return std::holds_alternative<SavePanel>(panel); });
+    return count<SavePanel>(m_panels.asked) > m_savesAnswered
+           || count<FolderPanel>(m_panels.asked) > m_foldersAnswered;
 }
 
 } // namespace folvane::driver

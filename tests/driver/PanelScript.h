@@ -17,14 +17,13 @@ public:
     void load(const Request& request);
     /// What was asked since it was last taken.
     QJsonArray takeAsked();
-    /// More save panels came up than the request has answers for: the last one ended with Cancel.
-    bool saveWasCancelled() const { return savesAsked() > m_savesAnswered; }
+    /// More panels that ask for a place came up than the request has answers for: the last one ended with Cancel.
+    bool wasCancelled() const;
 
 private:
-    qsizetype savesAsked() const;
-
     ScriptedPanels m_panels;
     qsizetype m_savesAnswered = 0;
+    qsizetype m_foldersAnswered = 0;
 };
 
 } // namespace folvane::driver

@@ -6,6 +6,7 @@
 #include "platform/Clock.h"
 #include "platform/Preferences.h"
 #include "platform/Workspace.h"
+#include "tools/CompressMeasuring.h"
 
 #include <QPropertyNotifier>
 
@@ -32,6 +33,13 @@ public:
     std::map<int, CallPtr> jobs; ///< the requests that go on by themselves and nobody has waited for
     int lastJob = 0;
     QList<CallPtr> calls; ///< all requests under way, oldest first
+
+    /// What a request has measured of the pages that a document had then.
+    struct Measured {
+        std::vector<PageItem> pages;
+        CompressMeasuring::Results results;
+    };
+    std::map<QUuid, Measured> measured; ///< by document
 
 private:
     void answerPasswordQuestion(QUuid question);

@@ -31,6 +31,7 @@ public:
     bool has(const char* name) const;
     QString text(const char* name) const;
     std::optional<QString> optionalText(const char* name) const;
+    bool isList(const char* name) const { return value(name).isArray(); }
     int integer(const char* name) const;
     std::optional<int> optionalInteger(const char* name) const;
     double number(const char* name) const;

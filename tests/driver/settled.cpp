@@ -36,10 +36,13 @@ private:
     {
         m_begun = true;
         m_call->task = job.task;
+        m_written = QObject::connect(&m_call->model(), &AppModel::fileWritten,
+                                     [call = m_call](const QUrl& file) { call->noteWritten(file); });
     }
     void finish()
     {
         m_call->stopTime();
+        QObject::disconnect(m_written);
         m_call->takeNotices();
         m_end.finish();
     }
@@ -48,6 +51,7 @@ private:
     std::optional<BusyState> m_before;
     bool m_begun = false;
     mutable QPromise<void> m_end;
+    QMetaObject::Connection m_written;
     QPropertyNotifier m_notifier; // last, so that it is the first to go
 };
 
@@ -55,7 +59,7 @@ Outcome withoutJob(const Call& call, bool wasBusy)
 {
     if (call.answer.error)
         return Outcome::Refused;
-    if (call.program().panels.saveWasCancelled())
+    if (call.program().panels.wasCancelled())
         return Outcome::Cancelled;
     return wasBusy ? Outcome::Dropped : Outcome::Done;
 }

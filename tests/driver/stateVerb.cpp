@@ -56,6 +56,15 @@ QJsonValue name(const std::optional<FileSheet>& sheet)
     Q_UNREACHABLE();
 }
 
+QJsonArray mergeRows(const AppModel& model)
+{
+    QJsonArray rows;
+    for (const MergeItem& item : model.merge.items.value())
+        rows.append(QJsonObject{{QStringLiteral("name"), item.name},
+                                {QStringLiteral("pages"), qint64(item.pages.size())}});
+    return rows;
+}
+
 QJsonObject around(const AppModel& model)
 {
     const auto busy = model.busy.value();
@@ -65,7 +74,7 @@ QJsonObject around(const AppModel& model)
             {QStringLiteral("busy"), busy ? QJsonValue(busy->title) : QJsonValue::Null},
             {QStringLiteral("sheet"), name(model.sheet.value())},
             {QStringLiteral("closing"), closing ? placeOf(model, closing->id) : QJsonValue::Null},
-            {QStringLiteral("merge"), QJsonArray()}}; // nothing can be put into it yet
+            {QStringLiteral("merge"), mergeRows(model)}};
 }
 
 QJsonArray positions(const Snapshot& document)

@@ -27,6 +27,22 @@ QCoro::Task<> dropPages(CallPtr call);
 QCoro::Task<> saveAs(CallPtr call);
 QCoro::Task<> extract(CallPtr call);
 
+// compressVerbs.cpp
+QCoro::Task<> measure(CallPtr call);
+QCoro::Task<> compress(CallPtr call);
+
+// mergeVerbs.cpp
+QCoro::Task<> addToMerge(CallPtr call);
+QCoro::Task<> moveInMerge(CallPtr call);
+QCoro::Task<> removeFromMerge(CallPtr call);
+QCoro::Task<> clearMerge(CallPtr call);
+QCoro::Task<> mergeFiles(CallPtr call);
+
+// toolVerbs.cpp
+QCoro::Task<> splitFile(CallPtr call);
+QCoro::Task<> saveWithPassword(CallPtr call);
+QCoro::Task<> exportPages(CallPtr call);
+
 // closingVerbs.cpp
 QCoro::Task<> requestClose(CallPtr call);
 QCoro::Task<> closeFile(CallPtr call);

@@ -3,6 +3,8 @@
 #include "controls/Alert.h"
 #include "shell/PasswordPrompt.h"
 #include "support/await.h"
+#include "tools/MergeList.h"
+#include "tools/MergeView.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -86,6 +88,34 @@ TEST_F(Accessibility, ADocumentNamesAllItsControlsAndPages)
 {
     openPages(4);
     expectNames(&window, 40);
+}
+
+TEST_F(Accessibility, MergingNamesAllItsControlsAndRows)
+{
+    model.destination = Destination(Destination::Place::Merge);
+    expectNames(&window.mergeView(), 6);
+    await(model.addToMerge({makePdf(QStringLiteral("a.pdf"), 2), makePdf(QStringLiteral("b.pdf"), 1)}));
+    QCoreApplication::processEvents();
+    expectNames(&window.mergeView(), 9);
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(&window.mergeView().list());
+    EXPECT_EQ(list->role(), QAccessible::List);
+    EXPECT_EQ(list->tableInterface()->cellAt(1, 0)->text(QAccessible::Name), QStringLiteral("2. b, 1 pages"));
+}
+
+TEST_F(Accessibility, SheetsNameAllTheirControls)
+{
+    const OpenFilePtr file = openPages(3);
+    for (const auto kind :
+         {FileSheet::Kind::Split, FileSheet::Kind::Password, FileSheet::Kind::ExportImages}) {
+        model.sheet = FileSheet{kind, file->id};
+        expectNames(shown<QDialog>(), 7);
+    }
+    model.sheet = FileSheet{FileSheet::Kind::Split, file->id};
+    for (const char* mode : {"Every few pages", "Page by page"}) {
+        press(shown<QDialog>(), QLatin1String(mode));
+        expectNames(shown<QDialog>(), 7);
+    }
+    model.sheet = std::nullopt;
 }
 
 TEST_F(Accessibility, QuestionsNameAllTheirControls)

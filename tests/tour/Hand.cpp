@@ -148,6 +148,7 @@ void Hand::carryWithSystem(const QPoint& from, const QPoint& to, const std::func
                 QTest::keyClick(window, Qt::Key_Escape);
             QTest::mouseRelease(window, Qt::LeftButton, {}, window->mapFromGlobal(to));
         });
+    hover(from + (to - from) / dragSteps); // what begins the drag may return only at its end
     carrying.finish();
 }
 

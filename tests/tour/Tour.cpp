@@ -22,6 +22,7 @@ namespace folvane {
 namespace {
 
 constexpr int framesOfAMoment = 12;
+constexpr int quickly = 85; // as the quality of a PNG: the least compression that is worth its time
 
 QString plain(QString title)
 {
@@ -97,7 +98,7 @@ void Tour::save(const QString& name)
     const Unwatched unwatched(m_watchdog);
     const QString file = QStringLiteral("%1-%2.png").arg(++m_pictures, 2, 10, QLatin1Char('0')).arg(name);
     const QString path = m_options.folder.filePath(file);
-    if (!windowPicture(window(), m_hand->dragged()).save(path))
+    if (!windowPicture(window(), m_hand->dragged()).save(path, "PNG", quickly))
         throw TourFailed(QStringLiteral("%1 cannot be written.").arg(path));
 }
 

@@ -14,6 +14,11 @@ void showDragging(Tour& tour);
 void showMenus(Tour& tour);
 void showPasswords(Tour& tour);
 void showSaving(Tour& tour);
+void showCompressing(Tour& tour);
+void showMerging(Tour& tour);
+void showSplitting(Tour& tour);
+void showProtecting(Tour& tour);
+void showExporting(Tour& tour);
 void showAlerts(Tour& tour);
 void showLongNames(Tour& tour);
 void showSizes(Tour& tour);
@@ -28,6 +33,11 @@ inline constexpr std::array tourSteps{
     TourStep{"menus", showMenus},
     TourStep{"passwords", showPasswords},
     TourStep{"saving", showSaving},
+    TourStep{"compressing", showCompressing},
+    TourStep{"merging", showMerging},
+    TourStep{"splitting", showSplitting},
+    TourStep{"protecting", showProtecting},
+    TourStep{"exporting", showExporting},
     TourStep{"alerts", showAlerts},
     TourStep{"long names", showLongNames},
     TourStep{"sizes", showSizes},

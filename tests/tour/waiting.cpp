@@ -11,9 +11,10 @@ namespace folvane {
 
 namespace {
 
-constexpr qint64 limit = 30'000; // ms
-constexpr qint64 stillness = 50; // ms; longer than a frame of an animation
-constexpr int lookInterval = 5;  // ms
+constexpr qint64 limit = 30'000;      // ms
+constexpr qint64 stillness = 50;      // ms; longer than a frame of an animation
+constexpr qint64 longStillness = 400; // ms; longer than a spinner takes for a step
+constexpr int lookInterval = 5;       // ms
 
 /// Sees every painting of a widget.
 class Painting : public QObject {
@@ -70,7 +71,9 @@ void waitUntilStill()
 void waitForFrames(int frames)
 {
     const Painting painting;
-    waitUntil(QStringLiteral("Painting"), [&painting, frames] { return painting.count() >= frames; });
+    waitUntil(QStringLiteral("Painting"), [&painting, frames] {
+        return painting.count() >= frames || painting.sinceLast() >= longStillness;
+    });
 }
 
 } // namespace folvane

@@ -13,7 +13,7 @@ void waitUntil(const QString& what, const std::function<bool()>& condition);
 /// for has come. Throws TourFailed when painting never ends.
 void waitUntilStill();
 
-/// Runs the event loop until the interface has painted `frames` times, for what never comes to rest.
+/// Runs the event loop until the interface has painted `frames` times, for what hardly ever comes to rest.
 void waitForFrames(int frames);
 
 } // namespace folvane

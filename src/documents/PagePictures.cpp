@@ -1,4 +1,4 @@
-#include "shell/PagePictures.h"
+#include "documents/PagePictures.h"
 
 #include "platform/spawn.h"
 

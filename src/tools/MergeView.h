@@ -1,0 +1,57 @@
+#pragma once
+
+#include "controls/Watches.h"
+
+#include "documents/AppModel.h"
+
+#include <QWidget>
+
+class QLabel;
+class QMenu;
+class QStackedWidget;
+
+namespace folvane {
+
+class Button;
+class MergeList;
+
+/// The screen that joins several files into one.
+class MergeView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit MergeView(AppModel& model, QWidget* parent = nullptr);
+
+    /// Gives the keyboard to the list, or to the first thing to do.
+    void takeFocus();
+    MergeList& list() const { return *m_list; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    QLayout* makeHeader();
+    QWidget* makeAddButton();
+    QWidget* makeEmptyState();
+    QWidget* makeFilledState();
+    QWidget* makeFooter(QWidget* parent);
+    void fillAddMenu();
+    void refresh();
+    void setTargeted(bool targeted);
+
+    AppModel& m_model;
+    QStackedWidget* m_states;
+    MergeList* m_list;
+    Button* m_add;
+    QMenu* m_addMenu;
+    QWidget* m_footer;
+    QLabel* m_count;
+    Button* m_merge;
+    bool m_targeted = false;
+    Watches m_watches;
+};
+
+} // namespace folvane

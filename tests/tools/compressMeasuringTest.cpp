@@ -1,0 +1,217 @@
+#include "tools/CompressMeasuring.h"
+
+#include "documents/ModelTest.h"
+#include "tools/pdfSamples.h"
+
+#include <gmock/gmock.h>
+
+namespace folvane {
+
+using Compression::Choice;
+using testing::ElementsAre;
+
+namespace {
+
+class Measuring : public ModelTest {
+protected:
+    /// Opens the file and begins to measure it.
+    void begin(const QUrl& url)
+    {
+        file = open({url});
+        measuring = std::make_unique<CompressMeasuring>(*model, file);
+        onFit = measuring->fit.addNotifier([this] {
+            if (const auto fit = measuring->fit.value())
+                fits.append(*fit);
+        });
+        measuring->start();
+    }
+    void runUntilMeasured()
+    {
+        runUntil([this] { return measuring->results.value().size() == 3; });
+    }
+    void runUntilFitted()
+    {
+        runUntil([this] { return measuring->fit.value().has_value(); });
+    }
+    qsizetype size(Choice choice) const { return measuring->results.value().at(choice).size(); }
+    void choose(qint64 limit)
+    {
+        const auto found = std::ranges::find(Compression::limits, limit);
+        measuring->limitIndex = int(found - Compression::limits.begin());
+        measuring->choice = Choice::UpTo;
+    }
+
+    OpenFilePtr file;
+    std::unique_ptr<CompressMeasuring> measuring;
+    QList<Compression::Fit> fits; ///< all that ever showed
+    QPropertyNotifier onFit;
+};
+
+TEST_F(Measuring, FillsInFromTopToBottomWhatCanBeSavedAtOnce)
+{
+    begin(putPdf("a.pdf", 3));
+    QList<QList<Choice>> steps;
+    const QPropertyNotifier onResult = measuring->results.addNotifier([&] {
+        QList<Choice> known;
+        for (const auto& [choice, data] : measuring->results.value())
+            known.append(choice);
+        steps.append(known);
+        EXPECT_EQ(measuring->chosenData().has_value(), known.contains(Choice::Medium));
+        EXPECT_EQ(measuring->mostlyTextNote().has_value(), known.contains(Choice::Small));
+    });
+    EXPECT_EQ(measuring->chosenData(), std::nullopt);
+    runUntilMeasured();
+    EXPECT_THAT(steps,
+                ElementsAre(ElementsAre(Choice::Original), ElementsAre(Choice::Original, Choice::Medium),
+                            ElementsAre(Choice::Original, Choice::Medium, Choice::Small)));
+    EXPECT_EQ(measuring->errorText.value(), std::nullopt);
+}
+
+TEST_F(Measuring, MakesAPhotoSmallerWithoutANote)
+{
+    begin(putPhotos(path("photos.pdf"), 2));
+    runUntilMeasured();
+    EXPECT_GT(size(Choice::Original), size(Choice::Medium));
+    EXPECT_GT(size(Choice::Medium), size(Choice::Small));
+    EXPECT_EQ(measuring->mostlyTextNote(), std::nullopt);
+    const QUrl copy = put("copy.pdf", *measuring->chosenData());
+    EXPECT_EQ(complaintsAbout(copy.toLocalFile()), QString());
+}
+
+TEST_F(Measuring, FitsOnlyWhileThatIsChosen)
+{
+    begin(putPhotos(path("photos.pdf"), 1));
+    measuring->limitIndex = 1;
+    runUntilMeasured();
+    EXPECT_TRUE(fits.isEmpty());
+    choose(200'000);
+    EXPECT_EQ(measuring->chosenData(), std::nullopt) << "other results do not count for the limit";
+    measuring->choice = Choice::Medium;
+    drainEngine();
+    EXPECT_TRUE(fits.isEmpty()) << "leaving ends the search";
+    choose(200'000);
+    runUntilFitted();
+    EXPECT_EQ(measuring->chosenData()->size(), fits.first().data.size());
+    choose(300'000);
+    choose(200'000);
+    EXPECT_EQ(measuring->fit.value(), fits.first()) << "what is built is there at once";
+}
+
+TEST_F(Measuring, GivesTheOriginalWhenItFits)
+{
+    begin(putPdf("a.pdf", 1));
+    choose(200'000);
+    runUntilMeasured();
+    runUntilFitted();
+    EXPECT_EQ(measuring->chosenData(), measuring->results.value().at(Choice::Original));
+    EXPECT_TRUE(measuring->fit.value()->reached);
+    EXPECT_FALSE(measuring->fit.value()->pagesAsPictures);
+}
+
+TEST_F(Measuring, ShowsOnlyTheFitOfTheLastLimit)
+{
+    begin(putPhotos(path("photos.pdf"), 1));
+    for (const qint64 limit : {20'000'000, 300'000, 500'000, 200'000})
+        choose(limit);
+    runUntilFitted();
+    runUntilMeasured();
+    drainEngine();
+    ASSERT_EQ(fits.size(), 1);
+    EXPECT_LE(fits.first().data.size(), 200'000);
+    EXPECT_TRUE(fits.first().reached);
+}
+
+TEST_F(Measuring, TurnsPagesIntoPicturesWhenTextCannotFit)
+{
+    begin(putHeavyVectors(path("plan.pdf")));
+    choose(200'000);
+    runUntilMeasured();
+    runUntilFitted();
+    EXPECT_GT(size(Choice::Small), 200'000);
+    EXPECT_TRUE(measuring->mostlyTextNote());
+    EXPECT_TRUE(fits.last().pagesAsPictures);
+    EXPECT_TRUE(fits.last().reached);
+    const QUrl copy = put("copy.pdf", fits.last().data);
+    EXPECT_EQ(complaintsAbout(copy.toLocalFile()), QString());
+}
+
+TEST_F(Measuring, MeasuresChangedPagesAnew)
+{
+    begin(putPdf("a.pdf", 3));
+    choose(1'000'000);
+    runUntilMeasured();
+    runUntilFitted();
+    model->deletePages(file, at(*file, {1, 2}));
+    EXPECT_TRUE(measuring->results.value().empty());
+    EXPECT_EQ(measuring->chosenData(), std::nullopt);
+    runUntilMeasured();
+    runUntilFitted();
+    const QUrl original = put("original.pdf", measuring->results.value().at(Choice::Original));
+    EXPECT_EQ(textsIn(original.toLocalFile()), QString("a-3"));
+    EXPECT_EQ(measuring->chosenData(), measuring->results.value().at(Choice::Original));
+}
+
+TEST_F(Measuring, EndsSilentlyWithTheSheet)
+{
+    begin(putPhotos(path("photos.pdf"), 2));
+    choose(200'000);
+    runUntil([this] { return measuring->results.value().size() == 1; });
+    measuring.reset();
+    drainEngine();
+    EXPECT_TRUE(fits.isEmpty());
+    EXPECT_EQ(error(), QString());
+    EXPECT_TRUE(panels.asked.isEmpty());
+}
+
+TEST_F(Measuring, KeepsWhatWasDoneWhenABuildFails)
+{
+    begin(putPdf("a.pdf", 2));
+    runUntil([this] { return measuring->results.value().size() == 1; });
+    put("a.pdf", "no longer what it was");
+    runUntil([this] { return measuring->errorText.value().has_value(); });
+    EXPECT_EQ(measuring->errorText.value(),
+              "A page of this file can't be read anymore. Open the file again.");
+    EXPECT_EQ(measuring->chosenData(), std::nullopt);
+    measuring->choice = Choice::Original;
+    EXPECT_TRUE(measuring->chosenData());
+    EXPECT_EQ(error(), QString()) << "the sheet shows it, not an alert";
+}
+
+struct StoredCase {
+    const char* name;
+    QVariant stored;
+    int index;
+};
+
+class StoredLimit : public ModelTest, public testing::WithParamInterface<StoredCase> {};
+
+TEST_P(StoredLimit, IsTheNearestThatIsOffered)
+{
+    preferences.setValue("compress.targetBytes", GetParam().stored);
+    const CompressMeasuring measuring(*model, open({putPdf("a.pdf", 1)}));
+    EXPECT_EQ(measuring.limitIndex.value(), GetParam().index);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, StoredLimit,
+                         testing::Values(StoredCase{"Nothing", {}, 4}, StoredCase{"Zero", 0, 4},
+                                         StoredCase{"Negative", -5, 4}, StoredCase{"Words", "much", 4},
+                                         StoredCase{"Text", "5000000", 9}, StoredCase{"Below", 1'200'000, 4},
+                                         StoredCase{"Above", 1'300'000, 5},
+                                         StoredCase{"LowerOfATie", 250'000, 0}, StoredCase{"Tiny", 1, 0},
+                                         StoredCase{"Huge", qint64(1) << 60, 13}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(Measuring, StoresTheLimitAlsoForAnotherChoice)
+{
+    begin(putPdf("a.pdf", 1));
+    measuring->limitIndex = 13;
+    EXPECT_EQ(preferences.value("compress.targetBytes").toLongLong(), 20'000'000);
+}
+
+TEST_F(Measuring, SuggestsANameWithTheSize)
+{
+    EXPECT_EQ(compressedName(*open({putPdf("Report.pdf", 1)}), 1'234'567), "Report (1.2 MB)");
+}
+
+} // namespace
+} // namespace folvane
