@@ -29,8 +29,8 @@ Alert::Alert(const QString& title, const QString& text, QWidget* parent)
     m_scroll->setWidgetResizable(true);
     m_scroll->setFocusPolicy(Qt::NoFocus);
     m_scroll->viewport()->setAutoFillBackground(false);
-    m_text->setAutoFillBackground(false);
     m_scroll->setWidget(m_text);
+    m_text->setAutoFillBackground(false); // the scroll area has switched it on
     content().addWidget(m_scroll);
     setText(text);
 }

@@ -3,6 +3,8 @@
 #include "controls/visualMargin.h"
 #include "shell/ToolTile.h"
 
+#include <QResizeEvent>
+
 #include <algorithm>
 
 namespace folvane {
@@ -58,13 +60,16 @@ int TileGrid::heightForWidth(int width) const
     return std::max(0, height);
 }
 
+// As high as the present width needs: a scroll area asks for no height at a width.
 QSize TileGrid::sizeHint() const
 {
-    return {2 * narrowestTile + spacing, heightForWidth(2 * narrowestTile + spacing)};
+    return {narrowestTile, heightForWidth(width())};
 }
 
-void TileGrid::resizeEvent(QResizeEvent*)
+void TileGrid::resizeEvent(QResizeEvent* event)
 {
+    if (heightForWidth(event->oldSize().width()) != heightForWidth(width()))
+        updateGeometry();
     const QRect inside = rect().marginsRemoved(ToolTile::margin());
     const int columns = columnsIn(inside.width());
     const int tile = tileWidth(inside.width());
