@@ -4,8 +4,41 @@
 #include <QThread>
 
 #include <mutex>
+#include <unordered_set>
 
 namespace folvane {
+
+namespace {
+
+/// Who waits for a job. A coroutine whose thread has no event loop any more waits until the process ends, since what it
+/// would go on with has gone; this keeps it from looking lost meanwhile.
+class Waiting {
+public:
+    static void add(std::coroutine_handle<> one)
+    {
+        const std::scoped_lock lock(s_mutex);
+        all().insert(one.address());
+    }
+    static void resume(std::coroutine_handle<> one)
+    {
+        {
+            const std::scoped_lock lock(s_mutex);
+            all().erase(one.address());
+        }
+        one.resume();
+    }
+
+private:
+    static std::unordered_set<void*>& all()
+    {
+        static auto& handles = *new std::unordered_set<void*>; // never destroyed: see above
+        return handles;
+    }
+
+    static inline std::mutex s_mutex;
+};
+
+} // namespace
 
 /// A job on its way: whoever claims it first, the thread or a stop, brings it to its end.
 class JobQueue::Request {
@@ -30,27 +63,32 @@ public:
             finish();
     }
 
-    /// False when there is nothing to wait for any more.
-    bool resumeAtEnd(std::coroutine_handle<> waiting)
+    /// By the event loop, also when the end has come already: nobody goes on in the middle of asking.
+    void resumeAtEnd(std::coroutine_handle<> waiting)
     {
+        Waiting::add(waiting);
         const std::scoped_lock lock(m_mutex);
-        if (!m_ended)
-            m_waiting = waiting;
-        return !m_ended;
+        m_waiting = waiting;
+        if (m_ended)
+            post();
     }
 
 private:
-    // One posted call and nothing else: a future and its watcher cost a third of what drawing a small page does.
     void finish()
     {
         m_body = nullptr; // what the job captured is gone before anyone hears of its end
         const std::scoped_lock lock(m_mutex);
         m_ended = true;
-        if (!m_waiting)
-            return;
+        if (m_waiting)
+            post();
+    }
+
+    // One posted call and nothing else: a future and its watcher cost a third of what drawing a small page does.
+    void post()
+    {
         if (QObject* loop = QAbstractEventDispatcher::instance(m_home))
             QMetaObject::invokeMethod(
-                loop, [waiting = m_waiting] { waiting.resume(); }, Qt::QueuedConnection);
+                loop, [waiting = m_waiting] { Waiting::resume(waiting); }, Qt::QueuedConnection);
     }
 
     std::atomic<bool> m_claimed = false;
@@ -92,9 +130,9 @@ void JobQueue::cancel(Request& request)
     request.cancel();
 }
 
-bool JobQueue::resumeAtEnd(Request& request, std::coroutine_handle<> waiting)
+void JobQueue::resumeAtEnd(Request& request, std::coroutine_handle<> waiting)
 {
-    return request.resumeAtEnd(waiting);
+    request.resumeAtEnd(waiting);
 }
 
 } // namespace folvane

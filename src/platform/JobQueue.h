@@ -41,14 +41,14 @@ private:
 
     std::shared_ptr<Request> enqueue(std::function<void()> body);
     static void cancel(Request& request);
-    static bool resumeAtEnd(Request& request, std::coroutine_handle<> waiting);
+    static void resumeAtEnd(Request& request, std::coroutine_handle<> waiting);
 
     /// Awaits the end of a request.
     struct End {
         Request& request;
 
         bool await_ready() const noexcept { return false; }
-        bool await_suspend(std::coroutine_handle<> waiting) { return resumeAtEnd(request, waiting); }
+        void await_suspend(std::coroutine_handle<> waiting) { resumeAtEnd(request, waiting); }
         void await_resume() const noexcept {}
     };
 
