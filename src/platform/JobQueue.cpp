@@ -6,6 +6,13 @@
 #include <mutex>
 #include <unordered_set>
 
+// Read by jemalloc when the program starts (see cmake/allocator.cmake): large blocks are kept for the next picture of a
+// page instead of going back to the system, which would hand them out again page by page.
+extern "C" {
+extern const char* malloc_conf;
+const char* malloc_conf = "oversize_threshold:0";
+}
+
 namespace folvane {
 
 namespace {
