@@ -17,7 +17,7 @@ namespace folvane {
 class ApplicationObject;
 
 /// The one running program of a session, as the desktop sees it: the owner of a well-known name on the session bus, with
-/// the object that the Desktop Entry Specification describes under "D-Bus Activation" (org.freedesktop.Application).
+/// the object by which desktop entries with D-Bus activation reach it (org.freedesktop.Application).
 class ApplicationService : public QObject {
     Q_OBJECT
 

@@ -1,4 +1,4 @@
-// The only file that includes libjpeg. It reports errors by a call that must not return; ours jumps back to
+// Pictures of files; samples inside PDFs have jpegSamples.cpp in src/pdf. libjpeg reports errors by a call that must not return; ours jumps back to
 // the function of JpegReader or JpegWriter that is running. Between setjmp and the jump there are no
 // destructors.
 
