@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace folvane {
@@ -17,6 +18,9 @@ struct BuildPlan {
     QHash<QUuid, QUrl> stampFiles;          ///< for each stamp record the PNG that holds its picture
     std::optional<QString> password;        ///< none or empty: an unprotected file
     std::optional<CompressionStep> quality; ///< none keeps the page content as it is
+    /// Positions in `pages` at which another merged document begins. Bookmarks, links and fields of a document stay
+    /// among its own pages, also where it is merged with itself.
+    std::set<size_t> documentStarts = {};
 
     bool operator==(const BuildPlan&) const = default;
 };

@@ -45,9 +45,11 @@ QCoro::Task<> AppModel::mergeFiles()
     if (ended.stop_requested() || !url)
         co_return;
     BuildPlan plan;
-    for (const MergeItem& item : merge.items.value())
+    for (const MergeItem& item : merge.items.value()) {
+        plan.documentStarts.insert(plan.pages.size());
         for (const PageItem& page : item.pages)
             plan.pages.push_back(page.duplicated());
+    }
     write(plan, *url, tr("Merging…"), [] {});
 }
 

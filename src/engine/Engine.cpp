@@ -30,10 +30,18 @@ void requireIntact(const std::vector<pdf::PageCopy>& pages)
 }
 
 /// The same pages as they are, open to everybody.
-BuildPlan flatCopy(const BuildPlan& plan)
+BuildPlan flatCopy(BuildPlan plan)
 {
-    return {plan.pages, plan.stampFiles, std::nullopt, std::nullopt};
+    plan.password = std::nullopt;
+    plan.quality = std::nullopt;
+    return plan;
 }
+
+/// A page of an open document.
+struct FoundPage {
+    pdf::Document* document;
+    pdf::PageGeometry geometry;
+};
 
 /// The border at which foreign exceptions become the engine's.
 template <typename Work> auto withOwnErrors(Work work)
@@ -56,36 +64,49 @@ struct Engine::State {
     /// For the builds of one search, which differ in nothing but their pictures' size.
     std::shared_ptr<pdf::ImageCache> images = std::make_shared<pdf::ImageCache>();
 
-    pdf::Document* find(const PageSource& source, std::optional<pdf::PageGeometry>& geometry) const;
-    pdf::PageCopy resolved(const PageItem& page) const;
+    std::optional<FoundPage> find(const PageSource& source) const;
+    pdf::PageCopy resolved(const PageItem& page, int mergedDocument) const;
+    std::vector<pdf::PageCopy> resolved(const BuildPlan& plan) const;
     QByteArray assembled(const BuildPlan& plan, const std::stop_token& stop) const;
     QByteArray built(const BuildPlan& plan, const std::stop_token& stop) const;
     std::optional<SendableImage> drawn(const PageSource& source, int turn, double longSide,
                                        const std::stop_token& stop);
 };
 
-pdf::Document* Engine::State::find(const PageSource& source, std::optional<pdf::PageGeometry>& geometry) const
+std::optional<FoundPage> Engine::State::find(const PageSource& source) const
 {
     pdf::Document* document = documents.find(source.url);
-    if (document)
-        geometry = document->geometry(source.index);
-    return geometry ? document : nullptr;
+    const std::optional<pdf::PageGeometry> geometry =
+        document ? document->geometry(source.index) : std::nullopt;
+    if (!geometry)
+        return std::nullopt;
+    return FoundPage{document, *geometry};
 }
 
-pdf::PageCopy Engine::State::resolved(const PageItem& page) const
+pdf::PageCopy Engine::State::resolved(const PageItem& page, int mergedDocument) const
 {
     pdf::Document* document = documents.find(page.source.url);
     const std::optional<int> rotation = document ? document->rotation(page.source.index) : std::nullopt;
     if (!rotation)
         throw EngineError(EngineError::Kind::MissingPage);
-    return {document, page.source.index, pdf::normalisedAngle(*rotation + page.turn)};
+    return {document, page.source.index, pdf::normalisedAngle(*rotation + page.turn), mergedDocument};
+}
+
+std::vector<pdf::PageCopy> Engine::State::resolved(const BuildPlan& plan) const
+{
+    std::vector<pdf::PageCopy> copies;
+    int mergedDocument = 0;
+    for (const PageItem& page : plan.pages) {
+        if (plan.documentStarts.count(copies.size()))
+            ++mergedDocument;
+        copies.push_back(resolved(page, mergedDocument));
+    }
+    return copies;
 }
 
 QByteArray Engine::State::assembled(const BuildPlan& plan, const std::stop_token& stop) const
 {
-    std::vector<pdf::PageCopy> copies;
-    for (const PageItem& page : plan.pages)
-        copies.push_back(resolved(page));
+    const std::vector<pdf::PageCopy> copies = resolved(plan);
     requireIntact(copies);
     try {
         pdf::Assembly assembly(copies, stop);
@@ -113,14 +134,13 @@ QByteArray Engine::State::built(const BuildPlan& plan, const std::stop_token& st
 std::optional<SendableImage> Engine::State::drawn(const PageSource& source, int turn, double longSide,
                                                   const std::stop_token& stop)
 {
-    std::optional<pdf::PageGeometry> geometry;
-    pdf::Document* document = find(source, geometry);
-    if (!document || !document->isIntact())
+    const std::optional<FoundPage> page = find(source);
+    if (!page || !page->document->isIntact())
         return std::nullopt;
-    const QSizeF points = geometry->displaySize(turn);
+    const QSizeF points = page->geometry.displaySize(turn);
     const double scale = longSide / std::max({points.width(), points.height(), 1.0});
     documents.noteDrawing(source.url);
-    QImage image = document->draw(source.index, pixelSize(points, scale), turn, stop);
+    QImage image = page->document->draw(source.index, pixelSize(points, scale), turn, stop);
     if (image.isNull())
         return std::nullopt;
     return SendableImage{std::move(image)};
@@ -148,8 +168,8 @@ void Engine::forget(const QUrl& url)
 QSizeF Engine::displaySize(const PageSource& source, int turn) const
 {
     try {
-        std::optional<pdf::PageGeometry> geometry;
-        return m_state->find(source, geometry) ? geometry->displaySize(turn) : sizeOfAMissingPage;
+        const std::optional<FoundPage> page = m_state->find(source);
+        return page ? page->geometry.displaySize(turn) : sizeOfAMissingPage;
     } catch (const std::exception&) {
         return sizeOfAMissingPage;
     }

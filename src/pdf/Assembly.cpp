@@ -14,7 +14,10 @@
 #include "pdf/pageLabels.h"
 #include "platform/Cancelled.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <functional>
+#include <map>
 
 namespace folvane::pdf {
 
@@ -33,20 +36,26 @@ QPDFObjectHandle emptyPage(QPDF& target)
     return target.makeIndirectObject(page);
 }
 
-/// The pages by source, in the order in which the sources first occur.
+/// The pages by source, for each document that is merged anew, in the order in which these first occur.
 std::vector<std::pair<DocumentData*, std::vector<PagePlacement>>>
 bySource(const std::vector<PageCopy>& pages, const std::vector<QPDFObjectHandle>& targets)
 {
     std::vector<std::pair<DocumentData*, std::vector<PagePlacement>>> groups;
-    std::unordered_map<DocumentData*, size_t> groupOf;
+    std::map<std::pair<DocumentData*, int>, size_t> groupOf;
     for (size_t i = 0; i < pages.size(); ++i) {
         DocumentData* source = &pages[i].source->data();
-        const auto [group, isNew] = groupOf.emplace(source, groups.size());
+        const auto [group, isNew] =
+            groupOf.emplace(std::pair(source, pages[i].mergedDocument), groups.size());
         if (isNew)
             groups.emplace_back(source, std::vector<PagePlacement>());
         groups[group->second].second.push_back({pages[i].index, pages[i].rotation, targets[i]});
     }
     return groups;
+}
+
+bool isFromOneSource(const std::list<SourcePart>& parts)
+{
+    return std::count_if(parts.begin(), parts.end(), std::mem_fn(&SourcePart::isOriginal)) == 1;
 }
 
 /// What the header says, unless the catalogue raises it (ISO 32000-2, 7.5.2). A header beyond reason counts as 1.7.
@@ -94,9 +103,14 @@ void Assembly::Target::makeParts(const std::vector<PageCopy>& copies)
     for (size_t i = 0; i < copies.size(); ++i)
         pages.push_back(emptyPage(qpdf));
     const auto groups = bySource(copies, pages);
+    const auto company = groups.size() == 1 ? SourcePart::Company::Alone : SourcePart::Company::Merged;
+    std::unordered_map<DocumentData*, SourcePart*> originals;
     for (const auto& [source, placements] : groups) {
-        parts.emplace_back(qpdf, *source, placements,
-                           groups.size() == 1 ? SourcePart::Company::Alone : SourcePart::Company::Merged);
+        if (const auto original = originals.find(source); original != originals.end()) {
+            parts.emplace_back(*original->second, placements);
+            continue;
+        }
+        originals[source] = &parts.emplace_back(qpdf, *source, placements, company);
         version.updateIfGreater(versionOf(*source));
     }
 }
@@ -134,7 +148,7 @@ void Assembly::Target::copyWhatHangsOnThem(const std::vector<PageCopy>& copies, 
 
     throwIfStopped(stop);
     copyOutputIntents(qpdf, parts);
-    if (parts.size() == 1) {
+    if (isFromOneSource(parts)) {
         if (parts.front().isWhole())
             copyWholeDocument(qpdf, parts.front());
         copyDescription(qpdf, parts.front());

@@ -19,8 +19,9 @@ struct ImageCache;
 /// One page of a new document: a page of a source with the rotation that it shall have.
 struct PageCopy {
     Document* source = nullptr;
-    int index = 0;    ///< zero-based, within the source
-    int rotation = 0; ///< degrees: 0, 90, 180 or 270
+    int index = 0;          ///< zero-based, within the source
+    int rotation = 0;       ///< degrees: 0, 90, 180 or 270
+    int mergedDocument = 0; ///< which of several in the new one: links and fields lead to pages of the same
 };
 
 /// A new PDF in the making. It reads from its sources until it has been written, so they must outlive it.

@@ -2,7 +2,6 @@
 
 #include "pdf/DocumentData.h"
 #include "pdf/defaultAppearance.h"
-#include "pdf/pageAttributes.h"
 
 #include <algorithm>
 #include <utility>
@@ -36,14 +35,36 @@ void renameFonts(QPDFObjectHandle field, const std::map<std::string, std::string
 }
 
 /// Widgets that no field lists (a damaged form) are still drawn with what the form says.
-bool hasWidgets(const DocumentData& source, const SourcePart::Round& round)
+bool hasWidgets(const SourcePart::Round& round)
 {
-    return std::any_of(round.pages.begin(), round.pages.end(), [&source](const PagePlacement& page) {
-        const auto annotations = annotationsOf(source.pages[static_cast<size_t>(page.sourcePage)]);
-        return std::any_of(annotations.begin(), annotations.end(), [](QPDFObjectHandle annotation) {
-            return annotation.getKey("/Subtype").isNameAndEquals("/Widget");
-        });
+    return std::any_of(round.annotations.begin(), round.annotations.end(), [](QPDFObjectHandle annotation) {
+        return annotation.getKey("/Subtype").isNameAndEquals("/Widget");
     });
+}
+
+/// The dictionary under a key, which is made where there is none.
+QPDFObjectHandle dictionaryAt(QPDFObjectHandle parent, const std::string& key)
+{
+    if (!parent.getKey(key).isDictionary())
+        parent.replaceKey(key, QPDFObjectHandle::newDictionary());
+    return parent.getKey(key);
+}
+
+/// Copies the entries into a dictionary that others have filled. Returns those that needed another name: old to new.
+std::map<std::string, std::string> mergeEntries(QPDFObjectHandle into, QPDFObjectHandle entries,
+                                                ObjectCopier& copier)
+{
+    std::map<std::string, std::string> renamed;
+    const auto isTaken = [&](const std::string& name) { return into.hasKey(name) || entries.hasKey(name); };
+    for (auto& [key, value] : entries.getDictAsMap()) {
+        QPDFObjectHandle copied = copier.copy(value);
+        copier.drain();
+        std::string name = key;
+        if (into.hasKey(key) && !isSame(into.getKey(key), copied))
+            name = renamed[key] = freeName(key, isTaken);
+        into.replaceKey(name, copied);
+    }
+    return renamed;
 }
 
 } // namespace
@@ -58,7 +79,7 @@ void FormMerger::add(SourcePart& part)
 
 void FormMerger::addRound(SourcePart& part, SourcePart::Round& round)
 {
-    if (round.keptFields.empty() && !hasWidgets(part.source(), round))
+    if (round.keptFields.empty() && !hasWidgets(round))
         return;
     const std::vector<FormTree::Node>& nodes = part.source().form().nodes;
     std::vector<QPDFObjectHandle> fields;
@@ -118,33 +139,16 @@ FormMerger::NameMap FormMerger::mergeDefaultResources(SourcePart::Round& round, 
     NameMap newFonts;
     if (!resources.isDictionary())
         return newFonts;
-    QPDFObjectHandle merged = m_form.getKey("/DR");
-    if (!merged.isDictionary())
-        merged = QPDFObjectHandle::newDictionary();
+    QPDFObjectHandle merged = dictionaryAt(m_form, "/DR");
     for (auto& [category, entries] : resources.getDictAsMap()) {
-        if (!entries.isDictionary()) {
-            if (!merged.hasKey(category))
-                merged.replaceKey(category, round.copier.copy(entries));
-            continue;
+        if (entries.isDictionary()) {
+            NameMap renamed = mergeEntries(dictionaryAt(merged, category), entries, round.copier);
+            if (category == "/Font")
+                newFonts = std::move(renamed);
+        } else if (!merged.hasKey(category)) {
+            merged.replaceKey(category, round.copier.copy(entries));
         }
-        QPDFObjectHandle into = merged.getKey(category);
-        if (!into.isDictionary())
-            into = QPDFObjectHandle::newDictionary();
-        for (auto& [key, value] : entries.getDictAsMap()) {
-            QPDFObjectHandle copied = round.copier.copy(value);
-            round.copier.drain();
-            std::string name = key;
-            if (into.hasKey(key) && !isSame(into.getKey(key), copied)) {
-                name =
-                    freeName(key, [&](const std::string& n) { return into.hasKey(n) || entries.hasKey(n); });
-                if (category == "/Font")
-                    newFonts[key] = name;
-            }
-            into.replaceKey(name, copied);
-        }
-        merged.replaceKey(category, into);
     }
-    m_form.replaceKey("/DR", merged);
     return newFonts;
 }
 

@@ -51,8 +51,8 @@ bool mayExplode(QPDFObjectHandle dictionary)
 
 } // namespace
 
-ObjectCopier::ObjectCopier(ObjectCopier& base, ObjGenSet fresh)
-    : m_target(base.m_target), m_base(&base), m_fresh(std::move(fresh)), m_rules(base.m_rules)
+ObjectCopier::ObjectCopier(ObjectCopier& base, Shares shares)
+    : m_target(base.m_target), m_base(&base), m_shares(std::move(shares)), m_rules(base.m_rules)
 {
 }
 
@@ -64,24 +64,18 @@ void ObjectCopier::bury(const QPDFObjGen& object)
 bool ObjectCopier::isBuried(const QPDFObjGen& object) const
 {
     const auto found = m_copies.find(object);
-    if (found != m_copies.end())
-        return QPDFObjectHandle(found->second).isNull();
-    return isShared(object) && m_base->isBuried(object);
+    return found != m_copies.end() && QPDFObjectHandle(found->second).isNull();
 }
 
 void ObjectCopier::place(const QPDFObjGen& object, QPDFObjectHandle copy)
 {
     m_copies[object] = copy;
-    if (m_base)
-        m_fresh.insert(object);
 }
 
 QPDFObjectHandle ObjectCopier::find(const QPDFObjGen& object) const
 {
     const auto found = m_copies.find(object);
-    if (found != m_copies.end())
-        return found->second;
-    return isShared(object) ? m_base->find(object) : QPDFObjectHandle::newNull();
+    return found == m_copies.end() ? QPDFObjectHandle::newNull() : found->second;
 }
 
 QPDFObjectHandle ObjectCopier::copy(QPDFObjectHandle value)
@@ -92,17 +86,19 @@ QPDFObjectHandle ObjectCopier::copy(QPDFObjectHandle value)
 QPDFObjectHandle ObjectCopier::copyIndirect(QPDFObjectHandle object)
 {
     const QPDFObjGen og = object.getObjGen();
-    if (isShared(og))
-        return m_base->copyIndirect(object);
     if (const auto found = m_copies.find(og); found != m_copies.end())
         return found->second;
-    if (object.isNull() || (object.isDictionary() && leavesOut(object))) {
-        bury(og);
+    const bool isShared = m_base && m_shares(object);
+    return m_copies.emplace(og, isShared ? m_base->copyIndirect(object) : newCopy(object)).first->second;
+}
+
+/// Null for what does not travel.
+QPDFObjectHandle ObjectCopier::newCopy(QPDFObjectHandle object)
+{
+    if (object.isNull() || (object.isDictionary() && leavesOut(object)))
         return QPDFObjectHandle::newNull();
-    }
     QPDFObjectHandle copy =
         object.isStream() ? m_target->newStream() : QPDFObjectHandle::newReserved(m_target);
-    m_copies.emplace(og, copy);
     m_waiting.push_back({object, copy});
     return copy;
 }

@@ -3,6 +3,7 @@
 #include "pdf/CopyRules.h"
 #include "pdf/qpdfInclude.h"
 
+#include <functional>
 #include <vector>
 
 namespace folvane::pdf {
@@ -12,9 +13,12 @@ namespace folvane::pdf {
 /// to, so nothing behind it is reached. Stream data stays in the source and is read when the target is written.
 class ObjectCopier {
 public:
+    using Shares = std::function<bool(QPDFObjectHandle object)>;
+
     explicit ObjectCopier(QPDF& target) : m_target(&target) {}
-    /// A copier for a repeated page: objects of `fresh` are copied anew, all others are shared with `base`.
-    ObjectCopier(ObjectCopier& base, ObjGenSet fresh);
+    /// A copier for what is taken once more: objects of which `shares` is true are copied once, by `base`, with all
+    /// that they refer to; the others are copied anew. `base` must stay where it is.
+    ObjectCopier(ObjectCopier& base, Shares shares);
 
     /// The rules must outlive the copying.
     void setRules(const CopyRules& rules) { m_rules = &rules; }
@@ -23,7 +27,7 @@ public:
     bool isBuried(const QPDFObjGen& object) const;
     /// References to `object` will lead to `copy`, which the caller fills.
     void place(const QPDFObjGen& object, QPDFObjectHandle copy);
-    /// The object's copy if it has been made; null otherwise.
+    /// The object's copy if this copier has been asked for it; null otherwise.
     QPDFObjectHandle find(const QPDFObjGen& object) const;
 
     /// The value for use in the target. Objects that it refers to are copied by the next `drain`.
@@ -41,9 +45,9 @@ private:
         QPDFObjectHandle copy;
     };
 
-    bool isShared(const QPDFObjGen& object) const { return m_base && !m_fresh.count(object); }
     bool leavesOut(QPDFObjectHandle dictionary) const { return m_rules && m_rules->leavesOut(dictionary); }
     QPDFObjectHandle copyIndirect(QPDFObjectHandle object);
+    QPDFObjectHandle newCopy(QPDFObjectHandle object);
     QPDFObjectHandle copyDirect(QPDFObjectHandle value);
     QPDFObjectHandle copyArray(QPDFObjectHandle array);
     QPDFObjectHandle copyEntries(QPDFObjectHandle dictionary, QPDFObjectHandle dictionaryOrStream);
@@ -51,7 +55,7 @@ private:
 
     QPDF* m_target;
     ObjectCopier* m_base = nullptr;
-    ObjGenSet m_fresh;
+    Shares m_shares;
     const CopyRules* m_rules = nullptr;
     ObjGenMap<QPDFObjectHandle> m_copies; ///< null for what is buried
     std::vector<Waiting> m_waiting;

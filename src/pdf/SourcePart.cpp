@@ -1,6 +1,7 @@
 #include "pdf/SourcePart.h"
 
 #include "pdf/DocumentData.h"
+#include "pdf/layers.h"
 #include "pdf/pageAttributes.h"
 
 #include <algorithm>
@@ -23,13 +24,47 @@ bool staysBehind(std::string_view key)
     return std::find(behind.begin(), behind.end(), key) != behind.end();
 }
 
+/// The objects among them that others can refer to.
+ObjGenSet idsOf(const std::vector<QPDFObjectHandle>& objects)
+{
+    ObjGenSet ids;
+    for (const QPDFObjectHandle& object : objects) {
+        if (object.isIndirect())
+            ids.insert(object.getObjGen());
+    }
+    return ids;
+}
+
+/// What parts of one source have in common: data (contents, pictures, fonts) and layers, which lead to no page. All
+/// else may hold a page, a field or the name of a destination, and each part has its own of these.
+ObjectCopier::Shares dataOf(DocumentData& source)
+{
+    return [layers = idsOf(layersOf(source))](QPDFObjectHandle object) {
+        return object.isStream() || object.isDictionaryOfType("/Font")
+               || layers.count(object.getObjGen()) > 0;
+    };
+}
+
 } // namespace
 
 SourcePart::SourcePart(QPDF& target, DocumentData& source, const std::vector<PagePlacement>& pages,
                        Company company)
-    : m_source(source)
+    : SourcePart(ObjectCopier(target), source, pages, company, true)
 {
-    sortIntoRounds(target, pages);
+}
+
+SourcePart::SourcePart(SourcePart& original, const std::vector<PagePlacement>& pages)
+    : SourcePart(ObjectCopier(original.copier(), dataOf(original.source())), original.source(), pages,
+                 Company::Merged, false)
+{
+}
+
+SourcePart::SourcePart(ObjectCopier pagesCopier, DocumentData& source,
+                       const std::vector<PagePlacement>& pages, Company company, bool isOriginal)
+    : m_source(source), m_isOriginal(isOriginal)
+{
+    m_rounds.emplace_back(std::move(pagesCopier));
+    sortIntoRounds(pages);
     m_isComplete = m_rounds.front().pages.size() == source.pages.size();
     const bool isWhole = company == Company::Alone && m_isComplete && m_rounds.size() == 1;
     m_rules.emplace(
@@ -45,12 +80,15 @@ SourcePart::SourcePart(QPDF& target, DocumentData& source, const std::vector<Pag
     }
 }
 
-void SourcePart::sortIntoRounds(QPDF& target, const std::vector<PagePlacement>& pages)
+void SourcePart::sortIntoRounds(const std::vector<PagePlacement>& pages)
 {
     std::vector<size_t> occurrences(m_source.pages.size());
     for (const PagePlacement& page : pages) {
         const auto number = static_cast<size_t>(page.sourcePage);
-        roundFor(target, occurrences[number]++).pages.push_back(page);
+        Round& round = roundFor(occurrences[number]++);
+        round.pages.push_back(page);
+        for (QPDFObjectHandle& annotation : annotationsOf(m_source.pages[number]))
+            round.annotations.push_back(std::move(annotation));
     }
     for (const PagePlacement& page : m_rounds.front().pages)
         copier().place(m_source.pages[static_cast<size_t>(page.sourcePage)].getObjGen(), page.target);
@@ -58,52 +96,42 @@ void SourcePart::sortIntoRounds(QPDF& target, const std::vector<PagePlacement>& 
         shareAllButOwn(*round);
 }
 
-SourcePart::Round& SourcePart::roundFor(QPDF& target, size_t repetition)
+SourcePart::Round& SourcePart::roundFor(size_t repetition)
 {
     while (m_rounds.size() <= repetition)
-        m_rounds.emplace_back(ObjectCopier(target));
+        m_rounds.emplace_back(ObjectCopier(copier().target()));
     return *std::next(m_rounds.begin(), static_cast<std::ptrdiff_t>(repetition));
 }
 
 void SourcePart::shareAllButOwn(Round& round)
 {
-    ObjGenSet own;
-    for (const PagePlacement& page : round.pages) {
-        for (const QPDFObjectHandle& annotation :
-             annotationsOf(m_source.pages[static_cast<size_t>(page.sourcePage)])) {
-            if (annotation.isIndirect())
-                own.insert(annotation.getObjGen());
-        }
-    }
+    ObjGenSet own = idsOf(round.annotations);
     for (const FormTree::Node& node : m_source.form().nodes)
         own.insert(node.field.getObjGen());
-    round.copier = ObjectCopier(copier(), std::move(own));
+    round.copier = ObjectCopier(copier(), [own = std::move(own)](const QPDFObjectHandle& object) {
+        return !own.count(object.getObjGen());
+    });
 }
 
 void SourcePart::buryLeftOut()
 {
     if (m_isComplete)
         return;
-    ObjGenSet onKeptPages;
-    for (const PagePlacement& page : m_rounds.front().pages) {
-        for (const QPDFObjectHandle& annotation :
-             annotationsOf(m_source.pages[static_cast<size_t>(page.sourcePage)]))
-            onKeptPages.insert(annotation.getObjGen());
-    }
+    const ObjGenSet onKeptPages = idsOf(m_rounds.front().annotations);
     for (const QPDFObjectHandle& page : m_source.pages) {
         if (!copier().find(page.getObjGen()).isNull())
             continue;
         copier().bury(page.getObjGen());
-        for (const QPDFObjectHandle& annotation : annotationsOf(page)) {
-            if (annotation.isIndirect() && !onKeptPages.count(annotation.getObjGen()))
-                copier().bury(annotation.getObjGen());
+        for (const QPDFObjGen& annotation : idsOf(annotationsOf(page))) {
+            if (!onKeptPages.count(annotation))
+                copier().bury(annotation);
         }
     }
 }
 
 bool SourcePart::isDeadLink(QPDFObjectHandle annotation) const
 {
-    if (!annotation.getKey("/Subtype").isNameAndEquals("/Link"))
+    if (m_isComplete || !annotation.getKey("/Subtype").isNameAndEquals("/Link"))
         return false;
     QPDFObjectHandle destination = TravelRules::destinationOf(annotation);
     return !destination.isNull() && m_rules->isGone(destination);
@@ -111,14 +139,9 @@ bool SourcePart::isDeadLink(QPDFObjectHandle annotation) const
 
 void SourcePart::buryDeadLinks(Round& round)
 {
-    if (m_isComplete)
-        return;
-    for (const PagePlacement& page : round.pages) {
-        for (const QPDFObjectHandle& annotation :
-             annotationsOf(m_source.pages[static_cast<size_t>(page.sourcePage)])) {
-            if (annotation.isIndirect() && isDeadLink(annotation))
-                round.copier.bury(annotation.getObjGen());
-        }
+    for (const QPDFObjectHandle& annotation : round.annotations) {
+        if (annotation.isIndirect() && isDeadLink(annotation))
+            round.copier.bury(annotation.getObjGen());
     }
 }
 
@@ -133,13 +156,7 @@ void SourcePart::buryLeftOutFields(Round& round)
         std::iota(round.keptFields.begin(), round.keptFields.end(), size_t{0});
         return;
     }
-    ObjGenSet onRound;
-    for (const PagePlacement& page : round.pages) {
-        for (const QPDFObjectHandle& annotation :
-             annotationsOf(m_source.pages[static_cast<size_t>(page.sourcePage)]))
-            onRound.insert(annotation.getObjGen());
-    }
-
+    const ObjGenSet onRound = idsOf(round.annotations);
     std::vector<bool> kept(nodes.size());
     for (size_t i = nodes.size(); i-- > 0;) { // children stand behind their parents
         const QPDFObjGen og = nodes[i].field.getObjGen();
@@ -190,7 +207,7 @@ QPDFObjectHandle SourcePart::copiedAnnotations(Round& round, QPDFObjectHandle pa
 {
     QPDFObjectHandle list = QPDFObjectHandle::newArray();
     for (const QPDFObjectHandle& annotation : annotationsOf(page)) {
-        if (!m_isComplete && isDeadLink(annotation))
+        if (isDeadLink(annotation))
             continue;
         QPDFObjectHandle copied = round.copier.copy(annotation);
         if (copied.isNull())

@@ -2,6 +2,8 @@
 
 #include "pdf/DocumentData.h"
 
+#include <set>
+
 namespace folvane::pdf {
 
 namespace {
@@ -37,18 +39,20 @@ private:
 
 class LayerJoiner {
 public:
-    void add(SourcePart& part)
+    /// Takes the layers of a source through its first part. `all`: also those that nothing refers to.
+    void add(SourcePart& part, bool all)
     {
-        QPDFObjectHandle properties = part.source().catalogue().getKey("/OCProperties");
-        if (!properties.isDictionary() || !properties.getKey("/OCGs").isArray())
+        const std::vector<QPDFObjectHandle> layers = layersOf(part.source());
+        if (layers.empty())
             return;
+        QPDFObjectHandle properties = part.source().catalogue().getKey("/OCProperties");
         QPDFObjectHandle configuration = properties.getKey("/D");
         if (!configuration.isDictionary())
             configuration = QPDFObjectHandle::newDictionary();
         ObjectCopier& copier = part.copier();
         const DefaultStates states(configuration);
-        for (const QPDFObjectHandle& layer : properties.getKey("/OCGs").getArrayAsVector())
-            addLayer(part, layer, states);
+        for (const QPDFObjectHandle& layer : layers)
+            addLayer(copier, layer, states, all);
         for (const char* list : {"/Order", "/RBGroups", "/Locked", "/AS"})
             append(list, copier, configuration.getKey(list));
         for (const char* key : {"/Name", "/Creator", "/ListMode"}) {
@@ -77,12 +81,11 @@ public:
     }
 
 private:
-    void addLayer(SourcePart& part, QPDFObjectHandle layer, const DefaultStates& states)
+    void addLayer(ObjectCopier& copier, QPDFObjectHandle layer, const DefaultStates& states, bool all)
     {
         if (!layer.isIndirect() || !layer.isDictionary())
             return;
-        ObjectCopier& copier = part.copier();
-        if (!part.isComplete() && copier.find(layer.getObjGen()).isNull()) {
+        if (!all && copier.find(layer.getObjGen()).isNull()) {
             copier.bury(layer.getObjGen()); // so that it leaves the lists below, too
             return;
         }
@@ -125,11 +128,26 @@ private:
 
 } // namespace
 
+std::vector<QPDFObjectHandle> layersOf(DocumentData& source)
+{
+    QPDFObjectHandle properties = source.catalogue().getKey("/OCProperties");
+    if (!properties.isDictionary() || !properties.getKey("/OCGs").isArray())
+        return {};
+    return properties.getKey("/OCGs").getArrayAsVector();
+}
+
 QPDFObjectHandle joinedLayers(std::list<SourcePart>& parts)
 {
+    std::set<const DocumentData*> complete;
+    for (const SourcePart& part : parts) {
+        if (part.isComplete())
+            complete.insert(&part.source());
+    }
     LayerJoiner joiner;
-    for (SourcePart& part : parts)
-        joiner.add(part);
+    for (SourcePart& part : parts) {
+        if (part.isOriginal())
+            joiner.add(part, complete.count(&part.source()) > 0);
+    }
     return joiner.properties();
 }
 

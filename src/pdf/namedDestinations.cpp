@@ -18,33 +18,42 @@ NamedDestinations::NamedDestinations(std::list<SourcePart>& parts)
 }
 
 /// Returns the names that had to be replaced.
-std::map<std::string, std::string> NamedDestinations::take(SourcePart& part, const Names& names,
-                                                           Entries& taken)
+std::map<std::string, std::string> NamedDestinations::take(SourcePart& part, const Names& names, Taken& taken)
 {
     std::map<std::string, std::string> renamed;
     for (const auto& [name, destination] : names) {
         if (part.rules().isGone(destination))
             continue;
-        std::string free = name;
-        for (int number = 1; taken.count(free) || (free != name && names.count(free)); ++number)
-            free = name + "+" + std::to_string(number);
+        const std::string free = freeName(name, names, taken);
         if (free != name)
             renamed.emplace(name, free);
-        taken.emplace(free, Entry{&part, destination});
+        taken.entries.emplace(free, Entry{&part, destination});
     }
     return renamed;
 }
 
+std::string NamedDestinations::freeName(const std::string& name, const Names& names, Taken& taken)
+{
+    if (!taken.entries.count(name))
+        return name;
+    int& number = taken.lastNumbers[name];
+    std::string free;
+    do {
+        free = name + "+" + std::to_string(++number);
+    } while (taken.entries.count(free) || names.count(free));
+    return free;
+}
+
 void NamedDestinations::write(QPDF& target)
 {
-    if (!m_byString.empty()) {
+    if (!m_byString.entries.empty()) {
         QPDFObjectHandle names = QPDFObjectHandle::newDictionary();
-        names.replaceKey("/Dests", nameTree(target, copied(m_byString)));
+        names.replaceKey("/Dests", nameTree(target, copied(m_byString.entries)));
         target.getRoot().replaceKey("/Names", names);
     }
-    if (!m_byName.empty())
+    if (!m_byName.entries.empty())
         target.getRoot().replaceKey(
-            "/Dests", target.makeIndirectObject(QPDFObjectHandle::newDictionary(copied(m_byName))));
+            "/Dests", target.makeIndirectObject(QPDFObjectHandle::newDictionary(copied(m_byName.entries))));
 }
 
 std::map<std::string, QPDFObjectHandle> NamedDestinations::copied(const Entries& entries)

@@ -21,12 +21,17 @@ private:
     };
     using Entries = std::map<std::string, Entry>;
     using Names = std::map<std::string, QPDFObjectHandle>;
+    struct Taken {
+        Entries entries;
+        std::map<std::string, int> lastNumbers; ///< behind which the search for a free name goes on
+    };
 
-    std::map<std::string, std::string> take(SourcePart& part, const Names& names, Entries& taken);
+    static std::map<std::string, std::string> take(SourcePart& part, const Names& names, Taken& taken);
+    static std::string freeName(const std::string& name, const Names& names, Taken& taken);
     static std::map<std::string, QPDFObjectHandle> copied(const Entries& entries);
 
-    Entries m_byString;
-    Entries m_byName;
+    Taken m_byString;
+    Taken m_byName;
 };
 
 } // namespace folvane::pdf

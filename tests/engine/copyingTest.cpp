@@ -83,8 +83,95 @@ INSTANTIATE_TEST_SUITE_P(
         SelectionCase{"HeadingStaysForWhatIsBelow", {1}, {}, {"One@?", " Two@1"}, {"signature@1="}},
         SelectionCase{"EverySecond", {0, 2}, {"1>2", "2>1"}, {"One@1", "Three@2"}, {"name@1=A", "name@2=A"}},
         // The second copy of a page is a page of its own: its field has another name, its link leads to the first.
-        SelectionCase{"Twice", {0, 0}, {}, {"One@1"}, {"name+1@2=A", "name@1=A"}}),
+        SelectionCase{"Twice", {0, 0}, {}, {"One@1"}, {"name+1@2=A", "name@1=A"}},
+        SelectionCase{
+            "AllTwice",
+            {0, 1, 2, 0, 1, 2},
+            {"1>2", "1>3", "3>1", "4>2", "4>3", "6>1"},
+            {"One@1", " Two@2", "Three@3"},
+            {"name+1@4=A", "name+1@6=A", "name@1=A", "name@3=A", "signature+1@5=", "signature@2="}}),
     [](const auto& row) { return std::string(row.param.name); });
+
+struct MergeCase {
+    const char* name;
+    std::vector<std::vector<int>> documents;
+    QStringList links;
+    QStringList bookmarks;
+    QStringList fields;
+};
+
+class MergedWithItself : public EngineTest, public testing::WithParamInterface<MergeCase> {};
+
+TEST_P(MergedWithItself, EachCopyLeadsIntoItself)
+{
+    const MergeCase& row = GetParam();
+    const QUrl source = opened("a.pdf", book("A"));
+    BuildPlan plan;
+    for (const std::vector<int>& pages : row.documents) {
+        plan.documentStarts.insert(plan.pages.size());
+        add(plan, source, pages);
+    }
+    const QString merged = built(plan);
+    const OutsideView view(merged);
+    EXPECT_EQ(faultsOf(merged), QByteArray());
+    EXPECT_EQ(view.links(), row.links);
+    EXPECT_EQ(view.bookmarks(), row.bookmarks);
+    EXPECT_EQ(view.fields(), row.fields);
+    EXPECT_EQ(view.pageObjects(), static_cast<int>(plan.pages.size()));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, MergedWithItself,
+    testing::Values(
+        MergeCase{"Whole",
+                  {{0, 1, 2}, {0, 1, 2}},
+                  {"1>2", "1>3", "3>1", "4>5", "4>6", "6>4"},
+                  {"One@1", " Two@2", "Three@3", "One@4", " Two@5", "Three@6"},
+                  {"name+1@4=A", "name+1@6=A", "name@1=A", "name@3=A", "signature+1@5=", "signature@2="}},
+        MergeCase{"WithoutAPageInTheSecond",
+                  {{0, 1, 2}, {0, 2}},
+                  {"1>2", "1>3", "3>1", "4>5", "5>4"},
+                  {"One@1", " Two@2", "Three@3", "One@4", "Three@5"},
+                  {"name+1@4=A", "name+1@5=A", "name@1=A", "name@3=A", "signature@2="}},
+        MergeCase{"WithoutAPageInTheFirst",
+                  {{0, 1}, {2, 1, 0}},
+                  {"1>2", "3>5", "5>4", "5>3"},
+                  {"One@1", " Two@2", "One@5", " Two@4", "Three@3"},
+                  {"name+1@3=A", "name+1@5=A", "name@1=A", "signature+1@4=", "signature@2="}},
+        MergeCase{"APageTwiceInTheSecond",
+                  {{0, 1, 2}, {0, 2, 0}},
+                  {"1>2", "1>3", "3>1", "4>5", "5>4", "6>5"},
+                  {"One@1", " Two@2", "Three@3", "One@4", "Three@5"},
+                  {"name+1@4=A", "name+1@5=A", "name+2@6=A", "name@1=A", "name@3=A", "signature@2="}},
+        MergeCase{"NothingInCommon",
+                  {{0}, {1}, {2}},
+                  {},
+                  {"One@1", "One@?", " Two@2", "Three@3"},
+                  {"name+1@3=A", "name@1=A", "signature@2="}}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(CopyingTest, CopiesOfADocumentShareItsLayers)
+{
+    const QUrl source = opened("a.pdf", book("A"));
+    BuildPlan plan;
+    add(plan, source, {1, 0});
+    add(plan, source, {0});
+    plan.documentStarts = {0, 2};
+    const QByteArray bytes = engine.build(plan);
+    const OutsideView view(write("merged.pdf", bytes).toLocalFile());
+    const QJsonObject layers = view.resolved(view.catalogue()["/OCProperties"]).toObject();
+    EXPECT_EQ(layers["/OCGs"].toArray().size(), 1);
+    const QUrl merged = opened("opened.pdf", bytes);
+    for (const int page : {1, 2}) {
+        const QImage drawn = engine.image({merged, page}, 0, 792)->image;
+        EXPECT_EQ(QColor(drawn.pixel(125, 792 - 125)), QColor(Qt::white)) << page;
+    }
+}
+
+TEST_F(CopyingTest, APlanWithoutPagesGivesAFileWithoutPages)
+{
+    EXPECT_EQ(faultsOf(built(BuildPlan{})), QByteArray());
+}
 
 TEST_F(CopyingTest, NothingOfALeftOutPageStaysInTheFile)
 {
@@ -209,6 +296,29 @@ TEST_F(CopyingTest, AWidgetWithKidsOnALeftOutPageStays)
         runTool("qpdf", {"--qdf", "--object-streams=disable", built(source, {0}), "-"}).output;
     EXPECT_EQ(plain.count("/Widget"), 1);
     EXPECT_TRUE(plain.contains("/T (a)"));
+}
+
+TEST_F(CopyingTest, AnAnswerToANoteOnALeftOutPageDoesNotBringTheNote)
+{
+    const QUrl source = opened(
+        "notes.pdf",
+        pdf::rawPdf({"<< /Type /Catalog /Pages 2 0 R >>",
+                     "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 /MediaBox [0 0 200 200] >>",
+                     "<< /Type /Page /Parent 2 0 R /Annots [5 0 R] >>",
+                     "<< /Type /Page /Parent 2 0 R /Annots [6 0 R] >>",
+                     "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /Contents (question) >>",
+                     "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /Contents (answer) /IRT 5 0 R >>"}));
+    const auto plain = [this](const BuildPlan& plan) {
+        return runTool("qpdf", {"--qdf", "--object-streams=disable", built(plan), "-"}).output;
+    };
+    BuildPlan plan;
+    add(plan, source, {1});
+    const QByteArray alone = plain(plan);
+    EXPECT_TRUE(alone.contains("(answer)"));
+    EXPECT_FALSE(alone.contains("(question)"));
+    add(plan, source, {1, 0});
+    plan.documentStarts = {1};
+    EXPECT_EQ(plain(plan).count("/IRT"), 1) << "in the copy that has the note";
 }
 
 TEST_F(CopyingTest, DamagedListsOfFieldsTakeNothingAway)
