@@ -12,6 +12,7 @@ from pathlib import Path
 
 CHECKOUT = Path(__file__).resolve().parents[2]
 DEFAULT_DRIVER = CHECKOUT / "build/release/bin/folvane-driver"
+END_SECONDS = 30  # after the last request
 ADDRESS_SPACE = 8 << 30  # a backstop only: the thread stacks and the font cache are address space too
 
 
@@ -39,16 +40,19 @@ class Driver:
     def __enter__(self):
         return self
 
-    def __exit__(self, *_):
+    def __exit__(self, failure, *_):
+        """Raises DriverFailed when the process ends badly, as one with leaks does under sanitizers."""
         self._process.stdin.close()
         try:
-            self._process.wait(timeout=5)
+            self._process.wait(timeout=END_SECONDS)
         except subprocess.TimeoutExpired:
             self._process.kill()
-            self._process.wait()
+        death = self._death()
         self._process.stdout.close()
         self._errors.close()
         self._home.cleanup()
+        if self._process.returncode and not failure:
+            raise DriverFailed(f"at the end: {death}")
 
     def ask(self, verb, **fields):
         """The answer to one request, as a dictionary. Raises DriverFailed."""

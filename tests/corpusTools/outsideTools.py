@@ -71,6 +71,15 @@ def texts(path):
     return said.split("\f")[:-1] if code == 0 else None
 
 
+def page_sizes(path, count):
+    """Width and height of each page as it is shown, in whole points, by Poppler."""
+    said = run("pdfinfo", "-l", max(count, 1), path)[1]
+    sizes = re.findall(r"^Page +\d+ size: +([\d.]+) x ([\d.]+)", said, re.MULTILINE)
+    turns = re.findall(r"^Page +\d+ rot: +(\d+)", said, re.MULTILINE)
+    shown = [(round(float(width)), round(float(height))) for width, height in sizes]
+    return [size if int(turn) % 180 == 0 else size[::-1] for size, turn in zip(shown, turns)]
+
+
 def pixels(path):
     """A digest of each page at 72 dpi by MuPDF, or None."""
     _, said, errors = run("mutool", "draw", "-r", "72", "-s", "5", "-F", "ppm", "-o", "/dev/null", path)

@@ -20,24 +20,39 @@ struct NamedChoice {
 constexpr std::array choices{NamedChoice{Choice::Original, "original"}, NamedChoice{Choice::Medium, "medium"},
                              NamedChoice{Choice::Small, "small"}};
 
-/// One of the two.
+/// A rung, or the best one under a limit.
 struct Wanted {
-    Choice choice;
-    std::optional<qint64> limit; ///< in bytes, of Choice::UpTo
+    Compression::Rung rung;
+    std::optional<qint64> limit; ///< in bytes
 };
+
+Choice readChoice(const QString& name)
+{
+    for (const NamedChoice& one : choices) {
+        if (name == QLatin1String(one.name))
+            return one.choice;
+    }
+    throw BadRequest(QStringLiteral("there is no choice \"%1\"").arg(name));
+}
+
+CompressionStep readStep(const Request& request)
+{
+    const CompressionStep step{request.integer("maxPixels"), request.number("jpegQuality"),
+                               request.flag("pagesAsPictures", false)};
+    if (step.maxPixels < 1 || step.jpegQuality < 0 || step.jpegQuality > 1)
+        throw BadRequest(QStringLiteral("there is no such step"));
+    return step;
+}
 
 Wanted readWanted(const Request& request)
 {
-    const std::optional<QString> name = request.optionalText("choice");
-    if (name.has_value() == request.has("limit"))
-        throw BadRequest(QStringLiteral("give either \"choice\" or \"limit\""));
-    if (!name)
-        return {Choice::UpTo, qint64(request.number("limit"))};
-    for (const NamedChoice& one : choices) {
-        if (*name == QLatin1String(one.name))
-            return {one.choice, std::nullopt};
-    }
-    throw BadRequest(QStringLiteral("there is no choice \"%1\"").arg(*name));
+    if (request.has("choice") + request.has("limit") + request.has("maxPixels") != 1)
+        throw BadRequest(QStringLiteral("give one of \"choice\", \"limit\" and \"maxPixels\""));
+    if (request.has("limit"))
+        return {std::nullopt, qint64(request.number("limit"))};
+    if (request.has("maxPixels"))
+        return {readStep(request), std::nullopt};
+    return {Compression::rung(readChoice(request.text("choice"))), std::nullopt};
 }
 
 void keepMeasured(Call& call, const OpenFile& file, const CompressMeasuring& measuring)
@@ -75,10 +90,10 @@ void tell(Answer& answer, const CompressMeasuring& measuring)
                                                        : Outcome::Done;
 }
 
-QCoro::Task<Compression::Fit> asFit(QCoro::Task<QByteArray> building)
+QCoro::Task<Compression::Fit> asFit(QCoro::Task<QByteArray> building, bool pagesAsPictures)
 {
     const QByteArray data = co_await building;
-    co_return Compression::Fit{data, true, false};
+    co_return Compression::Fit{data, true, pagesAsPictures};
 }
 
 QCoro::Task<Compression::Fit> made(Wanted wanted, std::shared_ptr<RungBuilder> builder, std::stop_token stop)
@@ -88,7 +103,7 @@ QCoro::Task<Compression::Fit> made(Wanted wanted, std::shared_ptr<RungBuilder> b
     };
     if (wanted.limit)
         return Compression::fit(*wanted.limit, build, stop);
-    return asFit(build(Compression::rung(wanted.choice)));
+    return asFit(build(wanted.rung), wanted.rung && wanted.rung->pagesAsPictures);
 }
 
 /// What became of the search; none when there is something to save.

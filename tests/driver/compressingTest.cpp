@@ -88,6 +88,28 @@ TEST_F(Compressing, GivesTheSmallestItCanMakeForALimitOutOfReach)
     EXPECT_EQ(smallest["panels"][0]["name"].toString().section(" (", 0, 0), "text");
 }
 
+TEST_F(Compressing, BuildsAStepAlone)
+{
+    open({pdf("text.pdf", {"one"}), photo("photo.pdf")});
+    const auto make = [this](int file, const QJsonObject& step) {
+        QJsonObject fields = step;
+        fields["file"] = file;
+        fields["to"] = path("step.pdf");
+        return ask("compress", fields);
+    };
+    const QJsonObject small = make(1, {{"maxPixels", 1300}, {"jpegQuality", 0.55}});
+    EXPECT_THAT(small, HasOutcome("done"));
+    EXPECT_TRUE(small["reached"].isNull());
+    EXPECT_EQ(small["pagesAsPictures"], QJsonValue(false));
+    EXPECT_EQ(small["bytes"].toInteger(), ask("measure", {{"file", 1}})["small"].toInteger());
+    EXPECT_LT(make(1, {{"maxPixels", 400}, {"jpegQuality", 0.2}})["bytes"].toInteger(),
+              small["bytes"].toInteger());
+    const QJsonObject pictures =
+        make(0, {{"maxPixels", 700}, {"jpegQuality", 0.2}, {"pagesAsPictures", true}});
+    EXPECT_EQ(pictures["pagesAsPictures"], QJsonValue(true));
+    EXPECT_EQ(texts(path("step.pdf")), QStringList{""});
+}
+
 TEST_F(Compressing, KeepsThePassword)
 {
     open({lockedPdf("locked.pdf", {"secret"}, "key")},
@@ -137,11 +159,15 @@ TEST_F(Compressing, EndsWhenItIsCancelled)
     EXPECT_THAT(ask("compress", {{"file", 0}, {"choice", "small"}}), HasOutcome("cancelled")) << "the panel";
 }
 
-TEST_F(Compressing, WantsEitherAChoiceOrALimit)
+TEST_F(Compressing, WantsOneOfChoiceLimitAndStep)
 {
     open({pdf("text.pdf", {"one"})});
-    for (const QJsonObject& wrong : {QJsonObject{}, QJsonObject{{"choice", "small"}, {"limit", 5}},
-                                     QJsonObject{{"choice", "tiny"}}, QJsonObject{{"limit", "5"}}})
+    for (const QJsonObject& wrong :
+         {QJsonObject{}, QJsonObject{{"choice", "small"}, {"limit", 5}}, QJsonObject{{"choice", "tiny"}},
+          QJsonObject{{"limit", "5"}}, QJsonObject{{"maxPixels", 700}}, QJsonObject{{"jpegQuality", 0.5}},
+          QJsonObject{{"maxPixels", 0}, {"jpegQuality", 0.5}},
+          QJsonObject{{"maxPixels", 700}, {"jpegQuality", 1.5}},
+          QJsonObject{{"maxPixels", 700}, {"jpegQuality", 0.5}, {"limit", 5}}})
         EXPECT_EQ(compress(wrong)["ok"], QJsonValue(false)) << testing::PrintToString(wrong);
 }
 
