@@ -7,9 +7,28 @@ namespace {
 // Sums are of samples up to 255 with weights that add up to 1: below this nothing is seen.
 constexpr float leastOpacity = 0.25F;
 
+// Rows of sums and averages end with as many unused samples: a pixel is then read and written as one vector, with
+// something of the next one.
+constexpr size_t padding = 8;
+
 uint8_t rounded(float value)
 {
     return static_cast<uint8_t>(std::clamp(value + 0.5F, 0.0F, 255.0F));
+}
+
+// The loops over whole rows stand alone, on pointers that do not overlap: so the compiler makes vectors of them.
+
+template <typename Sample>
+void addWeighted(float* __restrict sums, const Sample* __restrict row, size_t count, float weight)
+{
+    for (size_t i = 0; i < count; ++i)
+        sums[i] += weight * static_cast<float>(row[i]);
+}
+
+void storeRounded(uint8_t* __restrict to, const float* __restrict from, size_t count)
+{
+    for (size_t i = 0; i < count; ++i)
+        to[i] = rounded(from[i]);
 }
 
 } // namespace
@@ -22,8 +41,14 @@ AreaScaler::AreaScaler(QSize from, QSize to, int channels)
       m_result{to, channels, std::vector<uint8_t>(static_cast<size_t>(pixelCount(to) * channels))}
 {
     makeSpans();
-    m_sums.resize(static_cast<size_t>(from.width()) * static_cast<size_t>(channels));
-    m_averages.resize(m_result.stride());
+    makeSums();
+}
+
+void AreaScaler::makeSums()
+{
+    const auto channels = static_cast<size_t>(m_summed);
+    m_sums.assign(static_cast<size_t>(m_from.width()) * channels + padding, 0.0F);
+    m_averages.resize(static_cast<size_t>(m_to.width()) * channels + padding);
 }
 
 // In units in which an old pixel is `to` wide and a new one `from`, all edges are whole numbers.
@@ -58,8 +83,7 @@ void AreaScaler::addRow(const uint8_t* row, const uint8_t* opacity)
     if (m_summed == m_channels) {
         m_summed = m_channels + 1;
         m_weighted.resize(static_cast<size_t>(m_from.width()) * static_cast<size_t>(m_summed));
-        m_sums.assign(m_weighted.size(), 0.0F);
-        m_averages.resize(static_cast<size_t>(m_to.width()) * static_cast<size_t>(m_summed));
+        makeSums();
         m_holes.resize(static_cast<size_t>(pixelCount(m_to)));
     }
     float* to = m_weighted.data();
@@ -77,9 +101,8 @@ template <typename Sample> void AreaScaler::accumulateRow(const Sample* row)
     const qint64 from = m_from.height(), to = m_to.height();
     const qint64 top = m_rowsIn * to, bottom = top + to;
     const auto add = [&](qint64 covered) {
-        const float weight = static_cast<float>(covered) / static_cast<float>(from);
-        for (size_t i = 0; i < m_sums.size(); ++i)
-            m_sums[i] += weight * static_cast<float>(row[i]);
+        addWeighted(m_sums.data(), row, m_sums.size() - padding,
+                    static_cast<float>(covered) / static_cast<float>(from));
     };
     const qint64 end = (m_rowsOut + 1) * from; // of the new row that is being summed
     add(std::min(bottom, end) - top);
@@ -107,17 +130,18 @@ void AreaScaler::finishRow()
 
 template <int Channels> void AreaScaler::averageAcross()
 {
+    constexpr int lanes = Channels <= 4 ? 4 : padding;
     float* to = m_averages.data();
     for (const Span& span : m_spans) {
         const float* from = m_sums.data() + static_cast<size_t>(span.first) * Channels;
         const float* weight = m_weights.data() + span.weights;
-        float sum[Channels] = {};
+        float sum[lanes] = {};
         for (int i = 0; i < span.count; ++i, from += Channels) {
-            for (int c = 0; c < Channels; ++c)
-                sum[c] += weight[i] * from[c];
+            for (int lane = 0; lane < lanes; ++lane)
+                sum[lane] += weight[i] * from[lane];
         }
-        for (int c = 0; c < Channels; ++c)
-            *to++ = sum[c];
+        std::copy_n(sum, lanes, to);
+        to += Channels;
     }
 }
 
@@ -126,8 +150,7 @@ void AreaScaler::storeRow()
     uint8_t* to = m_result.row(m_rowsOut);
     const float* from = m_averages.data();
     if (m_summed == m_channels) {
-        for (size_t i = 0; i < m_result.stride(); ++i)
-            to[i] = rounded(from[i]);
+        storeRounded(to, from, m_result.stride());
         return;
     }
     uint8_t* hole = m_holes.data() + static_cast<size_t>(m_rowsOut) * static_cast<size_t>(m_to.width());

@@ -32,6 +32,7 @@ private:
         size_t weights; // into m_weights
     };
 
+    void makeSums();
     void makeSpans();
     template <typename Sample> void accumulateRow(const Sample* row);
     void finishRow();

@@ -10,11 +10,22 @@
 
 namespace folvane::pdf {
 
-/// Values by key, up to an amount of memory; the ones not asked for longest leave first. For any number of threads.
+/// Who gives way in a cache that has no room for another value.
+enum class WhenFull {
+    OldestLeaves, ///< what was not asked for longest
+    /// The new value. For what is asked for in rounds, always in the same order: there each value would leave just
+    /// before it is asked for again.
+    NewestLeaves,
+};
+
+/// Values by key, up to an amount of memory. For any number of threads.
 template <typename Value> class BoundedCache {
 public:
     /// `limit`: of what insert() is told, together.
-    explicit BoundedCache(size_t limit) : m_limit(limit) {}
+    explicit BoundedCache(size_t limit, WhenFull whenFull = WhenFull::OldestLeaves)
+        : m_limit(limit), m_whenFull(whenFull)
+    {
+    }
 
     /// Null when it is not there.
     std::shared_ptr<const Value> find(const QByteArray& key)
@@ -35,6 +46,8 @@ public:
             return;
         if (const auto found = m_byKey.find(key); found != m_byKey.end())
             remove(found->second);
+        if (m_whenFull == WhenFull::NewestLeaves && bytes > m_limit - m_bytes)
+            return;
         m_bytes += bytes;
         m_entries.push_front({key, std::move(value), bytes});
         m_byKey.emplace(key, m_entries.begin());
@@ -75,6 +88,7 @@ private:
     }
 
     const size_t m_limit;
+    const WhenFull m_whenFull;
     mutable std::mutex m_mutex;
     Entries m_entries; // the one asked for last stands first
     std::unordered_map<QByteArray, typename Entries::iterator, KeyHash> m_byKey;

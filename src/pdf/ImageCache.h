@@ -11,7 +11,7 @@ namespace folvane::pdf {
 /// What builds of the same pages will want again, by keys that name all that it depends on. 512 MB at most.
 struct ImageCache {
     /// Decoded pictures at the largest size that any build needs.
-    BoundedCache<ImageSamples> samples{448U << 20};
+    BoundedCache<ImageSamples> samples{448U << 20, WhenFull::NewestLeaves};
     /// What became of an image at one step; nothing where it stayed. Some documents hold a picture many times over.
     BoundedCache<std::optional<RecodedImage>> recoded{64U << 20};
 

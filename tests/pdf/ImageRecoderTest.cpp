@@ -649,5 +649,19 @@ TEST(BoundedCache, KeepsWhatWasAskedForLast)
     EXPECT_EQ(cache.bytes(), 150U);
 }
 
+TEST(BoundedCache, TurnsNewValuesAway)
+{
+    BoundedCache<int> cache(250, WhenFull::NewestLeaves);
+    const auto one = std::make_shared<const int>(1);
+    for (const char* key : {"a", "b", "c"})
+        cache.insert(key, one, 100);
+    EXPECT_TRUE(cache.find("a"));
+    EXPECT_TRUE(cache.find("b"));
+    EXPECT_FALSE(cache.find("c"));
+    EXPECT_EQ(cache.bytes(), 200U);
+    cache.insert("c", one, 50);
+    EXPECT_TRUE(cache.find("c"));
+}
+
 } // namespace
 } // namespace folvane::pdf
