@@ -61,14 +61,18 @@ template <typename Work> auto withOwnErrors(Work work)
 
 struct Engine::State {
     OpenDocuments documents;
-    /// For the builds of one search, which differ in nothing but their pictures' size.
+    /// For the builds of one search, which differ in nothing but their pictures' size. Only one of the two holds much.
     std::shared_ptr<pdf::ImageCache> images = std::make_shared<pdf::ImageCache>();
+    std::shared_ptr<DrawnPages> drawnPages;
+    BuildPlan drawnPlan;
 
     std::optional<FoundPage> find(const PageSource& source) const;
     pdf::PageCopy resolved(const PageItem& page, int mergedDocument) const;
     std::vector<pdf::PageCopy> resolved(const BuildPlan& plan) const;
     QByteArray assembled(const BuildPlan& plan, const std::stop_token& stop) const;
-    QByteArray built(const BuildPlan& plan, const std::stop_token& stop) const;
+    QByteArray built(const BuildPlan& plan, const std::stop_token& stop);
+    const std::shared_ptr<DrawnPages>& pagesToDraw(const BuildPlan& plan, const std::stop_token& stop);
+    void forgetPictures();
     std::optional<SendableImage> drawn(const PageSource& source, int turn, double longSide,
                                        const std::stop_token& stop);
 };
@@ -123,12 +127,35 @@ QByteArray Engine::State::assembled(const BuildPlan& plan, const std::stop_token
     }
 }
 
-QByteArray Engine::State::built(const BuildPlan& plan, const std::stop_token& stop) const
+QByteArray Engine::State::built(const BuildPlan& plan, const std::stop_token& stop)
 {
-    if (!plan.quality || !plan.quality->pagesAsPictures)
+    if (!plan.quality)
         return assembled(plan, stop);
-    return buildAsPictures(assembled(flatCopy(plan), stop), *plan.quality, plan.password.value_or(QString()),
-                           stop);
+    if (!plan.quality->pagesAsPictures) {
+        drawnPages.reset();
+        return assembled(plan, stop);
+    }
+    return buildAsPictures(pagesToDraw(flatCopy(plan), stop), *plan.quality,
+                           plan.password.value_or(QString()), stop);
+}
+
+const std::shared_ptr<DrawnPages>& Engine::State::pagesToDraw(const BuildPlan& plan,
+                                                              const std::stop_token& stop)
+{
+    if (drawnPages && drawnPlan == plan) {
+        requireIntact(resolved(plan));
+        return drawnPages;
+    }
+    forgetPictures();
+    drawnPages = std::make_shared<DrawnPages>(assembled(plan, stop));
+    drawnPlan = plan;
+    return drawnPages;
+}
+
+void Engine::State::forgetPictures()
+{
+    images->clear();
+    drawnPages.reset();
 }
 
 std::optional<SendableImage> Engine::State::drawn(const PageSource& source, int turn, double longSide,
@@ -162,7 +189,12 @@ OpenResult Engine::open(const QUrl& url, const std::optional<QString>& password)
 void Engine::forget(const QUrl& url)
 {
     m_state->documents.forget(url);
-    m_state->images->clear();
+    m_state->forgetPictures();
+}
+
+void Engine::forgetPictures()
+{
+    m_state->forgetPictures();
 }
 
 QSizeF Engine::displaySize(const PageSource& source, int turn) const

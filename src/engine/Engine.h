@@ -31,6 +31,8 @@ public:
     OpenResult open(const QUrl& url, const std::optional<QString>& password = std::nullopt);
     /// Lets go of the document behind `url`.
     void forget(const QUrl& url);
+    /// Lets go of the pictures that builds with a quality keep for the next one.
+    void forgetPictures();
 
     /// Size in points of the page as shown after `turn`; 595 by 842 when the page is not there.
     QSizeF displaySize(const PageSource& source, int turn) const;

@@ -16,6 +16,11 @@ QCoro::Task<> PDFEngine::forget(QUrl url)
     return m_worker.run([engine = m_engine.get(), url] { engine->forget(url); });
 }
 
+QCoro::Task<> PDFEngine::forgetPictures()
+{
+    return m_worker.run([engine = m_engine.get()] { engine->forgetPictures(); });
+}
+
 QCoro::Task<QSizeF> PDFEngine::displaySize(PageSource source, int turn)
 {
     return m_worker.run(

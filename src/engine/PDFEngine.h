@@ -14,6 +14,7 @@ public:
 
     QCoro::Task<OpenResult> open(QUrl url, std::optional<QString> password = std::nullopt);
     QCoro::Task<> forget(QUrl url);
+    QCoro::Task<> forgetPictures();
     QCoro::Task<QSizeF> displaySize(PageSource source, int turn);
     QCoro::Task<QByteArray> build(BuildPlan plan, std::stop_token stop);
     QCoro::Task<std::optional<SendableImage>> image(PageSource source, int turn, double longSide,

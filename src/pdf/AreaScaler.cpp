@@ -162,4 +162,12 @@ void AreaScaler::storeRow()
     }
 }
 
+ImageSamples scaled(const ImageSamples& samples, QSize to, const std::stop_token& stop)
+{
+    AreaScaler scaler(samples.size, to, samples.channels);
+    for (int y = 0; y < samples.size.height() && !stop.stop_requested(); ++y)
+        scaler.addRow(samples.row(y));
+    return scaler.take();
+}
+
 } // namespace folvane::pdf

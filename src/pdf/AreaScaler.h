@@ -2,6 +2,7 @@
 
 #include "pdf/ImageSamples.h"
 
+#include <stop_token>
 #include <utility>
 
 namespace folvane::pdf {
@@ -53,5 +54,8 @@ private:
     std::vector<uint8_t> m_holes;
     ImageSamples m_result;
 };
+
+/// The picture at a size that is no larger in either direction; of no use once a stop was asked for.
+ImageSamples scaled(const ImageSamples& samples, QSize to, const std::stop_token& stop);
 
 } // namespace folvane::pdf

@@ -18,8 +18,14 @@ public:
     PicturePages(const PicturePages&) = delete;
     PicturePages& operator=(const PicturePages&) = delete;
 
-    /// A page of that size that the picture fills. `jpeg` is embedded as it is, and must be RGB of that many pixels.
-    void add(const QByteArray& jpeg, QSize pixels, QSizeF points);
+    struct Picture {
+        QByteArray jpeg; ///< embedded as it is
+        QSize pixels;
+        int channels = 3; ///< 3 for RGB, 1 for grey
+    };
+
+    /// A page of that size that the picture fills.
+    void add(const Picture& picture, QSizeF points);
 
     /// The finished file; an empty password means no protection. Throws Cancelled, and what the library throws.
     QByteArray written(const QString& password, std::stop_token stop);

@@ -60,14 +60,6 @@ std::shared_ptr<const ImageSamples> keptSamples(const StoredImage& image, const 
     return samples;
 }
 
-ImageSamples scaled(const ImageSamples& samples, QSize to, const std::stop_token& stop)
-{
-    AreaScaler scaler(samples.size, to, samples.channels);
-    for (int y = 0; y < samples.size.height() && !stop.stop_requested(); ++y)
-        scaler.addRow(samples.row(y));
-    return scaler.take();
-}
-
 QByteArray deflated(const ImageSamples& samples)
 {
     return qCompress(samples.bytes.data(), static_cast<qsizetype>(samples.bytes.size()), 9).mid(lengthPrefix);

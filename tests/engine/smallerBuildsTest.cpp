@@ -100,6 +100,48 @@ TEST_F(SmallerBuilds, TurnsPagesIntoPicturesAsTheyAreShown)
     EXPECT_FALSE(qpdfJson(pictures, "pages").toArray().isEmpty());
 }
 
+// What one rung leaves for the next must neither show in it nor outlive a change of the pages.
+TEST_F(SmallerBuilds, TakesTheSamePicturesWhateverWasBuiltBefore)
+{
+    plan.quality = pictureStep;
+    const QString alone = built(plan);
+    plan.quality = CompressionStep{900, 0.6, true};
+    built(plan);
+    plan.quality = pictureStep;
+    const QString after = built(plan);
+    EXPECT_EQ(QFileInfo(after).size(), QFileInfo(alone).size());
+    for (int page = 0; page < 4; ++page)
+        EXPECT_EQ(drawn(after, page), drawn(alone, page)) << page;
+
+    plan.pages[0].turn = 90;
+    const QString turned = built(plan);
+    plan.quality = std::nullopt;
+    EXPECT_LT(largestCellDifference(drawn(built(plan), 0), drawn(turned, 0)), 8);
+}
+
+TEST_F(SmallerBuilds, TakesPicturesInGreyOfPagesWithoutColour)
+{
+    const QByteArray text = pdf::rawStream({}, "BT /F1 20 Tf 30 30 Td (Grey) Tj ET 0.4 g 60 60 80 20 re f");
+    BuildPlan mixed;
+    add(mixed,
+        opened(
+            QStringLiteral("grey.pdf"),
+            pdf::rawPdf(
+                {"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 1 /Kids [4 0 R] >>", text,
+                 "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 200 100] /Contents 3 0 R /Resources << /Font "
+                 "<< /F1 << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >> >> >>"})),
+        {0});
+    mixed.pages.push_back(plan.pages.front());
+    const QString copy = built(mixed);
+    mixed.quality = pictureStep;
+    const QString pictures = built(mixed);
+    const QString images = QString::fromUtf8(runTool("pdfimages", {"-list", pictures}).output);
+    EXPECT_EQ(images.count(" gray "), 1);
+    EXPECT_EQ(images.count(" rgb "), 1);
+    for (int page = 0; page < 2; ++page)
+        EXPECT_LT(largestCellDifference(drawn(copy, page), drawn(pictures, page)), 8) << page;
+}
+
 TEST_F(SmallerBuilds, ProtectsPicturesOfPages)
 {
     plan.quality = pictureStep;
