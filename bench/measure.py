@@ -52,7 +52,7 @@ def rounds(driver, job, tools, runs):
     ours, theirs = Sample(), {name: Sample() for name in tools}
     for round_number in range(runs + 1):
         counts = round_number > 0
-        _run_job(driver, job, ours, counts)
+        job_round(driver, job, ours, counts)
         for name, tool in tools.items():
             run_tool(tool, theirs[name], counts)
     for name, tool in tools.items():
@@ -61,7 +61,8 @@ def rounds(driver, job, tools, runs):
     return ours, theirs
 
 
-def _run_job(driver, job, sample, counts):
+def job_round(driver, job, sample, counts):
+    """Does the job once in a driver of its own, and keeps its time and peak when they count."""
     _remove(job.output)
     with Driver(driver) as session:
         idle = session.ask("rss")["peak"]

@@ -38,7 +38,7 @@ class Row:
     def line(self):
         sign = "<" if self.strict else "≤"
         unit = "" if self.rival else f" {self.unit}"
-        target = "" if self.limit is None else f"{sign} {self.limit:g}{unit}"
+        target = "" if self.limit is None else f"{sign} {self.limit:.3g}{unit}"
         ratio = f"{self.value:.2f}" if self.rival else ""
         theirs = shown(self.theirs, self.unit) if self.rival else ""
         cells = [self.work, shown(self.ours, self.unit), self.rival, theirs, ratio, target, self.verdict]
@@ -50,7 +50,7 @@ def shown(number, unit):
         return f"{number:,.0f} ms" if number >= 100 else f"{number:.1f} ms"
     if unit == "MiB":
         return f"{number / (1 << 20):,.1f} MiB"
-    return f"{number:,.0f} B"
+    return f"{number:.3f}" if unit == "SSIM" else f"{number:,.0f} B"
 
 
 def markdown(rows):
@@ -65,6 +65,7 @@ def machine():
     versions = [_version(["qpdf", "--version"], r"(\d[\d.]+)", "qpdf"),
                 _version(["pdftoppm", "-v"], r"(\d[\d.]+)", "Poppler"),
                 _version(["mutool", "-v"], r"(\d[\d.]+)", "MuPDF"),
+                _version(["gs", "--version"], r"(\d[\d.]+)", "Ghostscript"),
                 _version(["hyperfine", "--version"], r"(\d[\d.]+)", "hyperfine")]
     return [f"- Machine: {cpu}, {os.cpu_count()} cores, {memory:.0f} GiB of memory, {system}",
             "- Versions: " + ", ".join(versions)]

@@ -1,0 +1,40 @@
+"""How like an original the pages of a smaller copy look."""
+
+import subprocess
+
+import numpy
+
+SIDE = 1300  # pixels
+WINDOW = 8
+C1, C2 = (0.01 * 255) ** 2, (0.03 * 255) ** 2
+LUMA = numpy.array([0.299, 0.587, 0.114])
+
+
+def likeness(original, copy, pages):
+    """The mean structural similarity (Wang, Bovik, Sheikh and Simoncelli, 2004) of the pages, in grey, as
+    mutool draws them with a long side of 1,300 pixels."""
+    return numpy.mean([_similarity(_drawn(original, page), _drawn(copy, page)) for page in pages])
+
+
+def _drawn(path, page):
+    side = str(SIDE)
+    command = ["mutool", "draw", "-q", "-F", "ppm", "-w", side, "-h", side, "-o", "-", path, str(page)]
+    data = subprocess.run(command, check=True, capture_output=True).stdout
+    width, height = (int(word) for word in data.split(maxsplit=4)[1:3])
+    return numpy.frombuffer(data[-width * height * 3:], numpy.uint8).reshape(height, width, 3) @ LUMA
+
+
+def _similarity(a, b):
+    mean_a, mean_b = _means(a), _means(b)
+    variance_a, variance_b = _means(a * a) - mean_a ** 2, _means(b * b) - mean_b ** 2
+    covariance = _means(a * b) - mean_a * mean_b
+    like = (2 * mean_a * mean_b + C1) * (2 * covariance + C2)
+    return (like / ((mean_a ** 2 + mean_b ** 2 + C1) * (variance_a + variance_b + C2))).mean()
+
+
+def _means(samples):
+    """Of every window, through sums over all that is above and left."""
+    sums = numpy.pad(samples, ((1, 0), (1, 0))).cumsum(0).cumsum(1)
+    windows = (sums[WINDOW:, WINDOW:] - sums[:-WINDOW, WINDOW:] - sums[WINDOW:, :-WINDOW]
+               + sums[:-WINDOW, :-WINDOW])
+    return windows / WINDOW ** 2
