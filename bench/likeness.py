@@ -10,16 +10,25 @@ C1, C2 = (0.01 * 255) ** 2, (0.03 * 255) ** 2
 LUMA = numpy.array([0.299, 0.587, 0.114])
 
 
-def likeness(original, copy, pages):
-    """The mean structural similarity (Wang, Bovik, Sheikh and Simoncelli, 2004) of the pages, in grey, as
-    mutool draws them with a long side of 1,300 pixels."""
-    return numpy.mean([_similarity(_drawn(original, page), _drawn(copy, page)) for page in pages])
-
-
-def _drawn(path, page):
+def by_mutool(path, page):
     side = str(SIDE)
-    command = ["mutool", "draw", "-q", "-F", "ppm", "-w", side, "-h", side, "-o", "-", path, str(page)]
-    data = subprocess.run(command, check=True, capture_output=True).stdout
+    return _samples(["mutool", "draw", "-q", "-F", "ppm", "-w", side, "-h", side, "-o", "-", path, str(page)])
+
+
+def by_pdftocairo(path, page):
+    drawing = ["pdftocairo", "-png", "-singlefile", "-f", str(page), "-scale-to", str(SIDE), path, "-"]
+    png = subprocess.run(drawing, check=True, capture_output=True).stdout
+    return _samples(["convert-im6.q16", "png:-", "-depth", "8", "ppm:-"], png)
+
+
+def likenesses(original, copy, pages, draw=by_mutool):
+    """The structural similarity (Wang, Bovik, Sheikh and Simoncelli, 2004) of each page, in grey, drawn with
+    a long side of 1,300 pixels."""
+    return [_similarity(draw(original, page), draw(copy, page)) for page in pages]
+
+
+def _samples(command, given=None):
+    data = subprocess.run(command, check=True, capture_output=True, input=given).stdout
     width, height = (int(word) for word in data.split(maxsplit=4)[1:3])
     return numpy.frombuffer(data[-width * height * 3:], numpy.uint8).reshape(height, width, 3) @ LUMA
 

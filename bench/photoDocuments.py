@@ -56,6 +56,15 @@ def photo_documents(folder):
     return [_document(folder, number, *plan) for number, plan in enumerate(plans, 1)]
 
 
+def photographs(folder):
+    """A document of pages that a photograph fills, as it is. Returns a PhotoDocument."""
+    path = folder / "photographs.pdf"
+    photos = _every("nature/*.jpg")
+    if not path.exists():
+        _write(path, [_as_it_is(photo, 0) for photo in photos], _filled_page)
+    return PhotoDocument("photographs", str(path), len(photos), True)
+
+
 def _every(pattern):
     return sorted(BACKGROUNDS.glob(pattern))
 
@@ -75,26 +84,39 @@ def _document(folder, number, name, photos, store):
     return PhotoDocument(name, str(path), len(photos), is_jpeg)
 
 
-def _write(path, pictures):
+def _write(path, pictures, page=None):
     pdf = PdfWriter()
-    pages = [(pdf.reserve(), _page(pdf, picture)) for picture in pictures]
+    pages = [(pdf.reserve(), (page or _sheet)(pdf, picture)) for picture in pictures]
     root = pdf.add(f"<< /Type /Catalog /Pages {add_page_tree(pdf, pages)} 0 R >>")
     unfinished = path.with_suffix(".part")
     pdf.write(unfinished, root, pdf.add("<< /Title (Photos) >>"))
     unfinished.rename(path)
 
 
-def _page(pdf, picture):
+def _filled_page(pdf, picture):
+    """Entries of a page as long as A4, in the picture's proportions."""
+    scale = A4_LONG / max(picture.width, picture.height)
+    size = (picture.width * scale, picture.height * scale)
+    return _page(pdf, picture, size, (0, 0, *size))
+
+
+def _sheet(pdf, picture):
     """Entries of a page of A4. A picture as high as it fills it; any other is as wide as a column of text."""
     ratio = picture.height / picture.width
     fills = ratio > 1.4
     width, height = (A4_SHORT, A4_LONG) if fills else (COLUMN, COLUMN * ratio)
-    left, bottom = (A4_SHORT - width) / 2, (A4_LONG - height) / 2
+    box = ((A4_SHORT - width) / 2, (A4_LONG - height) / 2, width, height)
+    return _page(pdf, picture, (A4_SHORT, A4_LONG), box)
+
+
+def _page(pdf, picture, size, box):
+    """`size` in points; `box`: left, bottom, width and height of the picture."""
+    left, bottom, width, height = box
     image = pdf.add(f"<< /Type /XObject /Subtype /Image /Width {picture.width} /Height {picture.height} "
                     f"/BitsPerComponent 8 {picture.entries} /Length {len(picture.data)} >>\n"
                     "stream\n".encode() + picture.data + b"\nendstream")
     contents = pdf.add_stream(f"q {width:.2f} 0 0 {height:.2f} {left:.2f} {bottom:.2f} cm /P Do Q")
-    return (f"/MediaBox [0 0 {A4_SHORT} {A4_LONG}] /Resources << /XObject << /P {image} 0 R >> >> "
+    return (f"/MediaBox [0 0 {size[0]:.2f} {size[1]:.2f}] /Resources << /XObject << /P {image} 0 R >> >> "
             f"/Contents {contents} 0 R")
 
 
