@@ -3,9 +3,10 @@
 
 #include "pdf/jpegSamples.h"
 
+#include "platform/jpegEncoding.h"
+
 #include <csetjmp>
 #include <cstdio>
-#include <cstdlib>
 
 #include <jerror.h>
 #include <jpeglib.h>
@@ -57,7 +58,7 @@ void onOutput(j_common_ptr) {}
 void onProgress(j_common_ptr codec)
 {
     ErrorManager& manager = managerOf(codec);
-    if (codec->is_decompressor && reinterpret_cast<j_decompress_ptr>(codec)->input_scan_number > maxScans)
+    if (reinterpret_cast<j_decompress_ptr>(codec)->input_scan_number > maxScans)
         onError(codec);
     if (manager.stop && manager.stop->stop_requested())
         onError(codec);
@@ -196,70 +197,10 @@ bool JpegStream::decode(int longest, const std::stop_token& stop, const std::fun
     return !m_decoder->errors.isDamaged;
 }
 
-namespace {
-
-class Encoder {
-public:
-    Encoder() { m_codec.err = install(m_errors); }
-    ~Encoder()
-    {
-        jpeg_destroy_compress(&m_codec);
-        std::free(m_bytes);
-    }
-    Q_DISABLE_COPY_MOVE(Encoder)
-
-    bool encode(const ImageSamples& samples, int quality, const std::stop_token& stop)
-    {
-        const uint8_t* bytes = samples.bytes.data();
-        const size_t stride = samples.stride();
-        if (setjmp(m_errors.leave)) {
-            m_bytes = nullptr; // libjpeg may have moved it untold; only a lack of memory or a stop leads here
-            return false;
-        }
-        start(samples, quality);
-        while (m_codec.next_scanline < m_codec.image_height) {
-            if (m_codec.next_scanline % rowsAtOnce == 0 && stop.stop_requested())
-                return false; // m_bytes still holds: with optimised tables nothing is written before the end
-            auto row = const_cast<JSAMPROW>(bytes + stride * m_codec.next_scanline); // libjpeg only reads it
-            jpeg_write_scanlines(&m_codec, &row, 1);
-        }
-        jpeg_finish_compress(&m_codec);
-        return true;
-    }
-
-    QByteArray bytes() const { return QByteArray(reinterpret_cast<const char*>(m_bytes), qsizetype(m_size)); }
-
-private:
-    void start(const ImageSamples& samples, int quality)
-    {
-        jpeg_create_compress(&m_codec);
-        jpeg_mem_dest(&m_codec, &m_bytes, &m_size);
-        m_codec.image_width = static_cast<unsigned>(samples.size.width());
-        m_codec.image_height = static_cast<unsigned>(samples.size.height());
-        m_codec.input_components = samples.channels;
-        m_codec.in_color_space = outputSpace(samples.channels);
-        jpeg_set_defaults(&m_codec);
-        if (samples.channels == 4)
-            jpeg_set_colorspace(&m_codec, JCS_YCCK);
-        jpeg_set_quality(&m_codec, quality, TRUE);
-        m_codec.optimize_coding = TRUE;
-        jpeg_start_compress(&m_codec, TRUE);
-    }
-
-    ErrorManager m_errors;
-    jpeg_compress_struct m_codec{};
-    uchar* m_bytes = nullptr;
-    unsigned long m_size = 0;
-};
-
-} // namespace
-
 QByteArray encodedJpeg(const ImageSamples& samples, int quality, const std::stop_token& stop)
 {
-    if (samples.size.width() > JPEG_MAX_DIMENSION || samples.size.height() > JPEG_MAX_DIMENSION)
-        return {};
-    Encoder encoder;
-    return encoder.encode(samples, std::clamp(quality, 1, 100), stop) ? encoder.bytes() : QByteArray();
+    return folvane::encodedJpeg({samples.bytes.data(), samples.stride(), samples.size, samples.channels},
+                                quality, stop);
 }
 
 // Each block of 8 by 8 takes a bit for its mean and one for its end. Colour at half resolution adds half as many

@@ -44,8 +44,7 @@ private:
     std::unique_ptr<Decoder> m_decoder;
 };
 
-/// Baseline JPEG with optimised Huffman tables: grey, YCbCr for three channels, YCCK with its marker for four, colour at
-/// half the resolution. `quality` is 1 to 100. Empty when it cannot be made, or was stopped.
+/// As encodedJpeg() of platform/jpegEncoding.h.
 QByteArray encodedJpeg(const ImageSamples& samples, int quality, const std::stop_token& stop);
 
 /// No JPEG of this size is smaller, in bytes, whatever it shows.

@@ -1,12 +1,13 @@
-// Pictures of files; samples inside PDFs have jpegSamples.cpp in src/pdf. libjpeg reports errors by a call that must not return; ours jumps back to
-// the function of JpegReader or JpegWriter that is running. Between setjmp and the jump there are no
+// Pictures of files; samples inside PDFs have jpegSamples.cpp in src/pdf. libjpeg reports errors by a call that must not
+// return; ours jumps back to the function of JpegReader that is running. Between setjmp and the jump there are no
 // destructors.
 
 #include "platform/jpeg.h"
 
+#include "platform/jpegEncoding.h"
+
 #include <cstddef>
 #include <cstdio>
-#include <cstdlib>
 
 #include <csetjmp>
 
@@ -44,7 +45,7 @@ void onMessage(j_common_ptr codec, int level)
     if (level >= 0)
         return;
     ++codec->err->num_warnings;
-    if (!codec->is_decompressor || codec->err->msg_code != JWRN_JPEG_EOF)
+    if (codec->err->msg_code != JWRN_JPEG_EOF)
         return;
     const auto decoder = reinterpret_cast<j_decompress_ptr>(codec);
     if (decoder->input_scan_number <= 1 && 2 * decoder->input_iMCU_row < decoder->total_iMCU_rows)
@@ -53,7 +54,7 @@ void onMessage(j_common_ptr codec, int level)
 
 void onProgress(j_common_ptr codec)
 {
-    if (codec->is_decompressor && reinterpret_cast<j_decompress_ptr>(codec)->input_scan_number > maxScans)
+    if (reinterpret_cast<j_decompress_ptr>(codec)->input_scan_number > maxScans)
         onError(codec);
 }
 
@@ -118,53 +119,6 @@ private:
     jpeg_decompress_struct m_decoder{};
 };
 
-class JpegWriter {
-public:
-    JpegWriter() { m_encoder.err = install(m_errors); }
-    ~JpegWriter()
-    {
-        jpeg_destroy_compress(&m_encoder);
-        std::free(m_bytes);
-    }
-    Q_DISABLE_COPY_MOVE(JpegWriter)
-
-    bool write(const QImage& image, int quality)
-    {
-        const bool grey = image.format() == QImage::Format_Grayscale8;
-        const uchar* pixels = image.constBits();
-        const qsizetype stride = image.bytesPerLine();
-        if (setjmp(m_errors.leave)) {
-            m_bytes = nullptr; // libjpeg may have moved it untold; only a lack of memory leads here
-            return false;
-        }
-        jpeg_create_compress(&m_encoder);
-        jpeg_mem_dest(&m_encoder, &m_bytes, &m_size);
-        m_encoder.image_width = uint(image.width());
-        m_encoder.image_height = uint(image.height());
-        m_encoder.input_components = grey ? 1 : 3;
-        m_encoder.in_color_space = grey ? JCS_GRAYSCALE : JCS_RGB;
-        jpeg_set_defaults(&m_encoder);
-        jpeg_set_quality(&m_encoder, quality, TRUE);
-        m_encoder.optimize_coding = TRUE;
-        jpeg_start_compress(&m_encoder, TRUE);
-        while (m_encoder.next_scanline < m_encoder.image_height) {
-            auto row =
-                const_cast<JSAMPROW>(pixels + stride * m_encoder.next_scanline); // libjpeg only reads it
-            jpeg_write_scanlines(&m_encoder, &row, 1);
-        }
-        jpeg_finish_compress(&m_encoder);
-        return true;
-    }
-
-    QByteArray bytes() const { return QByteArray(reinterpret_cast<const char*>(m_bytes), qsizetype(m_size)); }
-
-private:
-    ErrorManager m_errors;
-    jpeg_compress_struct m_encoder{};
-    uchar* m_bytes = nullptr;
-    unsigned long m_size = 0;
-};
-
 bool isScale(int numerator)
 {
     return numerator >= 1 && numerator <= 8;
@@ -174,14 +128,10 @@ bool isScale(int numerator)
 
 QByteArray encodeJpeg(const QImage& image, int quality)
 {
-    if (image.isNull() || image.width() > JPEG_MAX_DIMENSION || image.height() > JPEG_MAX_DIMENSION)
-        return {};
     const bool grey = image.format() == QImage::Format_Grayscale8;
     const QImage plain = grey ? image : image.convertToFormat(QImage::Format_RGB888);
-    JpegWriter writer;
-    if (plain.isNull() || !writer.write(plain, std::clamp(quality, 1, 100)))
-        return {};
-    return writer.bytes();
+    return encodedJpeg(
+        {plain.constBits(), static_cast<size_t>(plain.bytesPerLine()), plain.size(), grey ? 1 : 3}, quality);
 }
 
 std::optional<QImage> decodeJpeg(const QByteArray& bytes, int scaleNumerator)
