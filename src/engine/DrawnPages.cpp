@@ -8,6 +8,7 @@
 #include "pdf/jpegSamples.h"
 
 #include <algorithm>
+#include <new>
 
 namespace folvane {
 
@@ -88,8 +89,12 @@ DrawnPages::Samples DrawnPages::full(int page, const std::stop_token& stop)
     Samples samples = draw(page, pixels(page, fullSide), stop);
     if (!samples || stop.stop_requested())
         return std::nullopt;
-    if (const auto kept = std::make_shared<const PackedSamples>(*samples); kept->byteCount() > 0)
+    try {
+        const auto kept = std::make_shared<const PackedSamples>(*samples);
         m_full.insert(key, kept, kept->byteCount());
+    } catch (const std::bad_alloc&) {
+        // Drawn again then, for the next rung.
+    }
     return samples;
 }
 

@@ -19,9 +19,9 @@ namespace pdf {
 class PageRasteriser;
 }
 
-/// The pages of one document as pictures of any size up to `fullSide`. Each is drawn once, at that size, and kept for the
-/// next picture that is asked for, which is made smaller from it; so a page looks the same at every size. 448 MB at
-/// most. picture() is for any number of threads.
+/// The pages of one document as pictures of any size. Each is drawn once, with a long side of `fullSide`, and kept for
+/// the next picture that is asked for, which is made smaller from it; so a page looks the same at every size. Keeps the
+/// document itself, and 448 MB of pages at most. picture() is for any number of threads.
 class DrawnPages {
 public:
     static constexpr int fullSide = 2000; // pixels
@@ -35,7 +35,8 @@ public:
     /// As shown, in points.
     QSizeF displaySize(int page) const { return m_sizes[static_cast<size_t>(page)]; }
 
-    /// The page on white with a long side of so many pixels; in grey when it has no colour. Its JPEG file is empty when the page cannot be drawn, and soon after a stop.
+    /// The page on white with a long side of so many pixels; in grey when it has no colour. Its JPEG file is empty when
+    /// the page cannot be drawn, and soon after a stop.
     pdf::PicturePages::Picture picture(int page, int longSide, int quality, const std::stop_token& stop);
 
 private:

@@ -147,8 +147,8 @@ const std::shared_ptr<DrawnPages>& Engine::State::pagesToDraw(const BuildPlan& p
         return drawnPages;
     }
     forgetPictures();
-    drawnPages = std::make_shared<DrawnPages>(assembled(plan, stop));
     drawnPlan = plan;
+    drawnPages = std::make_shared<DrawnPages>(assembled(plan, stop));
     return drawnPages;
 }
 

@@ -1,5 +1,7 @@
 #include "engine/PackedSamples.h"
 
+#include <new>
+
 #include <zstd.h>
 
 namespace folvane {
@@ -17,7 +19,9 @@ PackedSamples::PackedSamples(const pdf::ImageSamples& samples)
     m_bytes.resize(static_cast<qsizetype>(ZSTD_compressBound(size)));
     const size_t used = ZSTD_compress(m_bytes.data(), static_cast<size_t>(m_bytes.size()),
                                       samples.bytes.data(), size, fastestLevel);
-    m_bytes.resize(ZSTD_isError(used) ? 0 : static_cast<qsizetype>(used));
+    if (ZSTD_isError(used))
+        throw std::bad_alloc(); // nothing else can go wrong where there is room for the worst case
+    m_bytes.resize(static_cast<qsizetype>(used));
     m_bytes.squeeze();
 }
 

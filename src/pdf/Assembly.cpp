@@ -92,13 +92,13 @@ struct Assembly::Target {
     std::vector<QPDFObjectHandle> pages;
     std::list<SourcePart> parts;
 
-    void makeParts(const std::vector<PageCopy>& copies);
+    void makeParts(const std::vector<PageCopy>& copies, const std::stop_token& stop);
     void copyPages(const std::stop_token& stop);
     void copyWhatHangsOnThem(const std::vector<PageCopy>& copies, NamedDestinations& names,
                              const std::stop_token& stop);
 };
 
-void Assembly::Target::makeParts(const std::vector<PageCopy>& copies)
+void Assembly::Target::makeParts(const std::vector<PageCopy>& copies, const std::stop_token& stop)
 {
     for (size_t i = 0; i < copies.size(); ++i)
         pages.push_back(emptyPage(qpdf));
@@ -106,6 +106,7 @@ void Assembly::Target::makeParts(const std::vector<PageCopy>& copies)
     const auto company = groups.size() == 1 ? SourcePart::Company::Alone : SourcePart::Company::Merged;
     std::unordered_map<DocumentData*, SourcePart*> originals;
     for (const auto& [source, placements] : groups) {
+        throwIfStopped(stop);
         if (const auto original = originals.find(source); original != originals.end()) {
             parts.emplace_back(*original->second, placements);
             continue;
@@ -134,12 +135,14 @@ void Assembly::Target::copyWhatHangsOnThem(const std::vector<PageCopy>& copies, 
 {
     QPDFObjectHandle root = qpdf.getRoot();
     FormMerger forms(qpdf);
-    for (SourcePart& part : parts)
+    for (SourcePart& part : parts) {
+        throwIfStopped(stop);
         forms.add(part);
+    }
     setUnlessNull(root, "/AcroForm", forms.form());
     throwIfStopped(stop);
     names.write(qpdf);
-    setUnlessNull(root, "/Outlines", joinedOutlines(qpdf, parts));
+    setUnlessNull(root, "/Outlines", joinedOutlines(qpdf, parts, stop));
 
     std::vector<LabelledPage> labelled;
     for (const PageCopy& copy : copies)
@@ -161,7 +164,7 @@ Assembly::Assembly(const std::vector<PageCopy>& pages, std::stop_token stop)
 {
     m_target->qpdf.emptyPDF();
     m_target->qpdf.setSuppressWarnings(true);
-    m_target->makeParts(pages);
+    m_target->makeParts(pages, stop);
     NamedDestinations names(m_target->parts);
     m_target->copyPages(stop);
     m_target->copyWhatHangsOnThem(pages, names, stop);

@@ -17,15 +17,6 @@ bool isSame(QPDFObjectHandle a, QPDFObjectHandle b)
     return a.unparse() == b.unparse();
 }
 
-template <typename IsTaken> std::string freeName(const std::string& name, IsTaken isTaken)
-{
-    for (int number = 1;; ++number) {
-        std::string candidate = name + "+" + std::to_string(number);
-        if (!isTaken(candidate))
-            return candidate;
-    }
-}
-
 void renameFonts(QPDFObjectHandle field, const std::map<std::string, std::string>& newFonts)
 {
     QPDFObjectHandle appearance = field.getKey("/DA");
@@ -52,7 +43,7 @@ QPDFObjectHandle dictionaryAt(QPDFObjectHandle parent, const std::string& key)
 
 /// Copies the entries into a dictionary that others have filled. Returns those that needed another name: old to new.
 std::map<std::string, std::string> mergeEntries(QPDFObjectHandle into, QPDFObjectHandle entries,
-                                                ObjectCopier& copier)
+                                                ObjectCopier& copier, FreeNames& freeNames)
 {
     std::map<std::string, std::string> renamed;
     const auto isTaken = [&](const std::string& name) { return into.hasKey(name) || entries.hasKey(name); };
@@ -61,7 +52,7 @@ std::map<std::string, std::string> mergeEntries(QPDFObjectHandle into, QPDFObjec
         copier.drain();
         std::string name = key;
         if (into.hasKey(key) && !isSame(into.getKey(key), copied))
-            name = renamed[key] = freeName(key, isTaken);
+            name = renamed[key] = freeNames.next(key, isTaken);
         into.replaceKey(name, copied);
     }
     return renamed;
@@ -117,10 +108,10 @@ void FormMerger::renameClashing(const std::vector<QPDFObjectHandle>& topLevel)
             own.insert(name.getUTF8Value());
     }
     NameMap renamed;
+    const auto isTaken = [&](const std::string& name) { return m_names.count(name) || own.count(name); };
     for (const std::string& name : own) {
         if (m_names.count(name))
-            renamed[name] =
-                freeName(name, [&](const std::string& n) { return m_names.count(n) || own.count(n); });
+            renamed[name] = m_freeFields.next(name, isTaken);
     }
     for (QPDFObjectHandle field : topLevel) {
         QPDFObjectHandle name = field.getKey("/T");
@@ -142,7 +133,8 @@ FormMerger::NameMap FormMerger::mergeDefaultResources(SourcePart::Round& round, 
     QPDFObjectHandle merged = dictionaryAt(m_form, "/DR");
     for (auto& [category, entries] : resources.getDictAsMap()) {
         if (entries.isDictionary()) {
-            NameMap renamed = mergeEntries(dictionaryAt(merged, category), entries, round.copier);
+            NameMap renamed =
+                mergeEntries(dictionaryAt(merged, category), entries, round.copier, m_freeResources);
             if (category == "/Font")
                 newFonts = std::move(renamed);
         } else if (!merged.hasKey(category)) {

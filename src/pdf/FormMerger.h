@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pdf/FreeNames.h"
 #include "pdf/SourcePart.h"
 
 #include <set>
@@ -32,6 +33,8 @@ private:
     QPDFObjectHandle m_fields = QPDFObjectHandle::newArray();
     QPDFObjectHandle m_calculationOrder = QPDFObjectHandle::newArray();
     std::set<std::string> m_names;
+    FreeNames m_freeFields;
+    FreeNames m_freeResources;
     bool m_isNeeded = false;
 };
 

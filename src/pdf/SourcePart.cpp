@@ -41,7 +41,7 @@ ObjectCopier::Shares dataOf(DocumentData& source)
 {
     return [layers = idsOf(layersOf(source))](QPDFObjectHandle object) {
         return object.isStream() || object.isDictionaryOfType("/Font")
-               || layers.count(object.getObjGen()) > 0;
+               || object.isDictionaryOfType("/Encoding") || layers.count(object.getObjGen()) > 0;
     };
 }
 

@@ -21,27 +21,20 @@ NamedDestinations::NamedDestinations(std::list<SourcePart>& parts)
 std::map<std::string, std::string> NamedDestinations::take(SourcePart& part, const Names& names, Taken& taken)
 {
     std::map<std::string, std::string> renamed;
+    const auto isTaken = [&](const std::string& name) {
+        return taken.entries.count(name) || names.count(name);
+    };
     for (const auto& [name, destination] : names) {
         if (part.rules().isGone(destination))
             continue;
-        const std::string free = freeName(name, names, taken);
-        if (free != name)
+        std::string free = name;
+        if (taken.entries.count(name)) {
+            free = taken.freeNames.next(name, isTaken);
             renamed.emplace(name, free);
+        }
         taken.entries.emplace(free, Entry{&part, destination});
     }
     return renamed;
-}
-
-std::string NamedDestinations::freeName(const std::string& name, const Names& names, Taken& taken)
-{
-    if (!taken.entries.count(name))
-        return name;
-    int& number = taken.lastNumbers[name];
-    std::string free;
-    do {
-        free = name + "+" + std::to_string(++number);
-    } while (taken.entries.count(free) || names.count(free));
-    return free;
 }
 
 void NamedDestinations::write(QPDF& target)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pdf/FreeNames.h"
 #include "pdf/SourcePart.h"
 
 namespace folvane::pdf {
@@ -23,11 +24,10 @@ private:
     using Names = std::map<std::string, QPDFObjectHandle>;
     struct Taken {
         Entries entries;
-        std::map<std::string, int> lastNumbers; ///< behind which the search for a free name goes on
+        FreeNames freeNames;
     };
 
     static std::map<std::string, std::string> take(SourcePart& part, const Names& names, Taken& taken);
-    static std::string freeName(const std::string& name, const Names& names, Taken& taken);
     static std::map<std::string, QPDFObjectHandle> copied(const Entries& entries);
 
     Taken m_byString;

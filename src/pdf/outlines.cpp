@@ -2,6 +2,7 @@
 
 #include "pdf/Destinations.h"
 #include "pdf/DocumentData.h"
+#include "platform/Cancelled.h"
 
 namespace folvane::pdf {
 
@@ -105,11 +106,12 @@ private:
 
 } // namespace
 
-QPDFObjectHandle joinedOutlines(QPDF& target, std::list<SourcePart>& parts)
+QPDFObjectHandle joinedOutlines(QPDF& target, std::list<SourcePart>& parts, const std::stop_token& stop)
 {
     QPDFObjectHandle root;
     int lines = 0;
     for (SourcePart& part : parts) {
+        throwIfStopped(stop);
         QPDFObjectHandle outlines = part.source().catalogue().getKey("/Outlines");
         if (!outlines.isDictionary())
             continue;

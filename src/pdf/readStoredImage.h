@@ -19,8 +19,9 @@ struct ReadImage {
     QPDFObjectHandle base; ///< for SpaceAfter::Base
 };
 
-/// Takes an image out of its document. Nothing when it had better stay as it is: icons, stencils, colour keys, soft masks whose
-/// colours are already mixed with a backdrop (Matte), what is broken, too large or not understood. Throws Cancelled.
+/// Takes an image out of its document. Nothing when it had better stay as it is: icons, stencils, colour keys, soft masks
+/// whose colours are already mixed with a backdrop (Matte), what is broken, too large or not understood. Throws
+/// Cancelled.
 std::optional<ReadImage> readStoredImage(QPDFObjectHandle stream, StoredImage::Role role,
                                          const std::stop_token& stop);
 

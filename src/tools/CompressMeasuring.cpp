@@ -1,6 +1,7 @@
 #include "tools/CompressMeasuring.h"
 
 #include "engine/EngineError.h"
+#include "engine/PDFEngine.h"
 #include "platform/Cancelled.h"
 #include "platform/Preferences.h"
 #include "platform/localeTexts.h"
@@ -76,6 +77,7 @@ CompressMeasuring::CompressMeasuring(AppModel& model, OpenFilePtr file)
 CompressMeasuring::~CompressMeasuring()
 {
     stop();
+    spawn(m_model.engine().forgetPictures());
 }
 
 void CompressMeasuring::stop()

@@ -27,11 +27,6 @@ RungBuilder::Running* RungBuilder::running(const Compression::Rung& rung)
     return found == m_running.end() ? nullptr : &*found;
 }
 
-RungBuilder::~RungBuilder()
-{
-    m_engine.forgetPictures();
-}
-
 void RungBuilder::keep(Compression::Rung rung, QByteArray data)
 {
     qsizetype kept = data.size();

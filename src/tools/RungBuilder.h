@@ -19,8 +19,6 @@ class RungBuilder {
 public:
     /// The engine must outlive this. `plan` has no quality.
     RungBuilder(PDFEngine& engine, BuildPlan plan) : m_engine(engine), m_plan(std::move(plan)) {}
-    ~RungBuilder();
-    Q_DISABLE_COPY_MOVE(RungBuilder)
 
     /// Takes a rung that was built before.
     void keep(Compression::Rung rung, QByteArray data);

@@ -180,9 +180,10 @@ class Examination:
                 self._report.note("page count", f"{rung} has {copy.pages}, the original {original.pages}")
             elif rung != ORIGINAL:
                 self._compare(rung, copy, original)
+                copy.forget_pages()
 
     def _compare(self, rung, copy, original):
-        if copy.sizes != original.sizes:
+        if copy.sizes != original.sizes or len(copy.sizes) != copy.pages:
             self._report.note("page size", f"{rung}: {_first_unlike(copy.sizes, original.sizes)}")
         if copy.texts is None:
             self._report.note("text", f"{rung}: pdftotext cannot read it")

@@ -44,3 +44,7 @@ class Copy:
     @cached_property
     def mupdf_pages(self):
         return appearance.by_mupdf(self.plain)
+
+    def forget_pages(self):
+        """Lets go of the drawn pages, many megabytes where there are many."""
+        self.__dict__.pop("mupdf_pages", None)

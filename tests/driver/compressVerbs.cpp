@@ -1,7 +1,9 @@
 #include "verbs.h"
 
 #include "engine/EngineError.h"
+#include "engine/PDFEngine.h"
 #include "platform/Cancelled.h"
+#include "platform/spawn.h"
 #include "settled.h"
 #include "tools/CompressMeasuring.h"
 
@@ -122,6 +124,7 @@ QCoro::Task<> makeAndSave(CallPtr call, OpenFilePtr file, Wanted wanted, Ending 
         *ending = Outcome::Failed;
         call->answer.error = error.text();
     }
+    spawn(call->model().engine().forgetPictures());
     call->answer.fields[QStringLiteral("builds")] = builder->builds();
     if (*ending)
         co_return;
