@@ -27,14 +27,8 @@ public:
     std::vector<uint8_t> takeHoles() { return std::move(m_holes); }
 
 private:
-    struct Span {
-        int first; // old pixel
-        int count;
-        size_t weights; // into m_weights
-    };
-
     void makeSums();
-    void makeSpans();
+    void makeTaps();
     template <typename Sample> void accumulateRow(const Sample* row);
     void finishRow();
     template <int Channels> void averageAcross();
@@ -46,7 +40,8 @@ private:
     int m_summed; // channels of the sums: one more for opacity
     int m_rowsIn = 0;
     int m_rowsOut = 0;
-    std::vector<Span> m_spans;
+    int m_taps = 0;            // old pixels that a new one takes, in a row
+    std::vector<int> m_firsts; // the first of them, for each new pixel
     std::vector<float> m_weights;
     std::vector<float> m_weighted; // one old row, multiplied by its opacity
     std::vector<float> m_sums;     // the old rows that one new row covers
