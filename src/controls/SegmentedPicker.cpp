@@ -65,15 +65,18 @@ SegmentedPicker::SegmentedPicker(const QString& name, const QStringList& titles,
     row->setSpacing(0);
     for (const QString& title : titles) {
         auto* segment = new Segment(title, this);
+        segment->setFocusPolicy(Qt::ClickFocus);
         m_segments->addButton(segment, row->count());
         row->addWidget(segment, 1);
     }
-    setCurrent(0);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    // The Tab key goes to what is chosen. Groups see to that only once one of them has had the keyboard.
     connect(m_segments, &QButtonGroup::idToggled, this, [this](int position, bool chosen) {
+        m_segments->button(position)->setFocusPolicy(chosen ? Qt::StrongFocus : Qt::ClickFocus);
         if (chosen)
             emit currentChanged(position);
     });
+    setCurrent(0);
 }
 
 int SegmentedPicker::current() const

@@ -9,8 +9,11 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <QWindow>
+
+#include <algorithm>
 
 namespace folvane {
 
@@ -105,9 +108,25 @@ QRect SheetFrame::sheet() const
 void SheetFrame::fit()
 {
     const int width = m_width + this->width() - sheet().width();
+    const int before = this->height();
     const int height = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)
                                                      : layout()->totalSizeHint().height();
     setFixedSize(width, height);
+    if (height > before)
+        keepOnScreen();
+}
+
+// It grows downwards, and its buttons are at the bottom.
+void SheetFrame::keepOnScreen()
+{
+    if (!isVisible())
+        return;
+    const QRect room = screen()->availableGeometry();
+    const QRect place = sheet().translated(pos());
+    const int below = place.bottom() - room.bottom();
+    const int above = place.top() - room.top();
+    if (below > 0 && above > 0)
+        move(x(), y() - std::min(below, above));
 }
 
 void SheetFrame::setVisible(bool visible)

@@ -42,6 +42,7 @@ protected:
 private:
     void nameAfter(const QString& title);
     void fit();
+    void keepOnScreen();
     QRect sheet() const;
 
     const int m_width;

@@ -21,6 +21,8 @@ void AppModel::close(OpenFilePtr file)
     QList<OpenFilePtr> rest = files;
     rest.removeIf([&file](const OpenFilePtr& one) { return one->id == file->id; });
     files = rest;
+    if (sheet.value() && sheet.value()->fileID == file->id)
+        sheet = std::nullopt;
     if (signingFileID.value() == file->id)
         signingFileID = std::nullopt;
     if (destination.value() == Destination::file(file->id))

@@ -6,6 +6,7 @@
 #include "controls/TextLabel.h"
 #include "controls/Theme.h"
 #include "controls/appearance.h"
+#include "controls/popUpBelow.h"
 #include "documents/statusLine.h"
 #include "platform/spawn.h"
 #include "shell/ToolButtons.h"
@@ -115,7 +116,7 @@ QWidget* DocumentBar::makeMoreButton()
     m_more = new QMenu(tr("More"), this);
     connect(more, &Button::clicked, this, [this, more] {
         fillMoreMenu();
-        m_more->popup(more->mapToGlobal(more->frame().bottomLeft() + QPoint(0, 4)));
+        popUpBelow(*m_more, *more);
     });
     return more;
 }
@@ -143,6 +144,12 @@ void DocumentBar::refresh()
     m_password->setSymbol(m_file->password ? Icon::Lock : Icon::LockOutline);
     m_delete->setEnabled(!m_file->selection.value().isEmpty());
     m_save->setEnabled(!m_model.busy.value());
+}
+
+// Without this the titles of the tools would keep the bar from getting so narrow that they go.
+QSize DocumentBar::minimumSizeHint() const
+{
+    return layout()->totalMinimumSize() - QSize(m_tools->minimumSize().width() - m_tools->narrowest(), 0);
 }
 
 // What the name does not need at least is there for the titles of the tools.

@@ -25,6 +25,8 @@ public:
 
     void setFile(OpenFilePtr file);
 
+    QSize minimumSizeHint() const override;
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
 

@@ -16,7 +16,12 @@ Button* ToolButtons::add(Icon icon, const QString& title)
     button->setSymbol(icon);
     button->setToolTip(title);
     addWidget(button);
-    m_widthWithTitles += (m_buttons.isEmpty() ? 0 : spacing()) + itemAt(count() - 1)->sizeHint().width();
+    const int gap = m_buttons.isEmpty() ? 0 : spacing();
+    const QLayoutItem* item = itemAt(count() - 1);
+    m_widthWithTitles += gap + item->sizeHint().width();
+    button->setIconOnly(true);
+    m_widthOfIcons += gap + item->sizeHint().width();
+    button->setIconOnly(false);
     m_buttons.append(button);
     return button;
 }

@@ -18,11 +18,14 @@ public:
     Button* add(Icon icon, const QString& title);
     /// Shows the titles if the row fits into `width` with them.
     void fitInto(int width);
+    /// The width that the row needs at least: that of its icons.
+    int narrowest() const { return m_widthOfIcons; }
 
 private:
     QWidget* m_bar;
     QList<Button*> m_buttons;
     int m_widthWithTitles = 0;
+    int m_widthOfIcons = 0;
 };
 
 } // namespace folvane

@@ -84,9 +84,10 @@ void MergeList::setCurrentRow(int row)
 void MergeList::wantPictures()
 {
     m_pictures.setRoom(largestRowPaper * devicePixelRatioF());
+    const QRect near = viewport()->rect().adjusted(0, -mergeRowHeight, 0, mergeRowHeight);
     QList<PagePictures::Key> keys;
     for (int row = 0; isVisible() && row < m_rows.rowCount(); ++row)
-        if (rectOf(row).intersects(viewport()->rect()))
+        if (rectOf(row).intersects(near)) // a row that makes room for another may come into sight
             keys.append(keyOf(m_rows.item(row)));
     m_pictures.want(keys);
     if (m_pictures.isComplete())
@@ -141,7 +142,7 @@ MergeRow MergeList::rowAt(int row) const
     const PagePictures::Key key = keyOf(item);
     const bool removePressed = m_pressed.isRemove && m_pressed.row == row;
     return {
-        .number = row + 1,
+        .number = placeOf(row) + 1,
         .name = item.name,
         .pages = m_rows.pages(row),
         .paper = {m_pictures.picture(key), m_pictures.state(key) == PagePictures::State::Failed,
@@ -158,11 +159,20 @@ void MergeList::paintEvent(QPaintEvent*)
     QPainter painter(viewport());
     for (int row = 0; row < m_rows.rowCount(); ++row) {
         const bool isLifted = m_drag && m_rows.item(row).id == m_drag->item;
-        if (rectOf(row).intersects(viewport()->rect()) && !isLifted)
-            drawMergeRow(painter, rectOf(row), rowAt(row));
+        const QRect rect = rectOf(placeOf(row));
+        if (rect.intersects(viewport()->rect()) && !isLifted)
+            drawMergeRow(painter, rect, rowAt(row));
     }
     if (m_drag)
         drawDrag(painter);
+}
+
+// As wide as the list: a scroll bar stands beside the cards, in their margin, and does not push them out of line.
+QRect MergeList::rectOf(int row) const
+{
+    QRect rect = visualRect(m_rows.index(row));
+    rect.setWidth(width());
+    return rect;
 }
 
 MergeList::Spot MergeList::spotAt(const QPoint& place) const

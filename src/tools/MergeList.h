@@ -57,7 +57,7 @@ private:
     void wantPictures();
     QString toolTipAt(const QPoint& place) const;
     MergeRow rowAt(int row) const;
-    QRect rectOf(int row) const { return visualRect(m_rows.index(row)); }
+    QRect rectOf(int row) const;
     Spot spotAt(const QPoint& place) const;
     void setHovered(const Spot& spot);
     void remove(int row);
@@ -68,7 +68,8 @@ private:
     void beginDrag(const QPoint& at);
     void dragTo(int y);
     void endDrag(bool drops);
-    int dropRow() const;
+    int landingPlace() const;
+    int placeOf(int row) const;
     void scrollWhileDragging();
     void drawDrag(QPainter& painter) const;
 

@@ -6,6 +6,7 @@
 #include "controls/appearance.h"
 #include "controls/continuousRect.h"
 #include "controls/droppedFiles.h"
+#include "controls/popUpBelow.h"
 #include "controls/visualMargin.h"
 #include "platform/spawn.h"
 #include "tools/MergeList.h"
@@ -17,7 +18,6 @@
 #include <QPainter>
 #include <QPointer>
 #include <QStackedWidget>
-#include <QStyle>
 
 namespace folvane {
 
@@ -86,10 +86,7 @@ QWidget* MergeView::makeAddButton()
     m_addMenu = new QMenu(tr("Add"), this);
     connect(m_add, &Button::clicked, this, [this] {
         fillAddMenu();
-        const int shadow = style()->pixelMetric(QStyle::PM_MenuPanelWidth, nullptr, m_addMenu);
-        const int menuWidth = m_addMenu->sizeHint().width() - 2 * shadow;
-        const QPoint below = m_add->frame().bottomRight() + QPoint(1 - menuWidth, 4);
-        m_addMenu->popup(m_add->mapToGlobal(below));
+        popUpBelow(*m_addMenu, *m_add);
     });
     return m_add;
 }

@@ -1,13 +1,11 @@
 #include "tools/MergeList.h"
 
-#include "controls/Theme.h"
-
 #include <QPainter>
 #include <QScrollBar>
 
 #include <algorithm>
 
-// A row that is taken hold of hangs at the pointer, in the list alone, and the others show where it would land.
+// A row that is taken hold of hangs at the pointer, in the list alone, and the others make room where it would land.
 
 namespace folvane {
 
@@ -38,23 +36,34 @@ void MergeList::endDrag(bool drops)
     if (!m_drag)
         return;
     const int row = m_rows.rowOf(m_drag->item);
-    const int to = dropRow();
+    const int place = row < 0 ? row : landingPlace();
     m_drag.reset();
     m_pressed = {};
     m_scrolling.stop();
     viewport()->unsetCursor();
     viewport()->update();
     if (drops)
-        move(row, to);
+        move(row, place > row ? place + 1 : place);
 }
 
-// The row takes the place that it covers most, and those between make room.
-int MergeList::dropRow() const
+// That which the row covers most.
+int MergeList::landingPlace() const
 {
-    const int row = m_rows.rowOf(m_drag->item);
     const double top = m_drag->pointer - m_drag->grabbedAt - rectOf(0).top();
-    const int place = std::clamp(qRound(top / mergeRowHeight), 0, m_rows.rowCount() - 1);
-    return place > row ? place + 1 : place;
+    return std::clamp(qRound(top / mergeRowHeight), 0, m_rows.rowCount() - 1);
+}
+
+// Where the row would stand if the one that is dragged were let go.
+int MergeList::placeOf(int row) const
+{
+    const int from = m_drag ? m_rows.rowOf(m_drag->item) : -1;
+    if (from < 0)
+        return row;
+    const int to = landingPlace();
+    if (row == from)
+        return to;
+    const int withoutIt = row > from ? row - 1 : row;
+    return withoutIt >= to ? withoutIt + 1 : withoutIt;
 }
 
 void MergeList::scrollWhileDragging()
@@ -72,15 +81,8 @@ void MergeList::drawDrag(QPainter& painter) const
     const int row = m_rows.rowOf(m_drag->item);
     if (row < 0)
         return;
-    const int to = dropRow();
-    const QRect home = rectOf(row);
-    if (to != row && to != row + 1) {
-        const int y = std::max(rectOf(0).top() + to * mergeRowHeight, 2); // at the top half of it is outside
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(theme::accent, 4, Qt::SolidLine, Qt::RoundCap));
-        painter.drawLine(cardOf(home).left() + 2, y, cardOf(home).right() - 2, y);
-    }
-    QRect hanging = home;
+    drawLandingPlace(painter, rectOf(landingPlace()));
+    QRect hanging = rectOf(row);
     hanging.moveTop(m_drag->pointer - m_drag->grabbedAt);
     drawLiftedRow(painter, hanging, rowAt(row));
 }

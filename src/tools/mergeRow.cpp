@@ -20,7 +20,7 @@ constexpr int spacing = 12;
 constexpr int gripSide = 20;
 constexpr int removeSide = 32;
 constexpr int removeIcon = 20;
-constexpr int narrowestNumber = 20;
+constexpr int narrowestNumber = 26; // room for three digits
 constexpr double radius = 12;
 const Shadow rest{theme::faded(theme::black, 0.05), 6, 2};
 const Shadow lifted{theme::faded(theme::black, 0.18), 16, 6};
@@ -119,6 +119,16 @@ QRect removeButtonOf(const QRect& rect)
 void drawMergeRow(QPainter& painter, const QRect& rect, const MergeRow& row)
 {
     drawCardWith(painter, rect, row, rest);
+}
+
+void drawLandingPlace(QPainter& painter, const QRect& rect)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF place = QRectF(cardOf(rect)).adjusted(1, 1, -1, -1);
+    painter.fillPath(continuousRect(place, radius), theme::accentSoft);
+    painter.strokePath(continuousRect(place, radius), QPen(theme::accent, 2));
+    painter.restore();
 }
 
 void drawLiftedRow(QPainter& painter, const QRect& rect, const MergeRow& row)

@@ -33,5 +33,7 @@ QRect removeButtonOf(const QRect& rect);
 void drawMergeRow(QPainter& painter, const QRect& rect, const MergeRow& row);
 /// The same as it hangs at the pointer.
 void drawLiftedRow(QPainter& painter, const QRect& rect, const MergeRow& row);
+/// The place that is kept free for it.
+void drawLandingPlace(QPainter& painter, const QRect& rect);
 
 } // namespace folvane

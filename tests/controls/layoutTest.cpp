@@ -4,10 +4,12 @@
 #include "controls/NoteBanner.h"
 #include "controls/Panel.h"
 #include "controls/pictures.h"
+#include "controls/popUpBelow.h"
 #include "controls/visualMargin.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextLayout>
@@ -97,6 +99,24 @@ TEST_P(NoteBannerAtWidth, WrapsWithoutClipping)
 
 INSTANTIATE_TEST_SUITE_P(Widths, NoteBannerAtWidth, testing::Values(180, 320, 700));
 
+// At either edge of the window the menu stays inside.
+TEST(MenuOfAButton, StaysWithinTheWindow)
+{
+    for (const bool isAtTheRight : {false, true}) {
+        QWidget window;
+        window.setGeometry(100, 100, 400, 200);
+        auto* button = new Button(Button::Kind::Tool, QStringLiteral("More"), &window);
+        button->resize(button->sizeHint());
+        button->move(isAtTheRight ? window.width() - button->width() : 0, 0);
+        window.show();
+        QMenu menu;
+        QAction* entry = menu.addAction(QString(16, u'W'));
+        popUpBelow(menu, *button);
+        const QRect shown = menu.actionGeometry(entry).translated(menu.pos());
+        EXPECT_TRUE(window.geometry().contains(shown)) << shown.left() << " to " << shown.right();
+    }
+}
+
 TEST(SheetFrameSize, FollowsItsTexts)
 {
     Alert alert(QStringLiteral("Something went wrong"), QStringLiteral("Short."));
@@ -112,6 +132,19 @@ TEST(SheetFrameSize, FollowsItsTexts)
     alert.setText(QStringLiteral("Short."));
     QCoreApplication::sendPostedEvents(&alert, QEvent::LayoutRequest);
     EXPECT_EQ(alert.size(), before);
+}
+
+TEST(SheetFrameSize, KeepsItsButtonsOnTheScreen)
+{
+    Alert alert(QStringLiteral("Something went wrong"), QStringLiteral("Short."));
+    alert.addButton(QStringLiteral("OK"), Alert::Role::Default);
+    alert.open();
+    const auto* button = alert.findChild<Button*>();
+    const QRect screen = alert.screen()->availableGeometry();
+    alert.move(alert.x(), screen.bottom() - alert.height());
+    alert.setText(QString(400, u'W'));
+    QCoreApplication::sendPostedEvents(&alert, QEvent::LayoutRequest);
+    EXPECT_LE(button->mapToGlobal(button->rect().bottomLeft()).y(), screen.bottom());
 }
 
 TEST(SheetFrameLook, IsRoundOnATransparentGroundAndHoldsAllOfIt)

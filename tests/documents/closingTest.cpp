@@ -23,10 +23,14 @@ TEST_F(Closing, OfTheShownDocumentShowsTheNewestThatIsLeft)
     const OpenFilePtr c = open({putPdf("c.pdf", 1)});
     open({a->url});
     model->signingFileID = a->id;
+    model->sheet = FileSheet{FileSheet::Kind::Compress, a->id};
     model->close(a);
     EXPECT_EQ(shown(), c);
     EXPECT_FALSE(model->signingFileID.value());
+    EXPECT_FALSE(model->sheet.value());
+    model->sheet = FileSheet{FileSheet::Kind::Compress, c->id};
     model->close(b);
+    EXPECT_TRUE(model->sheet.value()) << "it is about another document";
     EXPECT_EQ(shown(), c);
     model->close(c);
     EXPECT_TRUE(isHome());

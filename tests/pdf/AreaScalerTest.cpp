@@ -72,7 +72,8 @@ TEST_P(Scaling, AveragesTheAreaOfEachNewPixel)
     ASSERT_EQ(result.bytes.size(), static_cast<size_t>(pixelCount(row.to) * row.channels));
     for (int y = 0; y < row.to.height(); ++y) {
         for (int i = 0; i < row.to.width() * row.channels; ++i)
-            EXPECT_NEAR(result.row(y)[i], expected(i / row.channels, y, i % row.channels), 0.51) << i << ' ' << y;
+            EXPECT_NEAR(result.row(y)[i], expected(i / row.channels, y, i % row.channels), 0.51)
+                << i << ' ' << y;
     }
 }
 

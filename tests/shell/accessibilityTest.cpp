@@ -151,6 +151,40 @@ TEST_F(Accessibility, APageSaysItsNumberSelectionAndStamps)
                     grid().visualRect(grid().model()->index(1, 0)).size()));
 }
 
+struct TabOrder {
+    const char* name;
+    FileSheet::Kind kind;
+    QStringList stops; ///< from where the keyboard is at first
+};
+
+class TabOrders : public Accessibility, public testing::WithParamInterface<TabOrder> {};
+
+TEST_P(TabOrders, GoFromTopToBottom)
+{
+    const OpenFilePtr file = openPages(3);
+    model.sheet = FileSheet{GetParam().kind, file->id};
+    shown<QDialog>()->activateWindow();
+    ASSERT_TRUE(waitFor([this] { return QApplication::activeWindow() == shown<QDialog>(); }));
+    QStringList stops;
+    for (int i = 0; i < GetParam().stops.size(); ++i) {
+        QWidget* at = QApplication::focusWidget();
+        stops += QAccessible::queryAccessibleInterface(at)->text(QAccessible::Name);
+        QTest::keyClick(at, Qt::Key_Tab);
+    }
+    EXPECT_EQ(stops, GetParam().stops);
+    model.sheet = std::nullopt;
+}
+
+using Kind = FileSheet::Kind;
+
+INSTANTIATE_TEST_SUITE_P(
+    Sheets, TabOrders,
+    testing::Values(TabOrder{"Split", Kind::Split, {"By page ranges", "Cancel", "By page ranges"}},
+                    TabOrder{
+                        "Password", Kind::Password, {"Password", "Repeat password", "Cancel", "Password"}},
+                    TabOrder{"Export", Kind::ExportImages, {"Export…", "PNG", "Good (200 dpi)", "Cancel"}}),
+    [](const auto& order) { return std::string(order.param.name); });
+
 TEST_F(Accessibility, TheKeyboardReachesEveryControlOfTheWindow)
 {
     openPages(2);

@@ -1,12 +1,16 @@
 #include "shell/WindowTest.h"
 
+#include "controls/Button.h"
 #include "shell/BusyOverlay.h"
+#include "shell/DocumentBar.h"
+#include "shell/SidebarView.h"
 #include "shell/ToastView.h"
 #include "support/await.h"
 
 #include <QAction>
 #include <QMimeData>
 #include <QScrollBar>
+#include <QSplitter>
 
 namespace folvane {
 namespace {
@@ -47,6 +51,27 @@ TEST_F(InWindow, EscapeAsksTheJobToStopAndTheOverlayStaysUntilItHas)
     EXPECT_TRUE(overlay->isVisible());
     model.busy = std::nullopt;
     EXPECT_FALSE(overlay->isVisible());
+}
+
+TEST_F(InWindow, AWideSidebarTakesTheTitlesOfTheTools)
+{
+    openPages(1);
+    const Button* split = nullptr;
+    for (const Button* button : window.findChildren<Button*>())
+        split = button->isVisible() && button->text() == QStringLiteral("Split") ? button : split;
+    ASSERT_TRUE(split);
+    const int withTitle = split->frame().width();
+    window.resize(window.minimumSize());
+    const auto* sidebar = window.findChild<SidebarView*>();
+    window.findChild<QSplitter*>()->setSizes(
+        {sidebar->maximumWidth(), window.width() - sidebar->maximumWidth()});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(sidebar->width(), sidebar->maximumWidth());
+    EXPECT_EQ(window.size(), window.minimumSize());
+    EXPECT_LT(split->frame().width(), withTitle);
+    const auto* bar = window.findChild<DocumentBar*>();
+    const auto* save = bar->findChildren<Button*>().last();
+    EXPECT_LE(save->mapTo(bar, save->frame().bottomRight()).x(), bar->width());
 }
 
 TEST_F(InWindow, SavingShowsAToastThatLeadsToTheFile)

@@ -98,6 +98,9 @@ void showCompressing(Tour& tour)
     tour.movingPicture(QStringLiteral("compress-measuring"));
     waitFor(tour, QStringLiteral("Small"));
     tour.picture(QStringLiteral("compress-measured"));
+    tour.hand().key(Qt::Key_Down);
+    Tour::check(row(tour, QStringLiteral("Small")).isChecked(), QStringLiteral("the arrow keys choose"));
+    tour.picture(QStringLiteral("compress-by-keyboard"));
     fitToLimits(tour);
     saveSmall(tour);
 

@@ -15,6 +15,10 @@ void showExporting(Tour& tour)
     tour.press(QStringLiteral("Screen (100 dpi)"));
     tour.press(QStringLiteral("JPEG"));
     tour.picture(QStringLiteral("export-chosen"));
+    tour.hand().key(Qt::Key_Tab);
+    tour.hand().key(Qt::Key_Right);
+    tour.picture(QStringLiteral("export-by-keyboard"));
+    tour.hand().key(Qt::Key_Left);
     tour.hand().key(Qt::Key_Escape);
 
     tour.select({1, 4});

@@ -10,6 +10,19 @@ const QString longName =
                    "its lanterns, with all appendices and a letter from the north (final, corrected)");
 const QString oneWord = QString(180, QLatin1Char('m'));
 
+void showInTools(Tour& tour)
+{
+    for (const char* tool : {"Compress", "Password"}) {
+        tour.press(QLatin1String(tool));
+        tour.picture(QStringLiteral("long-name-%1").arg(QString::fromLatin1(tool).toLower()));
+        tour.hand().key(Qt::Key_Escape);
+    }
+    tour.press(QStringLiteral("Merge PDFs"));
+    tour.press(QStringLiteral("Add"));
+    tour.picture(QStringLiteral("long-name-menu"));
+    tour.hand().key(Qt::Key_Escape);
+}
+
 } // namespace
 
 void showLongNames(Tour& tour)
@@ -38,8 +51,12 @@ void showLongNames(Tour& tour)
     tour.press(QStringLiteral("Open…"));
     tour.waitUntilShown(QStringLiteral("The question for a password"),
                         [&tour] { return tour.model().passwordRequest.value().has_value(); });
-    tour.picture(QStringLiteral("long-name-password"));
-    tour.hand().key(Qt::Key_Escape);
+    tour.picture(QStringLiteral("long-name-locked"));
+    tour.hand().type(QStringLiteral("x"));
+    tour.press(QStringLiteral("Open"));
+    tour.waitUntilShown(QStringLiteral("The opening of the locked file"),
+                        [&tour] { return tour.shown()->password.has_value(); });
+    showInTools(tour);
 }
 
 } // namespace folvane

@@ -1,5 +1,6 @@
 #include "tools/MergeList.h"
 #include "tools/MergeView.h"
+#include "tools/mergeRow.h"
 #include "tour/sampleFiles.h"
 #include "tour/steps.h"
 
@@ -17,25 +18,27 @@ QString order(const AppModel& model)
     return names.join(QStringLiteral(", "));
 }
 
-/// The row stays in the window while it is dragged: the mouse alone does it, without the system.
-void dragRow(Tour& tour, int row, int to, const std::function<void()>& over)
+/// Drags it so many rows down. It stays in the window: the mouse alone does it, without the system.
+void dragRow(Tour& tour, int row, double rows, const std::function<void()>& over)
 {
     MergeList& list = tour.window().mergeView().list();
-    const auto middle = [&list](int of) { return list.visualRect(list.model()->index(of, 0)).center(); };
+    const QPoint from = list.visualRect(list.model()->index(row, 0)).center();
+    const QPoint way(0, qRound(rows * mergeRowHeight));
     QWidget* viewport = list.viewport();
     const int steps = 12;
-    QTest::mousePress(viewport, Qt::LeftButton, {}, middle(row));
+    QTest::mousePress(viewport, Qt::LeftButton, {}, from);
     for (int step = 1; step <= steps; ++step)
-        QTest::mouseMove(viewport, middle(row) + (middle(to) - middle(row)) * step / steps);
+        QTest::mouseMove(viewport, from + way * step / steps);
     over();
-    QTest::mouseRelease(viewport, Qt::LeftButton, {}, middle(to));
+    QTest::mouseRelease(viewport, Qt::LeftButton, {}, from + way);
 }
 
 void addMany(Tour& tour)
 {
-    QList<QUrl> files;
+    QList<QUrl> chapters;
     for (int i = 1; i <= 24; ++i)
-        files.append(tour.sample(QStringLiteral("Chapter %1.pdf").arg(i), i, Paper::Mixed));
+        chapters.append(tour.sample(QStringLiteral("Chapter %1.pdf").arg(i), i, Paper::Mixed));
+    QList<QUrl> files = chapters + chapters + chapters + chapters;
     files.append(
         tour.sample(QStringLiteral("Minutes of the extraordinary meeting of the committee for the copper "
                                    "harbour and its lanterns, with all appendices.pdf"),
@@ -44,7 +47,15 @@ void addMany(Tour& tour)
     tour.press(QStringLiteral("Add"));
     tour.choose(QStringLiteral("Add Files…"));
     tour.waitUntilShown(QStringLiteral("The adding of many files"),
-                        [&tour] { return tour.model().merge.items.value().size() == 28; });
+                        [&tour] { return tour.model().merge.items.value().size() == 100; });
+}
+
+void showManyFiles(Tour& tour)
+{
+    addMany(tour);
+    tour.picture(QStringLiteral("merge-many-files"));
+    tour.window().resize(1000, 660);
+    dragRow(tour, 98, -2.4, [&tour] { tour.picture(QStringLiteral("merge-many-dragging")); });
 }
 
 } // namespace
@@ -76,7 +87,7 @@ void showMerging(Tour& tour)
     tour.picture(QStringLiteral("merge-menu"));
     tour.hand().key(Qt::Key_Escape);
 
-    dragRow(tour, 2, 0, [&tour] { tour.picture(QStringLiteral("merge-dragging")); });
+    dragRow(tour, 2, -2, [&tour] { tour.picture(QStringLiteral("merge-dragging")); });
     Tour::check(order(model) == QStringLiteral("Letter, Annual report, Hills"),
                 QStringLiteral("the dragged row comes first"));
     tour.hand().key(Qt::Key_Tab);
@@ -92,10 +103,12 @@ void showMerging(Tour& tour)
     tour.waitUntilShown(QStringLiteral("The merging"), [&model] { return model.toast.value().has_value(); });
     Tour::check(checkedTexts(path).size() == 14, QStringLiteral("the merged file has all pages"));
     tour.picture(QStringLiteral("merge-done"));
-    addMany(tour);
-    tour.picture(QStringLiteral("merge-many-files"));
+    showManyFiles(tour);
     tour.press(QStringLiteral("Clear"));
     tour.picture(QStringLiteral("merge-cleared"));
+    tour.press(QStringLiteral("Add"));
+    tour.choose(QStringLiteral("Letter"));
+    tour.picture(QStringLiteral("merge-one-file"));
 }
 
 } // namespace folvane

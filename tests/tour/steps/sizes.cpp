@@ -1,6 +1,9 @@
 #include "shell/RootView.h"
+#include "shell/SidebarView.h"
 #include "tour/sampleFiles.h"
 #include "tour/steps.h"
+
+#include <QSplitter>
 
 namespace folvane {
 
@@ -14,6 +17,24 @@ void resize(Tour& tour, const QSize& size)
     tour.window().resize(size);
     tour.waitUntilShown(QStringLiteral("The resizing of the window"),
                         [&tour, size] { return tour.window().size() == size; });
+}
+
+/// The least room that the bar over a document gets.
+void showNarrowest(Tour& tour)
+{
+    resize(tour, smallest);
+    const auto* sidebar = tour.window().findChild<SidebarView*>();
+    tour.window().findChild<QSplitter*>()->setSizes(
+        {sidebar->maximumWidth(), smallest.width() - sidebar->maximumWidth()});
+    tour.picture(QStringLiteral("narrowest-document"));
+    tour.press(QStringLiteral("More"));
+    tour.picture(QStringLiteral("narrowest-menu-more"));
+    tour.hand().key(Qt::Key_Escape);
+    tour.press(QStringLiteral("Compress"));
+    tour.picture(QStringLiteral("narrowest-compress"));
+    tour.hand().key(Qt::Key_Escape);
+    tour.press(QStringLiteral("Merge PDFs"));
+    tour.picture(QStringLiteral("narrowest-merge-empty"));
 }
 
 /// The sidebar goes and comes back by the View menu.
@@ -51,6 +72,7 @@ void showSizes(Tour& tour)
     showAt(tour, smallest);
     showAt(tour, large);
     hideSidebar(tour);
+    showNarrowest(tour);
 }
 
 } // namespace folvane

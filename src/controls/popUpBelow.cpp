@@ -1,0 +1,26 @@
+#include "controls/popUpBelow.h"
+
+#include "controls/Button.h"
+
+#include <QMenu>
+#include <QStyle>
+
+namespace folvane {
+
+namespace {
+
+constexpr int gap = 4;
+
+} // namespace
+
+void popUpBelow(QMenu& menu, const Button& button)
+{
+    const int shadow = menu.style()->pixelMetric(QStyle::PM_MenuPanelWidth, nullptr, &menu);
+    const int width = menu.sizeHint().width() - 2 * shadow;
+    const QRect frame = button.frame();
+    const bool fits = button.mapTo(button.window(), frame.topLeft()).x() + width <= button.window()->width();
+    const int left = fits ? frame.left() : frame.right() + 1 - width;
+    menu.popup(button.mapToGlobal(QPoint(left, frame.bottom() + gap)));
+}
+
+} // namespace folvane
