@@ -1,5 +1,8 @@
 #include "pdf/imageUses.h"
 
+#include <map>
+#include <ranges>
+
 namespace folvane::pdf {
 
 namespace {
@@ -31,6 +34,16 @@ struct References {
     }
 };
 
+double statedPixels(QPDFObjectHandle image)
+{
+    double pixels = 1;
+    for (const char* side : {"/Width", "/Height"}) {
+        QPDFObjectHandle value = image.getDict().getKey(side);
+        pixels *= value.isInteger() ? static_cast<double>(value.getIntValue()) : 0;
+    }
+    return pixels;
+}
+
 } // namespace
 
 std::vector<ImageUse> imageUses(QPDF& document)
@@ -43,14 +56,16 @@ std::vector<ImageUse> imageUses(QPDF& document)
         if (isImage(object))
             images.push_back(object);
     }
-    std::vector<ImageUse> uses;
+    std::map<std::pair<double, QPDFObjGen>, ImageUse> largestFirst;
     for (const QPDFObjectHandle& image : images) {
         if (references.untouchable.count(image.getObjGen()) > 0)
             continue;
         const bool isMask = references.softMasks.count(image.getObjGen()) > 0;
-        uses.push_back({image, isMask ? StoredImage::Role::SoftMask : StoredImage::Role::Picture});
+        const auto role = isMask ? StoredImage::Role::SoftMask : StoredImage::Role::Picture;
+        largestFirst.insert({{-statedPixels(image), image.getObjGen()}, {image, role}});
     }
-    return uses;
+    const auto uses = std::views::values(largestFirst);
+    return {uses.begin(), uses.end()};
 }
 
 } // namespace folvane::pdf

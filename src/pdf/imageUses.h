@@ -12,8 +12,8 @@ struct ImageUse {
     StoredImage::Role role = StoredImage::Role::Picture;
 };
 
-/// Every image object of the document that may be worked on, each once, in the order of the objects. Left out are
-/// stencils, previews, and soft masks that must keep the size of their picture.
+/// Every image object of the document that may be worked on, each once, the largest first, so that no core is left with
+/// a long job at the end. Left out are stencils, previews, and soft masks that must keep the size of their picture.
 std::vector<ImageUse> imageUses(QPDF& document);
 
 } // namespace folvane::pdf
