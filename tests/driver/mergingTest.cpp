@@ -1,5 +1,7 @@
 #include "DriverTest.h"
 
+#include "pdf/rawPdf.h"
+
 #include <QRandomGenerator>
 #include <QRegularExpression>
 
@@ -100,19 +102,11 @@ QByteArray wholeDocument(const QByteArray& letter)
         "<</Type/Annot/Subtype/Link/Rect[50 100 200 130]/Dest[4 0 R/Fit]>>",
         "<</Type/Annot/Subtype/Link/Rect[50 200 200 230]/A 11 0 R>>",
         "<</S/GoTo/D(end)>>",
-        "<</Type/XObject/Subtype/Image/Width 100/Height 100/ColorSpace/DeviceRGB/BitsPerComponent 8/Length "
-            + QByteArray::number(samples.size()) + ">>stream\n" + samples + "\nendstream",
-        "<</Length " + QByteArray::number(drawing.size()) + ">>stream\n" + drawing + "\nendstream"};
-    QByteArray bytes = "%PDF-1.4\n";
-    QByteArray table = "0000000000 65535 f \n";
-    for (qsizetype i = 0; i < bodies.size(); ++i) {
-        table += QByteArray::number(bytes.size()).rightJustified(10, '0') + " 00000 n \n";
-        bytes += QByteArray::number(i + 1) + " 0 obj\n" + bodies[i] + "\nendobj\n";
-    }
-    const QByteArray size = QByteArray::number(bodies.size() + 1);
-    const QByteArray start = QByteArray::number(bytes.size());
-    return bytes + "xref\n0 " + size + "\n" + table + "trailer\n<</Size " + size
-           + "/Root 1 0 R>>\nstartxref\n" + start + "\n%%EOF\n";
+        pdf::rawStream(
+            "/Type/XObject/Subtype/Image/Width 100/Height 100/ColorSpace/DeviceRGB/BitsPerComponent 8",
+            samples),
+        pdf::rawStream({}, drawing)};
+    return pdf::rawPdf(bodies);
 }
 
 /// What belongs to the document as a whole, by the eyes of libraries that had no part in making it.
