@@ -8,16 +8,14 @@
 #include "documents/MergeModel.h"
 #include "documents/OpenFile.h"
 #include "documents/PasswordRequest.h"
+#include "documents/Sources.h"
 #include "documents/Toast.h"
-#include "engine/OpenResult.h"
 #include "engine/Thumbnails.h"
 #include "platform/Panels.h"
-#include "platform/SourceFile.h"
 
 #include <QCoroTask>
 
 #include <QByteArray>
-#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QProperty>
@@ -119,7 +117,7 @@ public:
     QCoro::Task<std::optional<QUrl>> chooseSaveURL(QString name, std::optional<QUrl> near);
     QCoro::Task<std::optional<QUrl>> chooseFolder(std::optional<QUrl> near, QString prompt);
     /// A write to `url` would destroy a source that open work depends on (links followed, also hard ones).
-    bool isInUse(const QUrl& url) const;
+    bool isInUse(const QUrl& url) const { return m_sources->isInUse(url); }
     void run(QString title, Job work);
     void write(BuildPlan plan, QUrl url, QString title, Action onSaved);
     QCoro::Task<> save(QByteArray data, QString name, std::optional<QUrl> near);
@@ -136,10 +134,9 @@ public:
     /// Asks for a place and writes all rows there as one PDF without a password. Fewer than two rows do nothing.
     QCoro::Task<> mergeFiles();
 
-    // sources.cpp
     /// While somebody has the result, the files that these pages point at stay open: for a job of several builds, whose
     /// document may be closed meanwhile.
-    std::shared_ptr<const void> keepSources(const std::vector<PageItem>& pages);
+    Sources::Hold keepSources(const std::vector<PageItem>& pages);
 
     // closing.cpp
     /// Closes at once, or asks first (`closingFile`) when the document is edited.
@@ -157,26 +154,16 @@ signals:
     void fileWritten(QUrl url);
 
 private:
-    /// What unlocked a source, and which file it was when it was opened: its path may lead elsewhere by now.
-    struct KnownSource {
-        std::optional<FileIdentity> identity;
-        std::optional<QString> password;
-    };
     struct PasswordQuestion {
         PasswordRequest request;
+        QUrl url;
         Answer<std::optional<QString>> answer;
     };
-    /// Sources of an operation that has not turned them into pages yet: in use while somebody has this.
-    using SourceHold = std::shared_ptr<const QSet<QUrl>>;
 
-    // sources.cpp
-    QCoro::Task<OpenResult> openSource(QUrl url, std::optional<QString> password = std::nullopt);
-    SourceHold holdSources(const QList<QUrl>& urls);
-    QSet<QUrl> sourcesInUse() const;
-    /// The engine lets go of those that nobody uses any more.
-    void releaseUnused(const QSet<QUrl>& sources);
+    QSet<QUrl> sourcesOfPages() const;
 
     // opening.cpp
+    QString failureToOpen(const QUrl& url, const OpenResult& result, const QString& otherwise) const;
     QCoro::Task<OpenFilePtr> openPdf(QUrl url);
     QCoro::Task<OpenFilePtr> openPictures(QList<QUrl> urls);
     OpenFilePtr openPdfAt(const QUrl& url) const;
@@ -184,8 +171,9 @@ private:
     void show(const OpenFile& file, std::optional<Tool> tool);
 
     // passwords.cpp
-    QCoro::Task<std::optional<QString>> askPassword(QString name, bool wasWrong);
-    void showNextQuestion();
+    QCoro::Task<std::optional<QString>> askPassword(QUrl url, bool wasWrong);
+    QCoro::Task<> showNextQuestion();
+    void answerFirstQuestion(std::optional<QString> password);
 
     // merging.cpp
     QCoro::Task<int> pagesToMerge(QUrl url);
@@ -206,8 +194,7 @@ private:
     Thumbnails m_thumbnails;
     std::stop_source
         m_end; ///< stopped by the destructor: a coroutine that goes on afterwards must not touch the model
-    QHash<QUrl, KnownSource> m_sources;
-    QList<std::weak_ptr<const QSet<QUrl>>> m_holds;
+    const std::shared_ptr<Sources> m_sources;
     std::deque<PasswordQuestion> m_questions; ///< the first one is up, or about to be
     std::stop_source m_toastTimer;
     QSet<QUrl> m_mergeSources; ///< of the rows to merge, when they last changed

@@ -28,7 +28,7 @@ void AppModel::close(OpenFilePtr file)
     if (destination.value() == Destination::file(file->id))
         destination = rest.isEmpty() ? Destination() : Destination::file(rest.last()->id);
     Qt::endPropertyUpdateGroup();
-    releaseUnused(sourcesOf(file->pages));
+    m_sources->releaseUnused(sourcesOf(file->pages));
 }
 
 std::optional<QuitQuestion> AppModel::quitQuestion() const

@@ -1,17 +1,27 @@
 #include "documents/fileNames.h"
 
-#include <QDir>
-#include <QFileInfo>
+#include <QTextBoundaryFinder>
+
+#include <algorithm>
 
 namespace folvane {
 
 namespace {
 
-/// A link that leads nowhere takes its name, too.
-bool isFree(const QString& path)
+constexpr qsizetype longestName = 255; // bytes that Linux file systems take
+constexpr qsizetype longestEnding = 9; // " 9999" and ".pdf"
+
+/// As many whole characters as fit into so many bytes of UTF-8.
+QString cutTo(const QString& text, qsizetype bytes)
 {
-    const QFileInfo info(path);
-    return !info.exists() && !info.isSymLink();
+    if (text.toUtf8().size() <= bytes)
+        return text;
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    qsizetype end = 0;
+    for (qsizetype next = 0; next >= 0 && QStringView(text).first(next).toUtf8().size() <= bytes;
+         next = finder.toNextBoundary())
+        end = next;
+    return text.first(end).trimmed();
 }
 
 } // namespace
@@ -39,13 +49,21 @@ QUrl folderOf(const QUrl& file)
     return file.adjusted(QUrl::StripTrailingSlash).adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash);
 }
 
-QUrl freeName(const QUrl& folder, const QString& name, const QString& extension)
+qsizetype longestSuggestedName()
 {
-    const QDir place(folder.toLocalFile());
-    QString path = place.filePath(name + u'.' + extension);
-    for (int count = 2; !isFree(path); ++count)
-        path = place.filePath(name + u' ' + QString::number(count) + u'.' + extension);
-    return QUrl::fromLocalFile(path);
+    return longestName - longestEnding;
+}
+
+QString nameWithTail(const QString& base, const QString& tail)
+{
+    return cutTo(base, std::max<qsizetype>(longestSuggestedName() - tail.toUtf8().size(), 1)) + tail;
+}
+
+// Put together by hand: a path that begins with a colon would be taken for one of the program's own resources.
+QUrl numberedFile(const QUrl& folder, const QString& name, const QString& extension, int count)
+{
+    const QString number = count > 1 ? u' ' + QString::number(count) : QString();
+    return QUrl::fromLocalFile(folder.toLocalFile() + u'/' + name + number + u'.' + extension);
 }
 
 } // namespace folvane

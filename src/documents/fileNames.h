@@ -15,7 +15,12 @@ QString nameWithoutEnding(const QUrl& url);
 QString withPdfEnding(const QString& name);
 /// The folder that holds the file.
 QUrl folderOf(const QUrl& file);
-/// A path in the folder at which nothing exists: "name.ext", else "name 2.ext", "name 3.ext" …
-QUrl freeName(const QUrl& folder, const QString& name, const QString& extension);
+/// `base` and `tail`, such as " (edited)". The base is cut where that would be longer than the name of a file can be,
+/// with an ending and a number behind it.
+QString nameWithTail(const QString& base, const QString& tail);
+/// How many bytes of UTF-8 such a name may have.
+qsizetype longestSuggestedName();
+/// "name.ext" in the folder for the count 1, then "name 2.ext", "name 3.ext" …
+QUrl numberedFile(const QUrl& folder, const QString& name, const QString& extension, int count);
 
 } // namespace folvane

@@ -1,5 +1,6 @@
 #include "documents/AppModel.h"
 #include "documents/pageLists.h"
+#include "documents/suggestedNames.h"
 #include "platform/fileKind.h"
 
 namespace folvane {
@@ -7,7 +8,7 @@ namespace folvane {
 QCoro::Task<> AppModel::addToMerge(QList<QUrl> urls)
 {
     const std::stop_token ended = m_end.get_token();
-    const SourceHold hold = holdSources(urls);
+    const Sources::Hold hold = m_sources->hold({urls.begin(), urls.end()});
     for (const QUrl& url : urls) {
         const int pageCount = co_await pagesToMerge(url);
         if (ended.stop_requested())
@@ -26,7 +27,7 @@ QCoro::Task<int> AppModel::pagesToMerge(QUrl url)
         co_return loaded ? loaded->pageCount : 0;
     }
     case FileKind::Picture: {
-        const OpenResult result = co_await openSource(url);
+        const OpenResult result = co_await m_sources->open(url);
         co_return result.kind == OpenResult::Kind::Opened ? 1 : 0;
     }
     case FileKind::Other: break;
@@ -40,7 +41,7 @@ QCoro::Task<> AppModel::mergeFiles()
         co_return;
     const std::stop_token ended = m_end.get_token();
     const MergeItem first = merge.items.value().front();
-    const QString name = first.name + QStringLiteral(" (") + tr("merged") + u')';
+    const QString name = suggestedName(first.name, tr("merged"));
     const std::optional<QUrl> url = co_await chooseSaveURL(name, first.url);
     if (ended.stop_requested() || !url)
         co_return;
@@ -60,7 +61,7 @@ void AppModel::followMerge()
     for (const MergeItem& item : merge.items.value())
         now.unite(sourcesOf(item.pages));
     const QSet<QUrl> before = std::exchange(m_mergeSources, now);
-    releaseUnused(before - now);
+    m_sources->releaseUnused(before - now);
 }
 
 } // namespace folvane

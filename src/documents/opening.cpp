@@ -5,6 +5,7 @@
 #include "platform/localeTexts.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
 #include <map>
 #include <ranges>
@@ -61,11 +62,25 @@ QCoro::Task<> AppModel::open(QList<QUrl> urls, std::optional<Tool> tool)
         show(*last, tool);
 }
 
+// A file that the system could not read for want of something, or of a whole disk, is not called damaged.
+QString AppModel::failureToOpen(const QUrl& url, const OpenResult& result, const QString& otherwise) const
+{
+    const QString name = lastPathComponent(url);
+    switch (result.systemError) {
+    case EMFILE:
+    case ENFILE:
+    case ENOMEM:
+    case EIO: return tr("“%1” can't be opened: %2.").arg(name, qt_error_string(result.systemError));
+    default: return otherwise.arg(name);
+    }
+}
+
 QCoro::Task<OpenFilePtr> AppModel::openPdf(QUrl url)
 {
     if (const OpenFilePtr known = openPdfAt(url))
         co_return known;
     const std::stop_token ended = m_end.get_token();
+    const Sources::Hold hold = m_sources->hold({url}); // until the document has it
     const std::optional<Loaded> loaded = co_await load(url);
     if (ended.stop_requested() || !loaded)
         co_return OpenFilePtr();
@@ -78,16 +93,16 @@ QCoro::Task<OpenFilePtr> AppModel::openPdf(QUrl url)
 QCoro::Task<OpenFilePtr> AppModel::openPictures(QList<QUrl> urls)
 {
     const std::stop_token ended = m_end.get_token();
-    const SourceHold hold = holdSources(urls);
+    const Sources::Hold hold = m_sources->hold({urls.begin(), urls.end()});
     std::vector<PageItem> pages;
     for (const QUrl& url : urls) {
-        const OpenResult result = co_await openSource(url);
+        const OpenResult result = co_await m_sources->open(url);
         if (ended.stop_requested())
             co_return OpenFilePtr();
         if (result.kind == OpenResult::Kind::Opened)
             pages.push_back(pagesOf(url, 1).front());
         else
-            errorMessage = tr("“%1” can't be opened.").arg(lastPathComponent(url));
+            errorMessage = failureToOpen(url, result, tr("“%1” can't be opened."));
     }
     if (pages.empty())
         co_return OpenFilePtr();
@@ -98,21 +113,20 @@ QCoro::Task<OpenFilePtr> AppModel::openPictures(QList<QUrl> urls)
 QCoro::Task<std::optional<AppModel::Loaded>> AppModel::load(QUrl url)
 {
     const std::stop_token ended = m_end.get_token();
-    const SourceHold hold = holdSources({url});
-    const QString name = lastPathComponent(url);
+    const Sources::Hold hold = m_sources->hold({url});
     std::optional<QString> password;
-    OpenResult result = co_await openSource(url);
+    OpenResult result = co_await m_sources->open(url);
     while (!ended.stop_requested() && result.kind == OpenResult::Kind::NeedsPassword) {
-        password = co_await askPassword(name, password.has_value());
+        password = co_await askPassword(url, password.has_value());
         if (!password)
             co_return std::nullopt;
-        result = co_await openSource(url, password);
+        result = co_await m_sources->open(url, password);
     }
     if (ended.stop_requested())
         co_return std::nullopt;
     if (result.kind == OpenResult::Kind::Opened && result.pageCount > 0)
-        co_return Loaded{result.pageCount, m_sources.value(url).password};
-    errorMessage = tr("“%1” can't be opened. It may be damaged or not a PDF.").arg(name);
+        co_return Loaded{result.pageCount, m_sources->password(url)};
+    errorMessage = failureToOpen(url, result, tr("“%1” can't be opened. It may be damaged or not a PDF."));
     co_return std::nullopt;
 }
 

@@ -124,7 +124,7 @@ bool AppModel::dropPages(OpenFilePtr file, const QStringList& items, std::option
 QCoro::Task<> AppModel::insertPages(OpenFilePtr file, QList<QUrl> urls)
 {
     const std::stop_token ended = m_end.get_token();
-    SourceHold hold = holdSources(urls);
+    const Sources::Hold hold = m_sources->hold({urls.begin(), urls.end()});
     std::vector<PageItem> found;
     for (const QUrl& url : urls) {
         const std::vector<PageItem> pages = co_await pagesToInsert(url);
@@ -132,10 +132,7 @@ QCoro::Task<> AppModel::insertPages(OpenFilePtr file, QList<QUrl> urls)
             co_return;
         found.insert(found.end(), pages.begin(), pages.end());
     }
-    hold.reset();
-    if (!this->file(file->id)) // closed meanwhile
-        releaseUnused(QSet<QUrl>(urls.begin(), urls.end()));
-    else if (!found.empty())
+    if (!found.empty() && this->file(file->id)) // it may have been closed meanwhile
         insert(*file, std::move(found));
 }
 
@@ -148,7 +145,7 @@ QCoro::Task<std::vector<PageItem>> AppModel::pagesToInsert(QUrl url)
             pages = pagesOf(url, loaded->pageCount);
         break;
     case FileKind::Picture: {
-        const OpenResult result = co_await openSource(url);
+        const OpenResult result = co_await m_sources->open(url);
         if (result.kind == OpenResult::Kind::Opened)
             pages = pagesOf(url, 1);
         break;

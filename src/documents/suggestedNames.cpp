@@ -4,15 +4,17 @@
 #include "documents/PageRanges.h"
 #include "documents/fileNames.h"
 
+#include <algorithm>
+
 namespace folvane {
 
 namespace {
 
-constexpr qsizetype longestName = 255; // bytes that Linux file systems take
+constexpr qsizetype leastForAList = 40; // bytes; a longer name makes room for it
 
-QString inBrackets(const QString& name, const QString& words)
+QString inBrackets(const QString& words)
 {
-    return name + QStringLiteral(" (") + words + u')';
+    return QStringLiteral(" (") + words + u')';
 }
 
 /// The list (ASCII), cut between two runs so that it takes no more than `room` bytes, if one run does.
@@ -31,15 +33,21 @@ QString cutTo(const QString& list, qsizetype room)
 QString suggestedName(const OpenFile& file)
 {
     if (!file.isPDF)
-        return file.name;
-    return inBrackets(file.name, file.hasStamps() ? AppModel::tr("signed") : AppModel::tr("edited"));
+        return nameWithTail(file.name, {});
+    return suggestedName(file.name, file.hasStamps() ? AppModel::tr("signed") : AppModel::tr("edited"));
+}
+
+QString suggestedName(const QString& name, const QString& words)
+{
+    return nameWithTail(name, inBrackets(words));
 }
 
 QString suggestedExtractName(const OpenFile& file)
 {
     const QString word = AppModel::tr("pages") + u' ';
-    const qsizetype room = longestName - withPdfEnding(inBrackets(file.name, word)).toUtf8().size();
-    return inBrackets(file.name, word + cutTo(PageRanges::describe(file.selectedPositions()), room));
+    const qsizetype room = longestSuggestedName() - (file.name + inBrackets(word)).toUtf8().size();
+    const QString list = cutTo(PageRanges::describe(file.selectedPositions()), std::max(room, leastForAList));
+    return suggestedName(file.name, word + list);
 }
 
 } // namespace folvane

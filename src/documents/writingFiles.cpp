@@ -18,6 +18,20 @@ QCoro::Task<> AppModel::writeFiles(QList<FileName> items, std::optional<QUrl> ne
     });
 }
 
+namespace {
+
+/// Where it was written: at the first name that nothing has.
+QUrl writeUnderFreeName(const QUrl& folder, const AppModel::FileName& item, const QByteArray& data)
+{
+    for (int count = 1;; ++count) {
+        const QUrl target = numberedFile(folder, item.name, item.extension, count);
+        if (writeNewFile(target, data))
+            return target;
+    }
+}
+
+} // namespace
+
 // One at a time, so that memory holds the bytes of one file only.
 QCoro::Task<> AppModel::makeAndWrite(QList<FileName> items, QUrl folder, MakeFile make, std::stop_token stop)
 {
@@ -26,9 +40,8 @@ QCoro::Task<> AppModel::makeAndWrite(QList<FileName> items, QUrl folder, MakeFil
     for (int i = 0; const FileName& item : items) {
         throwIfStopped(stop);
         const QByteArray data = co_await make(i++, stop);
-        const QUrl target = freeName(folder, item.name, item.extension);
-        const auto writing = [data, target] { writeFile(target, data); };
-        co_await inBackground(writing, stop);
+        const auto writing = [data, folder, item] { return writeUnderFreeName(folder, item, data); };
+        const QUrl target = co_await inBackground(writing, stop);
         if (ended.stop_requested())
             co_return;
         written.append(target);

@@ -8,7 +8,10 @@
 #include "pdf/ImageCache.h"
 #include "platform/Cancelled.h"
 
+#include <QHash>
+
 #include <algorithm>
+#include <map>
 
 namespace folvane {
 
@@ -16,18 +19,27 @@ namespace {
 
 const QSizeF sizeOfAMissingPage(595, 842);
 
-/// Pages of a file that was cut or rewritten in place would come out torn or blank.
-void requireIntact(const std::vector<pdf::PageCopy>& pages)
-{
-    const pdf::Document* checked = nullptr;
-    for (const pdf::PageCopy& page : pages) {
-        if (page.source == checked)
-            continue;
-        checked = page.source;
-        if (!checked->isIntact())
-            throw EngineError(EngineError::Kind::MissingPage);
+/// The files behind pages, from before a job to its end. Pages of a file that was cut or rewritten in place, or could not
+/// be read meanwhile, would come out torn or blank.
+class SourceWatch {
+public:
+    explicit SourceWatch(const std::vector<pdf::PageCopy>& pages)
+    {
+        for (const pdf::PageCopy& page : pages)
+            m_failedReads.try_emplace(page.source, page.source->failedReads());
+        requireIntact();
     }
-}
+
+    void requireIntact() const
+    {
+        for (const auto& [document, failedBefore] : m_failedReads)
+            if (!document->isIntact() || document->failedReads() != failedBefore)
+                throw EngineError(EngineError::Kind::MissingPage);
+    }
+
+private:
+    std::map<const pdf::Document*, quint64> m_failedReads;
+};
 
 /// The same pages as they are, open to everybody.
 BuildPlan flatCopy(BuildPlan plan)
@@ -35,6 +47,14 @@ BuildPlan flatCopy(BuildPlan plan)
     plan.password = std::nullopt;
     plan.quality = std::nullopt;
     return plan;
+}
+
+pdf::PageCopy pageCopy(pdf::Document* document, const PageItem& page, int mergedDocument)
+{
+    const std::optional<int> rotation = document ? document->rotation(page.source.index) : std::nullopt;
+    if (!rotation)
+        throw EngineError(EngineError::Kind::MissingPage);
+    return {document, page.source.index, pdf::normalisedAngle(*rotation + page.turn), mergedDocument};
 }
 
 /// A page of an open document.
@@ -66,10 +86,9 @@ struct Engine::State {
     std::shared_ptr<DrawnPages> drawnPages;
     BuildPlan drawnPlan;
 
-    std::optional<FoundPage> find(const PageSource& source) const;
-    pdf::PageCopy resolved(const PageItem& page, int mergedDocument) const;
-    std::vector<pdf::PageCopy> resolved(const BuildPlan& plan) const;
-    QByteArray assembled(const BuildPlan& plan, const std::stop_token& stop) const;
+    std::optional<FoundPage> find(const PageSource& source);
+    std::vector<pdf::PageCopy> resolved(const BuildPlan& plan);
+    QByteArray assembled(const BuildPlan& plan, const std::stop_token& stop);
     QByteArray built(const BuildPlan& plan, const std::stop_token& stop);
     const std::shared_ptr<DrawnPages>& pagesToDraw(const BuildPlan& plan, const std::stop_token& stop);
     void forgetPictures();
@@ -77,7 +96,7 @@ struct Engine::State {
                                        const std::stop_token& stop);
 };
 
-std::optional<FoundPage> Engine::State::find(const PageSource& source) const
+std::optional<FoundPage> Engine::State::find(const PageSource& source)
 {
     pdf::Document* document = documents.find(source.url);
     const std::optional<pdf::PageGeometry> geometry =
@@ -87,42 +106,38 @@ std::optional<FoundPage> Engine::State::find(const PageSource& source) const
     return FoundPage{document, *geometry};
 }
 
-pdf::PageCopy Engine::State::resolved(const PageItem& page, int mergedDocument) const
+// Each document is looked up once: the next look may replace one of which a read failed just now.
+std::vector<pdf::PageCopy> Engine::State::resolved(const BuildPlan& plan)
 {
-    pdf::Document* document = documents.find(page.source.url);
-    const std::optional<int> rotation = document ? document->rotation(page.source.index) : std::nullopt;
-    if (!rotation)
-        throw EngineError(EngineError::Kind::MissingPage);
-    return {document, page.source.index, pdf::normalisedAngle(*rotation + page.turn), mergedDocument};
-}
-
-std::vector<pdf::PageCopy> Engine::State::resolved(const BuildPlan& plan) const
-{
+    QHash<QUrl, pdf::Document*> known;
     std::vector<pdf::PageCopy> copies;
     int mergedDocument = 0;
     for (const PageItem& page : plan.pages) {
+        const PageSource& source = page.source;
+        if (!known.contains(source.url))
+            known.insert(source.url, documents.find(source.url));
         if (plan.documentStarts.count(copies.size()))
             ++mergedDocument;
-        copies.push_back(resolved(page, mergedDocument));
+        copies.push_back(pageCopy(known.value(source.url), page, mergedDocument));
     }
     return copies;
 }
 
-QByteArray Engine::State::assembled(const BuildPlan& plan, const std::stop_token& stop) const
+QByteArray Engine::State::assembled(const BuildPlan& plan, const std::stop_token& stop)
 {
     const std::vector<pdf::PageCopy> copies = resolved(plan);
-    requireIntact(copies);
+    const SourceWatch sources(copies);
     try {
         pdf::Assembly assembly(copies, stop);
         if (plan.quality)
             assembly.recodeImages(*plan.quality, images, stop);
         QByteArray bytes = assembly.written(plan.password.value_or(QString()), stop);
-        requireIntact(copies); // the file may have been cut meanwhile
+        sources.requireIntact();
         return bytes;
     } catch (const Cancelled&) {
         throw;
     } catch (const std::exception&) {
-        requireIntact(copies); // if that is why, it has words of its own
+        sources.requireIntact(); // if that is why, it has words of its own
         throw;
     }
 }
@@ -143,7 +158,7 @@ const std::shared_ptr<DrawnPages>& Engine::State::pagesToDraw(const BuildPlan& p
                                                               const std::stop_token& stop)
 {
     if (drawnPages && drawnPlan == plan) {
-        requireIntact(resolved(plan));
+        const SourceWatch intact(resolved(plan));
         return drawnPages;
     }
     forgetPictures();
@@ -177,10 +192,10 @@ Engine::Engine() : m_state(std::make_unique<State>()) {}
 
 Engine::~Engine() = default;
 
-OpenResult Engine::open(const QUrl& url, const std::optional<QString>& password)
+OpenResult Engine::open(const QUrl& url, const std::optional<QString>& password, WhenChanged whenChanged)
 {
     try {
-        return m_state->documents.open(url, password);
+        return m_state->documents.open(url, password, whenChanged);
     } catch (const std::exception&) {
         return OpenResult::unreadable(); // out of memory, say: one bad file must not take the others with it
     }

@@ -28,7 +28,8 @@ public:
 
     /// Opens a PDF or a picture, by the name's ending alone. A document that is open already answers at once,
     /// whatever the password, also one without pages. Never throws: all failures are `Unreadable` or `NeedsPassword`.
-    OpenResult open(const QUrl& url, const std::optional<QString>& password = std::nullopt);
+    OpenResult open(const QUrl& url, const std::optional<QString>& password = std::nullopt,
+                    WhenChanged whenChanged = WhenChanged::KeepHeld);
     /// Lets go of the document behind `url`.
     void forget(const QUrl& url);
     /// Lets go of the pictures that builds with a quality keep for the next one.

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace folvane {
 
@@ -13,44 +14,60 @@ namespace {
 
 constexpr size_t drawnAtOnce = 8;
 
+pdf::Opening openingOf(const QUrl& url, const std::shared_ptr<const SourceFile>& file,
+                       const std::optional<QString>& password)
+{
+    if (fileKind(url) == FileKind::Pdf)
+        return pdf::Document::open(file, password);
+    std::unique_ptr<pdf::Document> picture =
+        pdf::pictureDocument(file, QFileInfo(url.fileName()).suffix().toLower());
+    const auto outcome = picture ? pdf::Opening::Outcome::Opened : pdf::Opening::Outcome::Unreadable;
+    return {outcome, std::move(picture)};
+}
+
+OpenResult withVersion(OpenResult result, const SourceFile& file)
+{
+    result.version = file.version();
+    return result;
+}
+
 } // namespace
 
-OpenResult OpenDocuments::open(const QUrl& url, const std::optional<QString>& password)
+OpenResult OpenDocuments::open(const QUrl& url, const std::optional<QString>& password,
+                               WhenChanged whenChanged)
 {
-    const std::shared_ptr<Held> held = m_held.value(url);
-    if (held && held->document)
-        return OpenResult::opened(held->document->pageCount());
-    std::shared_ptr<const SourceFile> file = held ? held->file : SourceFile::open(url);
-    if (!file)
-        return OpenResult::unreadable();
-    return fileKind(url) == FileKind::Pdf ? openPdf(url, std::move(file), password)
-                                          : openPicture(url, std::move(file));
-}
-
-OpenResult OpenDocuments::openPdf(const QUrl& url, std::shared_ptr<const SourceFile> file,
-                                  const std::optional<QString>& password)
-{
-    pdf::Opening opening = pdf::Document::open(file, password);
-    switch (opening.outcome) {
-    case pdf::Opening::Outcome::Unreadable: m_held.remove(url); return OpenResult::unreadable();
-    case pdf::Opening::Outcome::Locked:
-        m_held.insert(url, std::make_shared<Held>(Held{std::move(file), nullptr}));
-        return OpenResult::needsPassword();
-    case pdf::Opening::Outcome::Opened: break;
+    std::shared_ptr<Held> held = m_held.value(url);
+    if (held && whenChanged == WhenChanged::OpenAnew && SourceFile::versionOf(url) != held->file->version()) {
+        forget(url);
+        held = nullptr;
     }
-    const int pageCount = opening.document->pageCount();
-    m_held.insert(url, std::make_shared<Held>(Held{std::move(file), std::move(opening.document)}));
-    return pageCount < 1 ? OpenResult::unreadable() : OpenResult::opened(pageCount);
+    if (held && held->document)
+        return withVersion(OpenResult::opened(held->document->pageCount()), *held->file);
+    if (held)
+        return parse(url, held->file, password);
+    SourceFile::Opening opening = SourceFile::tryToOpen(url);
+    return opening.file ? parse(url, std::move(opening.file), password)
+                        : OpenResult::unreadable(opening.error);
 }
 
-OpenResult OpenDocuments::openPicture(const QUrl& url, std::shared_ptr<const SourceFile> file)
+OpenResult OpenDocuments::parse(const QUrl& url, std::shared_ptr<const SourceFile> file,
+                                const std::optional<QString>& password)
 {
-    std::unique_ptr<pdf::Document> document =
-        pdf::pictureDocument(file, QFileInfo(url.fileName()).suffix().toLower());
-    if (!document)
-        return OpenResult::unreadable();
-    m_held.insert(url, std::make_shared<Held>(Held{std::move(file), std::move(document)}));
-    return OpenResult::opened(1);
+    const quint64 failedBefore = file->failedReads();
+    pdf::Opening opening = openingOf(url, file, password);
+    const bool wasReadWhole = file->failedReads() == failedBefore;
+    if (!wasReadWhole || opening.outcome == pdf::Opening::Outcome::Unreadable) {
+        m_held.remove(url);
+        return OpenResult::unreadable(wasReadWhole ? 0 : EIO);
+    }
+    const bool isLocked = opening.outcome == pdf::Opening::Outcome::Locked;
+    const int pageCount = isLocked ? 0 : opening.document->pageCount();
+    const auto held =
+        std::make_shared<Held>(Held{std::move(file), std::move(opening.document), password, failedBefore});
+    m_held.insert(url, held);
+    if (isLocked)
+        return withVersion(OpenResult::needsPassword(), *held->file);
+    return pageCount < 1 ? OpenResult::unreadable() : withVersion(OpenResult::opened(pageCount), *held->file);
 }
 
 void OpenDocuments::forget(const QUrl& url)
@@ -59,10 +76,21 @@ void OpenDocuments::forget(const QUrl& url)
     m_drawn.remove(url);
 }
 
-pdf::Document* OpenDocuments::find(const QUrl& url) const
+pdf::Document* OpenDocuments::find(const QUrl& url)
 {
-    const auto held = m_held.constFind(url);
-    return held == m_held.cend() ? nullptr : (*held)->document.get();
+    const std::shared_ptr<Held> held = m_held.value(url);
+    if (!held || !held->document)
+        return nullptr;
+    const quint64 failedReads = held->file->failedReads();
+    if (failedReads == held->failedReads)
+        return held->document.get();
+    pdf::Opening again = openingOf(url, held->file, held->password);
+    if (again.outcome != pdf::Opening::Outcome::Opened || held->file->failedReads() != failedReads
+        || again.document->pageCount() != held->document->pageCount())
+        return nullptr; // the next request tries again
+    held->document = std::move(again.document);
+    held->failedReads = failedReads;
+    return held->document.get();
 }
 
 void OpenDocuments::noteDrawing(const QUrl& url)
@@ -73,8 +101,9 @@ void OpenDocuments::noteDrawing(const QUrl& url)
     m_drawn.push_front(url);
     if (m_drawn.size() <= drawnAtOnce)
         return;
-    if (pdf::Document* oldest = find(m_drawn.back()))
-        oldest->releaseDrawing();
+    const std::shared_ptr<Held> oldest = m_held.value(m_drawn.back());
+    if (oldest && oldest->document)
+        oldest->document->releaseDrawing();
     m_drawn.pop_back();
 }
 

@@ -17,11 +17,12 @@ namespace folvane {
 /// locked is held, too, so that the answer to the password question meets the very file that was asked about.
 class OpenDocuments {
 public:
-    OpenResult open(const QUrl& url, const std::optional<QString>& password);
+    OpenResult open(const QUrl& url, const std::optional<QString>& password, WhenChanged whenChanged);
     void forget(const QUrl& url);
 
-    /// Null when nothing unlocked is held for `url`.
-    pdf::Document* find(const QUrl& url) const;
+    /// Null when nothing unlocked is held for `url`. A document that was parsed while reads failed is parsed anew: what
+    /// could not be read then would count as missing ever after.
+    pdf::Document* find(const QUrl& url);
     /// Marks a document as drawn from just now. Only the last few keep what drawing needs in memory.
     void noteDrawing(const QUrl& url);
 
@@ -29,11 +30,12 @@ private:
     struct Held {
         std::shared_ptr<const SourceFile> file;
         std::unique_ptr<pdf::Document> document; ///< null while it is locked
+        std::optional<QString> password;         ///< what unlocked it
+        quint64 failedReads = 0;                 ///< of the file, when the document was parsed
     };
 
-    OpenResult openPdf(const QUrl& url, std::shared_ptr<const SourceFile> file,
-                       const std::optional<QString>& password);
-    OpenResult openPicture(const QUrl& url, std::shared_ptr<const SourceFile> file);
+    OpenResult parse(const QUrl& url, std::shared_ptr<const SourceFile> file,
+                     const std::optional<QString>& password);
 
     QHash<QUrl, std::shared_ptr<Held>> m_held;
     std::list<QUrl> m_drawn; ///< the last one drawn from stands first

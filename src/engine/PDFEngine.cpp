@@ -6,9 +6,11 @@ PDFEngine::PDFEngine() : m_engine(std::make_unique<Engine>()), m_worker(QStringL
 
 PDFEngine::~PDFEngine() = default;
 
-QCoro::Task<OpenResult> PDFEngine::open(QUrl url, std::optional<QString> password)
+QCoro::Task<OpenResult> PDFEngine::open(QUrl url, std::optional<QString> password, WhenChanged whenChanged)
 {
-    return m_worker.run([engine = m_engine.get(), url, password] { return engine->open(url, password); });
+    return m_worker.run([engine = m_engine.get(), url, password, whenChanged] {
+        return engine->open(url, password, whenChanged);
+    });
 }
 
 QCoro::Task<> PDFEngine::forget(QUrl url)

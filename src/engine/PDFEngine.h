@@ -12,7 +12,8 @@ public:
     PDFEngine();
     ~PDFEngine();
 
-    QCoro::Task<OpenResult> open(QUrl url, std::optional<QString> password = std::nullopt);
+    QCoro::Task<OpenResult> open(QUrl url, std::optional<QString> password = std::nullopt,
+                                 WhenChanged whenChanged = WhenChanged::KeepHeld);
     QCoro::Task<> forget(QUrl url);
     QCoro::Task<> forgetPictures();
     QCoro::Task<QSizeF> displaySize(PageSource source, int turn);

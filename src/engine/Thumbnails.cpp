@@ -47,6 +47,18 @@ void Thumbnails::evict(Key key)
     emit changed(key);
 }
 
+void Thumbnails::keepOnly(const QUrl& source, const FileVersion& version)
+{
+    const auto known = m_versions.constFind(source);
+    const bool isAnother = known != m_versions.constEnd() && *known != version;
+    m_versions.insert(source, version);
+    if (!isAnother)
+        return;
+    for (const Key& key : QList(m_order))
+        if (key.source.url == source)
+            evict(key);
+}
+
 QList<Thumbnails::Key> Thumbnails::bigOnes() const
 {
     QList<Key> big;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "documents/PageItem.h"
+#include "platform/SourceFile.h"
 
 #include <QCoro/QCoroTask>
 
@@ -48,6 +49,9 @@ public:
     /// drawn is tried again by a later call. Ends at once when there is nothing to do or somebody else waits for it.
     QCoro::Task<> load(Key key);
 
+    /// Pictures of this source that were made when it was another version of the file go.
+    void keepOnly(const QUrl& source, const FileVersion& version);
+
 signals:
     /// The picture of this key has come, or is gone.
     void changed(const folvane::Thumbnails::Key& key);
@@ -63,6 +67,7 @@ private:
     QHash<Key, QImage> m_images;
     QList<Key> m_order; ///< of arrival, oldest first
     QSet<Key> m_loading;
+    QHash<QUrl, FileVersion> m_versions; ///< of the sources, when they were opened last
 };
 
 } // namespace folvane

@@ -35,9 +35,19 @@ bool Document::isIntact() const
     return !m_data->file || m_data->file->unchanged();
 }
 
+quint64 Document::failedReads() const
+{
+    return m_data->file ? m_data->file->failedReads() : 0;
+}
+
 QImage Document::draw(int index, QSize pixels, int turn, std::stop_token stop)
 {
+    const quint64 failedBefore = failedReads();
     QImage image = drawAsItStands(index, pixels, turn, stop);
+    if (failedReads() != failedBefore) {
+        releaseDrawing(); // what drawing keeps of the file may have holes now
+        return {};
+    }
     if (!image.isNull() || stop.stop_requested() || !m_data->readsFileAsItIs)
         return image;
     // The file may be stranger than it seemed; what a copy makes of it can be drawn, or nothing can.

@@ -36,8 +36,10 @@ public:
     std::optional<int> rotation(int index) const;
     /// The file behind it is as it was when it was opened.
     bool isIntact() const;
+    /// See SourceFile::failedReads(); none of a document in memory.
+    quint64 failedReads() const;
     /// The page's crop box on opaque white in exactly `pixels`, turned by `turn` degrees on top of its own rotation;
-    /// null when it cannot be drawn or `stop` is asked for.
+    /// null when it cannot be drawn, the file cannot be read, or `stop` is asked for.
     QImage draw(int index, QSize pixels, int turn, std::stop_token stop);
     /// Gives back the memory that drawing keeps.
     void releaseDrawing();

@@ -2,50 +2,47 @@
 
 #include "pdf/passwords.h"
 #include "platform/Cancelled.h"
+#include "platform/GatheredBytes.h"
+
+#include <new>
 
 namespace folvane::pdf {
 
 namespace {
 
-/// Gathers what is written, and ends the writing when it is no longer wanted. The writer hands over a few bytes at a
-/// time, so they are collected before they are looked at.
+/// Gathers what is written, a few bytes at a time, and lets go of all once it is no longer wanted. It never throws: the
+/// library hands over the last bytes of an encryption or compression in destructors.
 class ByteSink : public Pipeline {
 public:
-    explicit ByteSink(std::stop_token stop) : Pipeline("bytes", nullptr), m_stop(std::move(stop))
-    {
-        m_block.reserve(blockSize);
-    }
+    explicit ByteSink(std::stop_token stop) : Pipeline("bytes", nullptr), m_stop(std::move(stop)) {}
 
     void write(const unsigned char* data, size_t length) override
     {
-        if (m_block.size() + length > blockSize)
-            flush();
-        if (length > blockSize)
-            m_bytes.append(reinterpret_cast<const char*>(data), static_cast<qsizetype>(length));
-        else
-            m_block.append(reinterpret_cast<const char*>(data), length);
+        if (m_unwanted)
+            return;
+        try {
+            m_unwanted = m_stop.stop_requested();
+            m_bytes.append(reinterpret_cast<const char*>(data), length);
+        } catch (const std::bad_alloc&) {
+            m_isFull = m_unwanted = true;
+        }
     }
     void finish() override {}
 
+    /// Throws Cancelled, and std::bad_alloc.
     QByteArray take()
     {
-        flush();
-        return std::move(m_bytes);
+        throwIfStopped(m_stop);
+        if (m_isFull)
+            throw std::bad_alloc();
+        return m_bytes.take();
     }
 
 private:
-    static constexpr size_t blockSize = 64 * 1024;
-
-    void flush()
-    {
-        throwIfStopped(m_stop);
-        m_bytes.append(m_block.data(), static_cast<qsizetype>(m_block.size()));
-        m_block.clear();
-    }
-
     std::stop_token m_stop;
-    std::string m_block;
-    QByteArray m_bytes;
+    GatheredBytes m_bytes;
+    bool m_unwanted = false;
+    bool m_isFull = false;
 };
 
 void lock(QPDFWriter& writer, const std::string& password)
@@ -67,12 +64,7 @@ QByteArray writtenDocument(QPDF& document, const PDFVersion& version, const QStr
     writer.setMinimumPDFVersion(version);
     if (const std::string secret = passwordForWriting(password); !secret.empty())
         lock(writer, secret);
-    try {
-        writer.write();
-    } catch (const std::exception&) {
-        throwIfStopped(stop); // the library may wrap what the sink threw
-        throw;
-    }
+    writer.write();
     return sink.take();
 }
 

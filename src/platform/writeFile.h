@@ -21,9 +21,16 @@ private:
     QByteArray m_what;
 };
 
-/// Writes the bytes in one go straight to the place, replacing what is there. Blocks: called through
-/// inBackground(). One file is written at a time, whichever thread asks. Throws WriteError; a failure while
-/// writing may leave a part of the file, one at opening leaves the place as it was.
+// Both write the bytes in one go straight to the place, and block: they are called through inBackground(). One file is
+// written at a time, whichever thread asks. Room on the disk is reserved before the first byte is touched, so that a
+// full disk, a quota or a limit leaves what stands there as it is. A new file that fails is removed again. They throw
+// WriteError.
+
+/// Replaces what is there, in place: links to it, its owner and its rights stay. Only a disk that breaks while it is
+/// written to can spoil it.
 void writeFile(const QUrl& target, const QByteArray& bytes);
+
+/// False, and nothing is done, when something has this name already.
+bool writeNewFile(const QUrl& target, const QByteArray& bytes);
 
 } // namespace folvane

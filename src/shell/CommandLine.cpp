@@ -19,6 +19,14 @@ namespace {
     std::exit(2);
 }
 
+/// Qt takes a path that begins with a colon for one of the program's own resources.
+QUrl fileNamed(const QString& argument)
+{
+    if (argument.startsWith(u':'))
+        return QUrl::fromLocalFile(QDir::currentPath() + u'/' + argument);
+    return QUrl::fromUserInput(argument, QDir::currentPath(), QUrl::AssumeLocalFile);
+}
+
 } // namespace
 
 bool needsNoDisplay(int count, const char* const* arguments)
@@ -47,7 +55,7 @@ CommandLine readCommandLine(const QStringList& arguments)
 
     CommandLine line;
     for (const QString& file : parser.positionalArguments())
-        line.files.append(QUrl::fromUserInput(file, QDir::currentPath(), QUrl::AssumeLocalFile));
+        line.files.append(fileNamed(file));
     return line;
 }
 

@@ -1,5 +1,6 @@
 #include "tools/CompressMeasuring.h"
 
+#include "documents/suggestedNames.h"
 #include "engine/EngineError.h"
 #include "engine/PDFEngine.h"
 #include "platform/Cancelled.h"
@@ -57,7 +58,7 @@ BuildPlan copyPlan(const OpenFile& file)
 
 QString compressedName(const OpenFile& file, qint64 bytes)
 {
-    return file.name + QStringLiteral(" (") + byteCount(bytes) + u')';
+    return suggestedName(file.name, byteCount(bytes));
 }
 
 CompressMeasuring::CompressMeasuring(AppModel& model, OpenFilePtr file)

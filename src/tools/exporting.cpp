@@ -1,5 +1,6 @@
 #include "tools/exporting.h"
 
+#include "documents/fileNames.h"
 #include "engine/PDFEngine.h"
 #include "platform/Preferences.h"
 #include "tools/PicturesBox.h"
@@ -46,7 +47,7 @@ QCoro::Task<> exportImages(AppModel& model, const OpenFile& file, const ExportSe
     plan.pages = file.selectedPages();
     QList<AppModel::FileName> names;
     for (const int position : file.selectedPositions())
-        names.append({file.name + u' ' + AppModel::tr("page") + u' ' + QString::number(position),
+        names.append({nameWithTail(file.name, u' ' + AppModel::tr("page") + u' ' + QString::number(position)),
                       settings.jpeg ? QStringLiteral("jpg") : QStringLiteral("png")});
     const auto make = [box = std::make_shared<PicturesBox>(), engine = &model.engine(), plan, settings,
                        kept = model.keepSources(plan.pages)](int index, std::stop_token stop) {

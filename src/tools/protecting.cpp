@@ -1,5 +1,7 @@
 #include "tools/protecting.h"
 
+#include "documents/suggestedNames.h"
+
 #include <QPointer>
 
 namespace folvane {
@@ -9,7 +11,7 @@ namespace {
 QCoro::Task<> choosePlaceAndWrite(QPointer<AppModel> model, OpenFilePtr file, BuildPlan plan)
 {
     const QString word = plan.password ? AppModel::tr("protected") : AppModel::tr("no password");
-    const QString name = file->name + QStringLiteral(" (") + word + u')';
+    const QString name = suggestedName(file->name, word);
     QCoro::Task<std::optional<QUrl>> choosing = model->chooseSaveURL(name, file->url);
     const std::optional<QUrl> url = co_await choosing;
     if (model && url)

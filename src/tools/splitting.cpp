@@ -1,5 +1,6 @@
 #include "tools/splitting.h"
 
+#include "documents/fileNames.h"
 #include "documents/pageLists.h"
 #include "engine/PDFEngine.h"
 
@@ -28,7 +29,7 @@ QCoro::Task<> split(AppModel& model, const OpenFile& file, const SplitChoice& ch
     QList<AppModel::FileName> names;
     QList<BuildPlan> plans;
     for (const PageRange& range : *ranges) {
-        names.append({file.name + u' ' + rangeName(range), QStringLiteral("pdf")});
+        names.append({nameWithTail(file.name, u' ' + rangeName(range)), QStringLiteral("pdf")});
         plans.append(BuildPlan{pagesIn(range, pages), {}, file.password, std::nullopt});
     }
     PDFEngine& engine = model.engine();

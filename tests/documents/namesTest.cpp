@@ -3,9 +3,6 @@
 #include "documents/pageLists.h"
 #include "documents/suggestedNames.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-
 #include <gtest/gtest.h>
 
 namespace folvane {
@@ -61,19 +58,11 @@ TEST(Names, OfFoldersAndEndings)
     EXPECT_EQ(withPdfEnding("a.PDF"), "a.PDF.pdf");
 }
 
-TEST(FreeName, CountsUpPastWhatIsThere)
+TEST(Names, StayInTheirFolderWhateverTheyBeginWith)
 {
-    const QTemporaryDir folder;
-    const QUrl url = QUrl::fromLocalFile(folder.path());
-    const auto taken = [&folder](const char* name) {
-        QFile(folder.filePath(name)).open(QIODevice::WriteOnly);
-    };
-    EXPECT_EQ(freeName(url, "a.b", "png").fileName(), "a.b.png");
-    taken("a.b.png");
-    EXPECT_EQ(freeName(url, "a.b", "png").fileName(), "a.b 2.png");
-    QFile::link("/nowhere/at/all", folder.filePath("a.b 2.png"));
-    EXPECT_EQ(freeName(url, "a.b", "png").fileName(), "a.b 3.png");
-    EXPECT_EQ(freeName(url, "a.b", "jpg").fileName(), "a.b.jpg");
+    const QUrl folder("file:///a");
+    EXPECT_EQ(numberedFile(folder, "b.c", "png", 1), QUrl("file:///a/b.c.png"));
+    EXPECT_EQ(numberedFile(folder, ":b", "png", 3), QUrl("file:///a/:b 3.png"));
 }
 
 TEST(SuggestedNames, OfSaveAs)
@@ -97,18 +86,25 @@ TEST(SuggestedNames, OfExtract)
     EXPECT_EQ(suggestedExtractName(report), "report (pages 1-12)");
 }
 
-TEST(SuggestedNames, OfManyScatteredPagesStillFitIntoAFileName)
+TEST(SuggestedNames, FitIntoAFileName)
 {
-    OpenFile report = document("/a/Überblick.pdf", 1000);
     QList<int> odd;
     for (int page = 1; page < 1000; page += 2)
         odd.append(page);
+    OpenFile report = document("/a/Überblick.pdf", 1000);
     select(report, odd);
     const QString name = suggestedExtractName(report);
     EXPECT_TRUE(name.startsWith("Überblick (pages 1, 3, 5, ")) << name.toStdString();
     EXPECT_TRUE(name.endsWith(", …)")) << name.toStdString();
-    EXPECT_LE(withPdfEnding(name).toUtf8().size(), 255);
-    EXPECT_GT(name.toUtf8().size(), 240);
+    EXPECT_GT(name.toUtf8().size(), 235);
+
+    OpenFile wordy =
+        document("/a/" + QString("e\u0301").repeated(83) + ".pdf", 1000); // 249 bytes, 3 a letter
+    select(wordy, odd);
+    for (const QString& suggested : {name, suggestedName(wordy), suggestedExtractName(wordy)})
+        EXPECT_LE(withPdfEnding(suggested + " 9999").toUtf8().size(), 255);
+    EXPECT_EQ(suggestedName(wordy), QString("e\u0301").repeated(79) + " (edited)")
+        << "no letter loses its accent";
 }
 
 TEST(Selection, OfPagesThatAreGoneCountsForNothing)

@@ -1,8 +1,12 @@
 #include "documents/ModelTest.h"
+#include "documents/fileNames.h"
 
 namespace folvane {
 
 namespace {
+
+const QByteArray noPages = "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj "
+                           "2 0 obj<</Type/Pages/Count 0/Kids[]>>endobj trailer<</Root 1 0 R/Size 3>>";
 
 class Opening : public ModelTest {
 protected:
@@ -92,10 +96,7 @@ INSTANTIATE_TEST_SUITE_P(
                                 "“a.pdf” can't be opened. It may be damaged or not a PDF."},
                     RefusalCase{"TextNamedPdf", "a b.pdf", "Dear all,",
                                 "“a b.pdf” can't be opened. It may be damaged or not a PDF."},
-                    RefusalCase{"NoPages", "none.pdf",
-                                "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj 2 0 "
-                                "obj<</Type/Pages/Count 0/Kids[]>>endobj "
-                                "trailer<</Root 1 0 R/Size 3>>",
+                    RefusalCase{"NoPages", "none.pdf", noPages,
                                 "“none.pdf” can't be opened. It may be damaged or not a PDF."},
                     RefusalCase{"PictureThatIsNone", "100%1.png", "x", "“100%1.png” can't be opened."},
                     RefusalCase{"NeitherIsSkipped", "a.txt", "x", ""}),
@@ -103,9 +104,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(Opening, APdfWithoutPagesIsRefusedAgain) // the engine answers for what it holds without looking
 {
-    const QUrl url =
-        put("none.pdf", "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj "
-                        "2 0 obj<</Type/Pages/Count 0/Kids[]>>endobj trailer<</Root 1 0 R/Size 3>>");
+    const QUrl url = put("none.pdf", noPages);
     open({url});
     model->errorMessage = std::nullopt;
     open({url});
@@ -149,6 +148,51 @@ TEST_F(Opening, ASecondOneWaitsWithItsQuestion)
     await(std::move(second));
     EXPECT_EQ(names(), QStringList({"a", "b"}));
     EXPECT_FALSE(model->passwordRequest.value());
+}
+
+TEST_F(Opening, OfOneLockedFileTwiceAtOnceAsksOnce)
+{
+    const QUrl locked = putLockedPdf("a.pdf", 1, "a");
+    QCoro::Task<> first = model->open({locked});
+    QCoro::Task<> second = model->addToMerge({locked});
+    drainEngine();
+    model->answerPassword("a");
+    await(std::move(first));
+    await(std::move(second));
+    EXPECT_EQ(names(), QStringList("a"));
+    EXPECT_EQ(model->merge.items.value().size(), 1);
+    EXPECT_FALSE(model->passwordRequest.value());
+}
+
+TEST_F(Opening, SeesThatAnotherFileHasTheNameUnlessWorkUsesTheOldOne)
+{
+    answerPasswords({});
+    const QUrl locked = putLockedPdf("a.pdf", 1, "a"); // asked about, and given up
+    const QUrl pageless = put("b.pdf", noPages);
+    const QUrl shown = putPdf("c.pdf", 1);
+    open({locked, pageless, shown});
+    EXPECT_EQ(names(), QStringList("c"));
+    const Thumbnails::Key picture{{shown, 0}, 0, 50};
+    await(model->thumbnails().load(picture));
+    for (const QUrl& url : {locked, pageless, shown}) {
+        QFile::remove(url.toLocalFile());
+        putPdf(lastPathComponent(url), 2);
+    }
+    await(model->addToMerge({locked, pageless, shown}));
+    const auto pagesOfRows = [this] {
+        QList<size_t> counts;
+        for (const MergeItem& item : model->merge.items.value())
+            counts.append(item.pages.size());
+        return counts;
+    };
+    EXPECT_EQ(pagesOfRows(), QList<size_t>({2, 2, 1}));
+    EXPECT_TRUE(model->thumbnails().contains(picture));
+    model->merge.clear();
+    model->close(model->files.value().first());
+    await(model->addToMerge({shown}));
+    EXPECT_EQ(pagesOfRows(), QList<size_t>({2}));
+    EXPECT_FALSE(model->thumbnails().contains(picture));
+    EXPECT_EQ(questions, QStringList("a.pdf"));
 }
 
 TEST_F(Opening, EndsWhenTheModelGoes)

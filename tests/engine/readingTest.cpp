@@ -1,0 +1,97 @@
+// Sources that cannot be read for a while, and work that is stopped in the middle of reading them.
+
+#include "engine/EngineTest.h"
+#include "pdf/rawPdf.h"
+#include "platform/Cancelled.h"
+#include "platform/jpeg.h"
+#include "support/readHook.h"
+
+#include <QImage>
+
+#include <cerrno>
+
+namespace folvane {
+
+namespace {
+
+constexpr int someKilobytes = 300'000;
+
+/// One page with a large stream, so that reads happen while a copy is written.
+QByteArray longPage()
+{
+    QByteArray text = "BT /F1 12 Tf 20 20 Td (Kept) Tj ET\n";
+    for (int i = 0; text.size() < someKilobytes; ++i)
+        text += QByteArray::number(i * 7919 % 300) + " 20 " + QByteArray::number(i % 97) + " 5 re f\n";
+    return pdf::rawPdf({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 1 /Kids [3 0 R] >>",
+                        "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 300 200] /Contents 4 0 R "
+                        "/Resources << /Font << /F1 5 0 R >> >> >>",
+                        pdf::rawStream({}, text), "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>"});
+}
+
+QByteArray noisyPhoto()
+{
+    QImage image(900, 600, QImage::Format_RGB888);
+    for (qsizetype i = 0; i < image.sizeInBytes(); ++i)
+        image.bits()[i] = static_cast<uchar>(i * 7919 % 104'729);
+    return encodeJpeg(image, 90);
+}
+
+} // namespace
+
+class ReadingTest : public EngineTest {
+protected:
+    BuildPlan plan()
+    {
+        BuildPlan plan;
+        add(plan, opened("long.pdf", longPage()), {0});
+        add(plan, opened("photo.jpg", noisyPhoto()), {0});
+        return plan;
+    }
+};
+
+TEST_F(ReadingTest, AReadThatFailsNeverGivesATornCopyAndTheNextOneIsWhole)
+{
+    const BuildPlan pages = plan();
+    const QByteArray whole = engine.build(pages);
+    int reads = 0;
+    {
+        const ReadHook counting([](int) { return false; });
+        engine.build(pages);
+        reads = counting.reads();
+    }
+    ASSERT_GT(reads, 20);
+    for (int failing = 0; failing < reads; ++failing) {
+        {
+            const ReadHook hook([failing](int read) { return read == failing; });
+            EXPECT_THROW(engine.build(pages), EngineError) << "read " << failing;
+        }
+        EXPECT_EQ(engine.build(pages).size(), whole.size()) << "after read " << failing;
+    }
+    const PageSource source = pages.pages[0].source;
+    const ReadHook none([](int) { return true; });
+    EXPECT_FALSE(engine.image(source, 0, 100).has_value());
+    engine.forget(source.url);
+    EXPECT_EQ(engine.open(source.url).systemError, EIO);
+}
+
+TEST_F(ReadingTest, AStopAtAnyReadEndsTheBuildAndNothingElse)
+{
+    BuildPlan pages = plan();
+    pages.password = "locked";
+    for (int stopping = 0;; ++stopping) {
+        std::stop_source stop;
+        const ReadHook hook([&stop, stopping](int read) {
+            if (read == stopping)
+                stop.request_stop();
+            return false;
+        });
+        try {
+            engine.build(pages, stop.get_token());
+            ASSERT_LE(hook.reads(), stopping) << "the stop was not heard";
+            break;
+        } catch (const Cancelled&) {
+        }
+    }
+}
+
+} // namespace folvane
