@@ -62,6 +62,9 @@ void drawSheet(QPainter& painter, const QRectF& box)
 {
     shadow.draw(painter, box, 0);
     painter.fillRect(box, theme::surface);
+    painter.setPen(QPen(theme::fieldBorder, 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(box.adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
 } // namespace folvane

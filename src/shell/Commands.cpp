@@ -74,10 +74,19 @@ void Commands::fillPagesMenu(QMenu* menu)
                          [this] { emit pagesMoveRequested(-1); });
     m_onSelection += add(menu, withGridKey(tr("Move Forward"), Qt::ALT | Qt::Key_Right), {},
                          [this] { emit pagesMoveRequested(1); });
+    m_onSelection += add(menu, withGridKey(tr("Move to Start"), Qt::ALT | Qt::Key_Home), {},
+                         [this] { emit pagesMoveRequested(-pageCount()); });
+    m_onSelection += add(menu, withGridKey(tr("Move to End"), Qt::ALT | Qt::Key_End), {},
+                         [this] { emit pagesMoveRequested(pageCount()); });
     menu->addSeparator();
     m_onFile +=
         add(menu, tr("Insert Pages from Files…"), {}, [this] { spawn(chooseAndInsert(&m_model, m_file)); });
     m_extract = add(menu, tr("Extract All Pages…"), {}, [this] { spawn(m_model.extract(m_file)); });
+}
+
+int Commands::pageCount() const
+{
+    return int(m_file->pages.value().size());
 }
 
 void Commands::selectAll()

@@ -32,6 +32,7 @@ private:
     void fillPagesMenu(QMenu* menu);
     void watchFile();
     void refresh();
+    int pageCount() const;
     void selectAll();
 
     AppModel& m_model;

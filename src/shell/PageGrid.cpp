@@ -5,7 +5,6 @@
 #include "platform/spawn.h"
 #include "shell/pageCell.h"
 
-#include <QPaintEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -31,8 +30,9 @@ PageGrid::PageGrid(AppModel& model, QWidget* parent)
     setEditTriggers(NoEditTriggers);
     setSelectionMode(ExtendedSelection);
     setAcceptDrops(true);
-    setAutoScroll(true);
+    setAutoScroll(false); // m_scroller does
     viewport()->setAutoFillBackground(false);
+    setAutoFillBackground(true);
     connect(&m_pictures, &PagePictures::changed, this, [this] {
         viewport()->update();
         emit picturesChanged();
@@ -183,10 +183,8 @@ void PageGrid::hideEvent(QHideEvent* event)
 
 PageGridLayout PageGrid::pageLayout() const
 {
-    // The room of the scroll bar is always left free: otherwise its coming and going could change the number of
-    // columns, and with it whether it is needed.
-    const int columnsWidth = width() - verticalScrollBar()->sizeHint().width();
-    return {m_pages.rowCount(), columnsWidth, std::max(0, (viewport()->width() - columnsWidth) / 2)};
+    // The scroll bar stands in the margin beside the cells, so that nothing moves when it comes and goes.
+    return {m_pages.rowCount(), width()};
 }
 
 std::pair<int, int> PageGrid::rowsOnScreen() const
@@ -234,7 +232,6 @@ void PageGrid::scrollContentsBy(int, int)
 {
     viewport()->update();
     wantPictures();
-    refreshDropRow();
 }
 
 void PageGrid::scrollTo(const QModelIndex& index, ScrollHint)
@@ -258,19 +255,16 @@ QRegion PageGrid::visualRegionForSelection(const QItemSelection& selection) cons
 
 // Painting
 
-void PageGrid::paintEvent(QPaintEvent* event)
+void PageGrid::paintEvent(QPaintEvent*)
 {
     QPainter painter(viewport());
-    painter.fillRect(event->rect(), theme::background);
-    if (m_filesOver)
-        painter.fillRect(event->rect(), theme::accentSoft);
     const PageGridLayout layout = pageLayout();
     const auto [first, last] = rowsOnScreen();
     for (int row = first; row < last; ++row) {
         drawPageCell(painter, layout.cell(row).translated(0, -verticalOffset()), cellAt(row));
     }
-    if (m_dropRow)
-        drawDropMark(painter);
+    if (const std::optional<DropMark> mark = dropMark())
+        drawDropMark(painter, *mark);
 }
 
 PageCell PageGrid::cellAt(int row) const
@@ -280,6 +274,7 @@ PageCell PageGrid::cellAt(int row) const
         .number = row + 1,
         .isSelected = m_file && m_file->selection.value().contains(page.id),
         .hasStamps = !page.stamps.empty(),
+        .isLifted = m_lifted.contains(page.id),
         .hasKeyboard = m_byKeyboard && hasFocus() && currentIndex().row() == row,
         .state = m_pictures.state(key(page)),
         .picture = m_pictures.picture(key(page)),
@@ -287,12 +282,10 @@ PageCell PageGrid::cellAt(int row) const
     };
 }
 
-void PageGrid::drawDropMark(QPainter& painter) const
+void PageGrid::drawDropMark(QPainter& painter, const DropMark& mark) const
 {
-    const PageGridLayout layout = pageLayout();
-    const bool atEnd = *m_dropRow >= layout.count;
-    const QRect cell = layout.cell(atEnd ? layout.count - 1 : *m_dropRow).translated(0, -verticalOffset());
-    const int x = atEnd ? cell.right() + 9 : cell.left() - 9;
+    const QRect cell = pageLayout().cell(mark.cell).translated(0, -verticalOffset());
+    const int x = mark.isBehind ? cell.right() + 9 : cell.left() - 9;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(theme::accent, 4, Qt::SolidLine, Qt::RoundCap));
     painter.drawLine(x, cell.top() + 4, x, cell.top() + 208);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/DragScroller.h"
 #include "controls/Watches.h"
 #include "documents/PagePictures.h"
 #include "shell/PageGridLayout.h"
@@ -74,6 +75,12 @@ protected:
     }
 
 private:
+    /// Where what is dragged over would land: in the gap before this cell, or in the one behind it.
+    struct DropMark {
+        int cell = 0;
+        bool isBehind = false;
+    };
+
     PageGridLayout pageLayout() const;
     QPoint toContent(const QPoint& point) const { return point + QPoint(0, verticalOffset()); }
     PagePictures::Key key(const PageItem& page) const;
@@ -82,7 +89,7 @@ private:
     int stillAt(const QUuid& page, int before) const;
     void showSelection();
     void wantPictures();
-    void drawDropMark(QPainter& painter) const;
+    void drawDropMark(QPainter& painter, const DropMark& mark) const;
 
     void click(const QUuid& page, Qt::KeyboardModifiers modifiers);
     QSet<QUuid> groupOf(const QUuid& page) const;
@@ -93,11 +100,11 @@ private:
     void dragPage(const QUuid& page);
     std::optional<QUuid> pageAt(int row) const;
     PageCell cellAt(int row) const;
-    void setDropRow(std::optional<int> row);
-    void refreshDropRow();
+    std::optional<DropMark> dropMark() const;
+    void dragOver(bool files, const QUuid& page, const QPoint& place);
+    void setFilesOver(bool over);
     void endDrag();
     void tellReaders(QAccessible::Event event, int row);
-    void setFilesOver(bool over);
 
     AppModel& m_model;
     OpenFilePtr m_file;
@@ -108,9 +115,10 @@ private:
     QHash<QUuid, int> m_scrolledTo; ///< by document
     std::optional<QUuid> m_pressed;
     QPoint m_pressedAt;
-    std::optional<QPoint> m_draggedTo; ///< where a page is dragged over the view
-    std::optional<int> m_dropRow;      ///< a page that is dragged over would land before this row
+    DragScroller m_scroller{*this};
+    std::optional<QPoint> m_draggedTo; ///< where pages or files are dragged over the view
     bool m_filesOver = false;
+    QSet<QUuid> m_lifted;            ///< the pages that are dragged over the view
     bool m_showingSelection = false; ///< the document's selection is on its way to the view
     bool m_byKeyboard = false;
     QBasicTimer m_spinner;

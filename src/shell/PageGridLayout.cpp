@@ -26,7 +26,7 @@ int left(const PageGridLayout& layout)
 {
     const int columns = layout.columns();
     const int used = columns * columnWidth(layout) + (columns - 1) * columnSpacing;
-    return layout.offset + std::max(padding, (layout.width - used) / 2);
+    return std::max(padding, (layout.width - used) / 2);
 }
 
 } // namespace

@@ -8,9 +8,8 @@ namespace folvane {
 
 /// Where the cells of the page grid stand, in content coordinates: as many equal columns as fit.
 struct PageGridLayout {
-    int count = 0;  ///< cells
-    int width = 0;  ///< what the columns have, edges included
-    int offset = 0; ///< from the left, where there is more room than `width`
+    int count = 0; ///< cells
+    int width = 0; ///< what the columns have, edges included
 
     int columns() const;
     int rows() const { return (count + columns() - 1) / columns(); }

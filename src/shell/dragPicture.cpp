@@ -47,6 +47,8 @@ void drawBadge(QPainter& painter, const QPointF& topRight, int pages)
 QPixmap dragPicture(PageCell cell, int pages, double scale)
 {
     cell.hasKeyboard = false;
+    cell.isLifted = false;
+    cell.isStack = pages > 1;
     const QRect box(QPoint(room, room), QSize(cellWidth, pageCellHeight));
     QPixmap picture(box.marginsAdded(QMargins(room, room, room, room)).size() * scale);
     picture.setDevicePixelRatio(scale);
@@ -54,8 +56,6 @@ QPixmap dragPicture(PageCell cell, int pages, double scale)
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     drawGround(painter, QRectF(box).adjusted(-border, -border, border, border));
-    if (pages > 1)
-        drawSheet(painter, box.translated(3, -5), cell);
     drawPageCell(painter, box, cell);
     if (pages > 1)
         drawBadge(painter, QPointF(box.right() + 16, box.top() - 14), pages);

@@ -3,6 +3,7 @@
 #include "controls/Theme.h"
 #include "controls/appearance.h"
 #include "controls/continuousRect.h"
+#include "controls/drawFaded.h"
 #include "controls/focusRing.h"
 #include "controls/icons.h"
 #include "controls/paper.h"
@@ -18,6 +19,8 @@ constexpr int widestCell = 210;
 constexpr int framePadding = 6;
 constexpr int frameHeight = paperHeight + 2 * framePadding;
 constexpr double frameRadius = 10;
+constexpr double liftedOpacity = 0.4;
+constexpr int stackStep = 9; // from one sheet to the next
 
 void drawFrame(QPainter& painter, const QRectF& frame, const PageCell& cell)
 {
@@ -31,10 +34,11 @@ void drawFrame(QPainter& painter, const QRectF& frame, const PageCell& cell)
         drawFocusRing(painter, frame, frameRadius);
 }
 
-QRectF roomInFrame(const QRect& rect)
+QRectF roomInFrame(const QRect& rect, const PageCell& cell)
 {
-    return QRectF(rect.left(), rect.top(), rect.width(), frameHeight)
-        .adjusted(framePadding, framePadding, -framePadding, -framePadding);
+    const QRectF room = QRectF(rect.left(), rect.top(), rect.width(), frameHeight)
+                            .adjusted(framePadding, framePadding, -framePadding, -framePadding);
+    return cell.isStack ? room.adjusted(0, stackStep, -stackStep, 0) : room;
 }
 
 PaperPicture paperOf(const PageCell& cell)
@@ -42,9 +46,12 @@ PaperPicture paperOf(const PageCell& cell)
     return {cell.picture, cell.state == PagePictures::State::Failed, cell.spinnerStep};
 }
 
-QRectF paperBox(const QRect& rect, const PageCell& cell)
+void drawPapers(QPainter& painter, const QRect& rect, const PageCell& cell)
 {
-    return paperBox(roomInFrame(rect), paperOf(cell));
+    const QRectF box = paperBox(roomInFrame(rect, cell), paperOf(cell));
+    if (cell.isStack)
+        drawSheet(painter, box.translated(stackStep, -stackStep));
+    drawPaper(painter, box, paperOf(cell));
 }
 
 void drawNumber(QPainter& painter, const QRect& line, const PageCell& cell)
@@ -74,18 +81,14 @@ QSize largestPaper()
 
 void drawPageCell(QPainter& painter, const QRect& rect, const PageCell& cell)
 {
-    painter.save();
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    const QRectF frame(rect.left(), rect.top(), rect.width(), frameHeight);
-    drawFrame(painter, frame, cell);
-    drawPaper(painter, paperBox(rect, cell), paperOf(cell));
-    drawNumber(painter, rect.adjusted(0, frameHeight + 4, 0, 0), cell);
-    painter.restore();
-}
-
-void drawSheet(QPainter& painter, const QRect& rect, const PageCell& cell)
-{
-    drawSheet(painter, paperBox(rect, cell));
+    drawFaded(painter, rect, cell.isLifted ? liftedOpacity : 1, [&](QPainter& onto) {
+        onto.save();
+        onto.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+        drawFrame(onto, QRectF(rect.left(), rect.top(), rect.width(), frameHeight), cell);
+        drawPapers(onto, rect, cell);
+        drawNumber(onto, rect.adjusted(0, frameHeight + 4, 0, 0), cell);
+        onto.restore();
+    });
 }
 
 } // namespace folvane

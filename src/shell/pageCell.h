@@ -11,6 +11,8 @@ struct PageCell {
     int number = 1; ///< position in the document, from 1
     bool isSelected = false;
     bool hasStamps = false;
+    bool isLifted = false;    ///< it is being dragged
+    bool isStack = false;     ///< another sheet looks out below the page
     bool hasKeyboard = false; ///< the keys act from here
     PagePictures::State state = PagePictures::State::Waiting;
     const QPixmap* picture = nullptr;
@@ -25,7 +27,5 @@ QSize largestPaper();
 
 /// Draws the cell into `rect`: the page's picture in a frame, its number below.
 void drawPageCell(QPainter& painter, const QRect& rect, const PageCell& cell);
-/// An empty sheet of the same shape and place as the page in that cell.
-void drawSheet(QPainter& painter, const QRect& rect, const PageCell& cell);
 
 } // namespace folvane

@@ -2,7 +2,9 @@
 
 #include "shell/PageGrid.h"
 
+#include "controls/Theme.h"
 #include "controls/droppedFiles.h"
+#include "documents/pageLists.h"
 #include "platform/spawn.h"
 #include "shell/dragPicture.h"
 
@@ -37,32 +39,50 @@ void PageGrid::dragPage(const QUuid& page)
     drag->setPixmap(picture);
     drag->setHotSpot(QPoint(qRound(picture.deviceIndependentSize().width() / 2), 40));
     const QPointer<PageGrid> self(this); // the drag runs its own event loop, and much can happen in it
+    m_scroller.begin();
     drag->exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);
-    if (self)
-        self->endDrag();
+    if (!self)
+        return;
+    m_scroller.end();
+    endDrag();
 }
 
-void PageGrid::setDropRow(std::optional<int> row)
+void PageGrid::dragOver(bool files, const QUuid& page, const QPoint& place)
 {
-    if (row == m_dropRow)
-        return;
-    m_dropRow = row;
+    m_draggedTo = place;
+    setFilesOver(files);
+    m_lifted = files ? QSet<QUuid>() : groupOf(page);
+    m_scroller.follow(place);
     viewport()->update();
 }
 
 void PageGrid::setFilesOver(bool over)
 {
-    if (over == m_filesOver)
-        return;
     m_filesOver = over;
-    viewport()->update();
+    QPalette colors = palette();
+    colors.setColor(QPalette::Window, over ? theme::accentSoft : theme::background);
+    setPalette(colors); // also below the scroll bar
 }
 
 void PageGrid::endDrag()
 {
-    setFilesOver(false);
     m_draggedTo.reset();
-    refreshDropRow();
+    setFilesOver(false);
+    m_lifted.clear();
+    m_scroller.leave();
+    viewport()->update();
+}
+
+// Pages land where they are let go. Files go behind the selected pages, wherever that is.
+std::optional<PageGrid::DropMark> PageGrid::dropMark() const
+{
+    if (!m_draggedTo || !m_file || m_pages.rowCount() == 0)
+        return std::nullopt;
+    if (m_filesOver)
+        return DropMark{int(insertionIndex(m_pages.pages(), m_file->selection.value())) - 1, true};
+    const int target = pageLayout().dropTarget(toContent(*m_draggedTo));
+    const bool atEnd = target >= m_pages.rowCount();
+    return DropMark{atEnd ? target - 1 : target, atEnd};
 }
 
 void PageGrid::dragEnterEvent(QDragEnterEvent* event)
@@ -72,35 +92,29 @@ void PageGrid::dragEnterEvent(QDragEnterEvent* event)
 
 void PageGrid::dragMoveEvent(QDragMoveEvent* event)
 {
-    QAbstractItemView::dragMoveEvent(event); // scrolls near the edges
     const bool files = !droppedFiles(event->mimeData()).isEmpty();
-    const bool page = !files && isPageID(event->mimeData()->text());
-    setFilesOver(files);
-    m_draggedTo = page ? std::optional(event->position().toPoint()) : std::nullopt;
-    refreshDropRow();
-    event->setAccepted(files || page);
+    const QString text = event->mimeData()->text();
+    const bool page = !files && isPageID(text);
+    event->setAccepted(m_file && (files || page));
+    if (!event->isAccepted()) {
+        endDrag();
+        return;
+    }
+    dragOver(files, QUuid(text), event->position().toPoint());
     if (files)
         acceptCopy(*event);
-    else if (page)
+    else
         event->setDropAction(Qt::MoveAction);
 }
 
-// Also when the pages scroll below a drag that keeps still.
-void PageGrid::refreshDropRow()
+void PageGrid::dragLeaveEvent(QDragLeaveEvent*)
 {
-    setDropRow(m_draggedTo ? std::optional(pageLayout().dropTarget(toContent(*m_draggedTo))) : std::nullopt);
-}
-
-void PageGrid::dragLeaveEvent(QDragLeaveEvent* event)
-{
-    QAbstractItemView::dragLeaveEvent(event);
     endDrag();
 }
 
 void PageGrid::dropEvent(QDropEvent* event)
 {
-    stopAutoScroll();
-    setState(NoState);
+    const int row = pageLayout().dropTarget(toContent(event->position().toPoint()));
     endDrag();
     if (!m_file)
         return;
@@ -109,7 +123,6 @@ void PageGrid::dropEvent(QDropEvent* event)
         spawn(m_model.insertPages(m_file, files));
         return;
     }
-    const int row = pageLayout().dropTarget(toContent(event->position().toPoint()));
     if (m_model.dropPages(m_file, {event->mimeData()->text()}, pageAt(row)))
         event->acceptProposedAction();
 }

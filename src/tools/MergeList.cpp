@@ -99,9 +99,7 @@ void MergeList::wantPictures()
 
 void MergeList::timerEvent(QTimerEvent* event)
 {
-    if (event->timerId() == m_scrolling.timerId()) {
-        scrollWhileDragging();
-    } else if (event->timerId() == m_spinner.timerId()) {
+    if (event->timerId() == m_spinner.timerId()) {
         m_spinnerStep = (m_spinnerStep + 1) % spinnerSteps;
         viewport()->update();
         if (m_pictures.isComplete())
@@ -235,7 +233,7 @@ void MergeList::mouseMoveEvent(QMouseEvent* event)
     if (!m_drag && distance >= QApplication::startDragDistance())
         beginDrag(m_pressedAt);
     if (m_drag)
-        dragTo(event->pos().y());
+        dragTo(event->pos());
 }
 
 void MergeList::mouseReleaseEvent(QMouseEvent* event)
@@ -259,9 +257,13 @@ void MergeList::keyPressEvent(QKeyEvent* event)
     else if (m_drag || row < 0)
         event->ignore();
     else if (moves && event->key() == Qt::Key_Up)
-        move(row, row - 1);
+        move(row, -1);
     else if (moves && event->key() == Qt::Key_Down)
-        move(row, row + 2);
+        move(row, 1);
+    else if (moves && event->key() == Qt::Key_Home)
+        move(row, -m_rows.rowCount());
+    else if (moves && event->key() == Qt::Key_End)
+        move(row, m_rows.rowCount());
     else if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace)
         remove(row);
     else
@@ -285,10 +287,16 @@ void MergeList::contextMenuEvent(QContextMenuEvent* event)
     const QUuid id = m_rows.item(row).id;
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    const auto up = [this, id] { move(m_rows.rowOf(id), m_rows.rowOf(id) - 1); };
-    const auto down = [this, id] { move(m_rows.rowOf(id), m_rows.rowOf(id) + 2); };
-    menu->addAction(tr("Move Up"), this, up)->setEnabled(row > 0);
-    menu->addAction(tr("Move Down"), this, down)->setEnabled(row + 1 < m_rows.rowCount());
+    const auto addMove = [this, menu, row, id](const QString& title, Qt::Key key, int steps) {
+        const QString shortcut = QKeySequence(Qt::ALT | key).toString(QKeySequence::NativeText);
+        QAction* entry = menu->addAction(title + QLatin1Char('\t') + shortcut, this,
+                                         [this, id, steps] { move(m_rows.rowOf(id), steps); });
+        entry->setEnabled(steps < 0 ? row > 0 : row + 1 < m_rows.rowCount());
+    };
+    addMove(tr("Move Up"), Qt::Key_Up, -1);
+    addMove(tr("Move Down"), Qt::Key_Down, 1);
+    addMove(tr("Move to Start"), Qt::Key_Home, -m_rows.rowCount());
+    addMove(tr("Move to End"), Qt::Key_End, m_rows.rowCount());
     menu->addSeparator();
     menu->addAction(tr("Remove from the list"), this, [this, id] { m_model.merge.remove(id); });
     menu->popup(byKeyboard ? viewport()->mapToGlobal(rectOf(row).center()) : event->globalPos());
@@ -299,11 +307,13 @@ void MergeList::remove(int row)
     m_model.merge.remove(m_rows.item(row).id);
 }
 
-void MergeList::move(int row, int to)
+// By so many rows, negative upwards; it stops at both ends.
+void MergeList::move(int row, int steps)
 {
-    if (row < 0 || to < 0 || to > m_rows.rowCount())
+    const int to = std::clamp(row + steps, 0, std::max(0, m_rows.rowCount() - 1));
+    if (row < 0 || to == row)
         return;
-    m_model.merge.move({row}, to);
+    m_model.merge.move({row}, to > row ? to + 1 : to);
     QListView::scrollTo(currentIndex());
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/DragScroller.h"
 #include "controls/Watches.h"
 
 #include "documents/AppModel.h"
@@ -61,16 +62,15 @@ private:
     Spot spotAt(const QPoint& place) const;
     void setHovered(const Spot& spot);
     void remove(int row);
-    void move(int row, int to);
+    void move(int row, int steps);
     void setCurrentRow(int row);
 
     // mergeListDragging.cpp
     void beginDrag(const QPoint& at);
-    void dragTo(int y);
+    void dragTo(const QPoint& pointer);
     void endDrag(bool drops);
     int landingPlace() const;
     int placeOf(int row) const;
-    void scrollWhileDragging();
     void drawDrag(QPainter& painter) const;
 
     AppModel& m_model;
@@ -80,7 +80,7 @@ private:
     Spot m_pressed;
     QPoint m_pressedAt;
     std::optional<Drag> m_drag;
-    QBasicTimer m_scrolling;
+    DragScroller m_scroller{*this};
     QBasicTimer m_spinner;
     int m_spinnerStep = 0;
     Watches m_watches;

@@ -1,7 +1,6 @@
 #include "tools/MergeList.h"
 
 #include <QPainter>
-#include <QScrollBar>
 
 #include <algorithm>
 
@@ -9,25 +8,18 @@
 
 namespace folvane {
 
-namespace {
-
-constexpr int scrollZone = 40;     // pixels at the top and the bottom
-constexpr int scrollInterval = 16; // ms
-constexpr int mostPerStep = 14;    // pixels
-
-} // namespace
-
 void MergeList::beginDrag(const QPoint& at)
 {
     const QRect rect = rectOf(m_pressed.row);
     m_drag = Drag{m_rows.item(m_pressed.row).id, at.y() - rect.top(), at.y()};
     viewport()->setCursor(Qt::ClosedHandCursor);
-    m_scrolling.start(scrollInterval, this);
+    m_scroller.begin();
 }
 
-void MergeList::dragTo(int y)
+void MergeList::dragTo(const QPoint& pointer)
 {
-    m_drag->pointer = y;
+    m_drag->pointer = pointer.y();
+    m_scroller.follow(pointer);
     viewport()->update();
 }
 
@@ -39,11 +31,11 @@ void MergeList::endDrag(bool drops)
     const int place = row < 0 ? row : landingPlace();
     m_drag.reset();
     m_pressed = {};
-    m_scrolling.stop();
+    m_scroller.end();
     viewport()->unsetCursor();
     viewport()->update();
     if (drops)
-        move(row, place > row ? place + 1 : place);
+        move(row, place - row);
 }
 
 // That which the row covers most.
@@ -64,16 +56,6 @@ int MergeList::placeOf(int row) const
         return to;
     const int withoutIt = row > from ? row - 1 : row;
     return withoutIt >= to ? withoutIt + 1 : withoutIt;
-}
-
-void MergeList::scrollWhileDragging()
-{
-    const int above = scrollZone - m_drag->pointer;
-    const int below = m_drag->pointer - (viewport()->height() - scrollZone);
-    const int far = std::max({above, below, 0});
-    const int step = std::min(far / 3, mostPerStep);
-    if (step > 0)
-        verticalScrollBar()->setValue(verticalScrollBar()->value() + (above > 0 ? -step : step));
 }
 
 void MergeList::drawDrag(QPainter& painter) const

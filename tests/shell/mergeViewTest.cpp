@@ -153,6 +153,10 @@ TEST_F(MergeScreen, KeysMoveAndRemove)
     EXPECT_EQ(order(), QStringLiteral("bca"));
     keyOn(0, Qt::Key_Up, Qt::AltModifier);
     EXPECT_EQ(order(), QStringLiteral("bca"));
+    keyOn(2, Qt::Key_Home, Qt::AltModifier);
+    EXPECT_EQ(order(), QStringLiteral("abc"));
+    QTest::keyClick(&list(), Qt::Key_End, Qt::AltModifier);
+    EXPECT_EQ(order(), QStringLiteral("bca"));
     keyOn(2, Qt::Key_Delete);
     EXPECT_EQ(order(), QStringLiteral("bc"));
     EXPECT_EQ(list().currentIndex().row(), 1);

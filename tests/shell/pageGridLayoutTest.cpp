@@ -9,7 +9,7 @@ class GridWidth : public testing::TestWithParam<int> {};
 
 TEST_P(GridWidth, CellsNeitherOverlapNorLeaveTheirRoom)
 {
-    const PageGridLayout layout{23, GetParam(), 0};
+    const PageGridLayout layout{23, GetParam()};
     const QRect room(0, 0, std::max(GetParam(), 198), layout.height()); // one column needs 150 and the edges
     for (int i = 0; i < layout.count; ++i) {
         EXPECT_TRUE(room.contains(layout.cell(i))) << "cell " << i;
@@ -25,7 +25,7 @@ INSTANTIATE_TEST_SUITE_P(Widths, GridWidth, testing::Values(0, 100, 198, 365, 36
 
 TEST(PageGridLayout, WhatIsOnScreenCoversEveryVisibleCellAndFewMore)
 {
-    const PageGridLayout layout{1000, 760, 0};
+    const PageGridLayout layout{1000, 760};
     for (int top = 0; top < layout.height(); top += 97) {
         const auto [first, last] = layout.between(top, top + 500);
         for (int i = 0; i < layout.count; ++i) {
@@ -38,7 +38,7 @@ TEST(PageGridLayout, WhatIsOnScreenCoversEveryVisibleCellAndFewMore)
 
 TEST(PageGridLayout, ADropLandsBeforeTheCellUnderIt)
 {
-    const PageGridLayout layout{7, 760, 0};
+    const PageGridLayout layout{7, 760};
     ASSERT_EQ(layout.columns(), 4);
     for (int i = 0; i < 7; ++i)
         EXPECT_EQ(layout.dropTarget(layout.cell(i).center()), i);
@@ -51,7 +51,7 @@ TEST(PageGridLayout, ADropLandsBeforeTheCellUnderIt)
 
 TEST(PageGridLayout, EmptyHasNothingToHit)
 {
-    const PageGridLayout layout{0, 760, 0};
+    const PageGridLayout layout{0, 760};
     EXPECT_EQ(layout.height(), 0);
     EXPECT_EQ(layout.at(QPoint(100, 100)), -1);
     EXPECT_EQ(layout.dropTarget(QPoint(100, 100)), 0);
