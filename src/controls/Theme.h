@@ -18,6 +18,7 @@ inline constexpr QColor danger(217, 45, 32);
 inline constexpr QColor warning(245, 165, 36);
 
 inline constexpr QColor accentSoft(230, 12, 9, 31); // 0.12
+inline constexpr QColor veil(20, 18, 16, 31);       // 0.12 of `text`, over a window that has to wait
 inline constexpr QColor hairline(0, 0, 0, 18);      // 0.07
 inline constexpr QColor black(0, 0, 0);             // of shadows and dimmed windows
 inline constexpr QColor hover(60, 40, 30, 15);      // 0.06, over a surface under the pointer

@@ -1,6 +1,7 @@
 #include "shell/RootView.h"
 
 #include "config.h"
+#include "controls/Veil.h"
 #include "controls/droppedFiles.h"
 #include "platform/Workspace.h"
 #include "platform/spawn.h"
@@ -51,6 +52,7 @@ RootView::RootView(AppModel& model) : m_model(model)
     split->setSizes({240, 940});
     setCentralWidget(split);
     m_busy = new BusyOverlay(this);
+    new Veil(this);
     m_sheets = new FileSheets(model, this);
     m_alerts = new Alerts(model, this);
 
