@@ -37,7 +37,11 @@ QWidget* makeDivider(QWidget* parent)
 } // namespace
 
 DocumentView::DocumentView(AppModel& model, QWidget* parent)
-    : QWidget(parent), m_model(model), m_bar(new DocumentBar(model, this)), m_grid(new PageGrid(model, this))
+    : QWidget(parent),
+      m_model(model),
+      m_bar(new DocumentBar(model, this)),
+      m_grid(new PageGrid(model, this)),
+      m_footer(makeFooter())
 {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -46,7 +50,7 @@ DocumentView::DocumentView(AppModel& model, QWidget* parent)
     column->addWidget(makeDivider(this));
     column->addWidget(m_grid, 1);
     column->addWidget(makeDivider(this));
-    column->addWidget(makeFooter());
+    column->addWidget(m_footer);
     connect(m_grid, &PageGrid::pageMenuRequested, this, &DocumentView::showPageMenu);
 }
 

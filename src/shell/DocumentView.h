@@ -21,6 +21,7 @@ public:
     /// Gives the keyboard to the pages. (A focus proxy would hide the buttons of the bar from it.)
     void takeFocus();
     PageGrid& grid() const { return *m_grid; }
+    QWidget* footer() const { return m_footer; }
 
 private:
     QWidget* makeFooter();
@@ -30,6 +31,7 @@ private:
     OpenFilePtr m_file;
     DocumentBar* m_bar;
     PageGrid* m_grid;
+    QWidget* m_footer;
 };
 
 } // namespace folvane

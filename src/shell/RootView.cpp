@@ -122,6 +122,9 @@ void RootView::showDestination()
     const bool changes = m_pages->currentWidget() != view;
     m_document->setFile(file);
     m_pages->setCurrentWidget(view);
+    m_toast->standOn(view == m_document ? m_document->footer()
+                     : view == m_merge  ? m_merge->footer()
+                                        : nullptr);
     if (changes)
         takeFocus();
     setWindowTitle(file ? file->name : config::appName.toString());

@@ -21,7 +21,8 @@ namespace {
 
 const Shadow shadow{theme::faded(theme::black, 0.12), 12, 4};
 constexpr int shadowRoom = 18;
-constexpr int aboveBottom = 28;
+constexpr int overEdge = 28;
+constexpr int overFooter = 12;
 constexpr int widestText = 460;
 constexpr int motionTime = 200; // milliseconds
 
@@ -71,6 +72,18 @@ void ToastView::setToast(const std::optional<Toast>& toast)
     m_motion.start();
 }
 
+void ToastView::standOn(QWidget* footer)
+{
+    if (footer == m_footer)
+        return;
+    if (m_footer)
+        m_footer->removeEventFilter(this);
+    if (footer)
+        footer->installEventFilter(this);
+    m_footer = footer;
+    place();
+}
+
 void ToastView::showText(const Toast& toast)
 {
     m_text->setText(toast.text);
@@ -98,17 +111,24 @@ void ToastView::settle()
     setVisible(m_toast.has_value());
 }
 
+int ToastView::aboveBottom() const
+{
+    const bool onFooter = m_footer && m_footer->isVisible();
+    return onFooter ? std::max(overEdge, m_footer->height() + overFooter) : overEdge;
+}
+
 void ToastView::place()
 {
     adjustSize();
     const QWidget* area = parentWidget();
-    const int inPlace = area->height() - height() - aboveBottom + shadowRoom;
+    const int inPlace = area->height() - height() - aboveBottom() + shadowRoom;
     move((area->width() - width()) / 2, qRound(area->height() + m_shown * (inPlace - area->height())));
 }
 
 bool ToastView::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Resize && isVisible())
+    const auto type = event->type();
+    if (isVisible() && (type == QEvent::Resize || type == QEvent::Show || type == QEvent::Hide))
         place();
     return QWidget::eventFilter(watched, event);
 }

@@ -2,6 +2,7 @@
 
 #include "documents/Toast.h"
 
+#include <QPointer>
 #include <QVariantAnimation>
 #include <QWidget>
 
@@ -14,7 +15,7 @@ namespace folvane {
 
 class ElidedLabel;
 
-/// A short notice at the bottom of `area`. It comes from the bottom edge and goes there, fading on the way.
+/// A short notice at the bottom of `area`, above what stands there. It comes from the bottom edge and goes there, fading on the way.
 class ToastView : public QWidget {
     Q_OBJECT
 
@@ -22,6 +23,8 @@ public:
     explicit ToastView(QWidget* area);
 
     void setToast(const std::optional<Toast>& toast);
+    /// What stands at the bottom of the area, while it shows; null when there is nothing.
+    void standOn(QWidget* footer);
     /// Neither coming nor going.
     bool isSettled() const { return m_motion.state() != QAbstractAnimation::Running; }
 
@@ -36,9 +39,11 @@ private:
     void showText(const Toast& toast);
     void moveTo(double shown);
     void place();
+    int aboveBottom() const;
     void settle();
 
     std::optional<Toast> m_toast;
+    QPointer<QWidget> m_footer;
     ElidedLabel* m_text;
     QAbstractButton* m_reveal;
     QGraphicsOpacityEffect* m_fading;

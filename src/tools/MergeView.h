@@ -25,6 +25,7 @@ public:
     /// Gives the keyboard to the list, or to the first thing to do.
     void takeFocus();
     MergeList& list() const { return *m_list; }
+    QWidget* footer() const { return m_footer; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
