@@ -87,7 +87,7 @@ void FolvaneStyle::drawControl(ControlElement element, const QStyleOption* optio
     case CE_MenuHMargin:
     case CE_MenuVMargin: return; // the panel shows
     case CE_MenuBarItem: menus::drawBarItem(*painter, *item); return;
-    case CE_MenuBarEmptyArea: painter->fillRect(option->rect, theme::background); return;
+    case CE_MenuBarEmptyArea: painter->fillRect(option->rect, theme::chrome); return;
     case CE_Splitter: painter->fillRect(option->rect, theme::hairline); return;
     default: QProxyStyle::drawControl(element, option, painter, widget);
     }
@@ -103,6 +103,9 @@ void FolvaneStyle::drawComplexControl(ComplexControl control, const QStyleOption
         return;
     case CC_SpinBox:
         spinBoxes::draw(*painter, *qstyleoption_cast<const QStyleOptionSpinBox*>(option));
+        return;
+    case CC_ToolButton:
+        toolButtons::draw(*painter, *qstyleoption_cast<const QStyleOptionToolButton*>(option), widget);
         return;
     default: QProxyStyle::drawComplexControl(control, option, painter, widget);
     }

@@ -17,6 +17,7 @@ inline constexpr QColor success(18, 183, 106);
 inline constexpr QColor danger(217, 45, 32);
 inline constexpr QColor warning(245, 165, 36);
 
+inline constexpr QColor chrome(239, 236, 231);      // around the content: `background`, a little darker
 inline constexpr QColor accentSoft(230, 12, 9, 31); // 0.12
 inline constexpr QColor veil(20, 18, 16, 31);       // 0.12 of `text`, over a window that has to wait
 inline constexpr QColor hairline(0, 0, 0, 18);      // 0.07

@@ -41,14 +41,21 @@ private:
 
 } // namespace
 
+// The font's own pair for turning has broken arcs, and of a whole one it has only this half.
 void drawIcon(QPainter& painter, Icon icon, const QRectF& box, const QColor& color)
 {
+    const bool isMirrored = icon == Icon::RotateRight;
     QFont font(QStringLiteral("Material Icons"));
     font.setPixelSize(std::max(1, qRound(std::min(box.width(), box.height()))));
     painter.save();
     painter.setFont(font);
     painter.setPen(color);
-    painter.drawText(box, Qt::AlignCenter, QString(QChar(static_cast<char16_t>(icon))));
+    if (isMirrored) {
+        painter.translate(2 * box.center().x(), 0);
+        painter.scale(-1, 1);
+    }
+    painter.drawText(box, Qt::AlignCenter,
+                     QString(QChar(static_cast<char16_t>(isMirrored ? Icon::RotateLeft : icon))));
     painter.restore();
 }
 

@@ -45,8 +45,8 @@ enum class Icon : char16_t {
     RadioUnchecked = 0xe836,
     Remove = 0xe5c9,
     Report = 0xe160,
-    RotateLeft = 0xe419,
-    RotateRight = 0xe41a,
+    RotateLeft = 0xe042,
+    RotateRight = 0xe41a, ///< drawn as the mirrored RotateLeft
     Scissors = 0xe14e,
     Share = 0xe80d,
     Upload = 0xe2c6,

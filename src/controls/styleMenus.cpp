@@ -116,7 +116,7 @@ void drawBarItem(QPainter& painter, const QStyleOptionMenuItem& item)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillRect(item.rect, theme::background);
+    painter.fillRect(item.rect, theme::chrome);
     if (item.state & QStyle::State_Enabled && item.state & QStyle::State_Selected)
         painter.fillPath(continuousRect(item.rect.adjusted(0, 1, 0, -1), itemRadius),
                          item.state & QStyle::State_Sunken ? theme::accentSoft : theme::hover);

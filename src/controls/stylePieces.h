@@ -8,6 +8,8 @@ class QStyleOptionFrame;
 class QStyleOptionMenuItem;
 class QStyleOptionSlider;
 class QStyleOptionSpinBox;
+class QStyleOptionToolButton;
+class QWidget;
 
 /// What FolvaneStyle draws, by topic; only it includes this. Each function takes what the style was asked to draw.
 namespace folvane {
@@ -52,5 +54,12 @@ QRect partRect(const QStyleOptionSlider& bar, QStyle::SubControl part);
 void draw(QPainter& painter, const QStyleOptionSlider& bar, const QRect& thumb);
 
 } // namespace scrollBars
+
+namespace toolButtons {
+
+/// An icon alone, which shows a ground only under the pointer.
+void draw(QPainter& painter, const QStyleOptionToolButton& button, const QWidget* widget);
+
+} // namespace toolButtons
 
 } // namespace folvane

@@ -17,7 +17,7 @@ PasswordPrompt::PasswordPrompt(const PasswordRequest& request, QWidget* parent)
     auto* text =
         new TextLabel(request.wasWrong ? tr("That password didn't open it. Try again.")
                                        : tr("Enter its password to open it. The password stays on this Mac."),
-                      interfaceFont(13), theme::text, this);
+                      interfaceFont(13), request.wasWrong ? theme::danger : theme::text, this);
     text->setWordWrap(true);
     m_password->setEchoMode(QLineEdit::Password);
     m_password->setPlaceholderText(tr("Password"));

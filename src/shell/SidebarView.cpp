@@ -46,6 +46,10 @@ QLayout* makeBrand(QWidget* parent)
 
 SidebarView::SidebarView(AppModel& model, QWidget* parent) : QWidget(parent), m_model(model)
 {
+    QPalette colors = palette();
+    colors.setColor(QPalette::Window, theme::chrome);
+    setPalette(colors);
+    setAutoFillBackground(true);
     auto* list = new QWidget(this);
     m_home = new SidebarRow(Icon::Home, tr("Home"), list);
     m_open = new SidebarRow(Icon::Add, tr("Open…"), list);

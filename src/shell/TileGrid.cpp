@@ -25,6 +25,14 @@ int tileWidth(int width)
     return (width - (columns - 1) * spacing) / columns;
 }
 
+int highestText(const QList<ToolTile*>& tiles, int tileWidth)
+{
+    int height = 0;
+    for (const ToolTile* tile : tiles)
+        height = std::max(height, tile->textHeight(tileWidth));
+    return height;
+}
+
 } // namespace
 
 TileGrid::TileGrid(QWidget* parent) : QFrame(parent)
@@ -42,12 +50,9 @@ void TileGrid::add(ToolTile* tile)
     updateGeometry();
 }
 
-int TileGrid::rowHeight(qsizetype first, int columns, int tileWidth) const
+QList<ToolTile*> TileGrid::row(qsizetype first, int columns) const
 {
-    int height = 0;
-    for (const ToolTile* tile : m_tiles.sliced(first, std::min<qsizetype>(columns, m_tiles.size() - first)))
-        height = std::max(height, tile->frameHeight(tileWidth));
-    return height;
+    return m_tiles.sliced(first, std::min<qsizetype>(columns, m_tiles.size() - first));
 }
 
 int TileGrid::heightForWidth(int width) const
@@ -55,8 +60,9 @@ int TileGrid::heightForWidth(int width) const
     const QMargins margin = ToolTile::margin();
     const int inside = width - margin.left() - margin.right();
     int height = margin.top() + margin.bottom() - spacing;
-    for (qsizetype first = 0; first < m_tiles.size(); first += columnsIn(inside))
-        height += rowHeight(first, columnsIn(inside), tileWidth(inside)) + spacing;
+    const int columns = columnsIn(inside);
+    for (qsizetype first = 0; first < m_tiles.size(); first += columns)
+        height += ToolTile::frameHeight(highestText(row(first, columns), tileWidth(inside))) + spacing;
     return std::max(0, height);
 }
 
@@ -72,15 +78,19 @@ void TileGrid::resizeEvent(QResizeEvent* event)
         updateGeometry();
     const QRect inside = rect().marginsRemoved(ToolTile::margin());
     const int columns = columnsIn(inside.width());
-    const int tile = tileWidth(inside.width());
-    int top = inside.top();
-    for (qsizetype i = 0; i < m_tiles.size(); ++i) {
-        const int column = int(i % columns);
-        if (column == 0 && i > 0)
-            top += rowHeight(i - columns, columns, tile) + spacing;
-        const QRect frame(inside.left() + column * (tile + spacing), top, tile,
-                          rowHeight(i - column, columns, tile));
-        m_tiles[i]->setGeometry(frame.marginsAdded(ToolTile::margin()));
+    const int width = tileWidth(inside.width());
+    QRect frame(inside.topLeft(), QSize(width, 0));
+    for (qsizetype first = 0; first < m_tiles.size(); first += columns) {
+        const QList<ToolTile*> tiles = row(first, columns);
+        const int text = highestText(tiles, width);
+        frame.setHeight(ToolTile::frameHeight(text));
+        frame.moveLeft(inside.left());
+        for (ToolTile* tile : tiles) {
+            tile->alignTo(text);
+            tile->setGeometry(frame.marginsAdded(ToolTile::margin()));
+            frame.translate(width + spacing, 0);
+        }
+        frame.translate(0, frame.height() + spacing);
     }
 }
 

@@ -23,7 +23,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    int rowHeight(qsizetype first, int columns, int tileWidth) const;
+    QList<ToolTile*> row(qsizetype first, int columns) const;
 
     QList<ToolTile*> m_tiles;
 };

@@ -57,11 +57,21 @@ QMargins ToolTile::margin()
     return shadow.margins() | focusRingMargins;
 }
 
-int ToolTile::frameHeight(int frameWidth) const
+int ToolTile::frameHeight(int textHeight)
+{
+    return std::max(leastHeight, textHeight + 2 * padding);
+}
+
+int ToolTile::textHeight(int frameWidth) const
 {
     const int textWidth = frameWidth - 2 * padding - iconSide - gap;
-    const int text = QFontMetrics(titleFont()).height() + lineGap + detailHeight(m_detail, textWidth);
-    return std::max(leastHeight, text + 2 * padding);
+    return QFontMetrics(titleFont()).height() + lineGap + detailHeight(m_detail, textWidth);
+}
+
+void ToolTile::alignTo(int textHeight)
+{
+    m_alignedTo = textHeight;
+    update();
 }
 
 void ToolTile::paintEvent(QPaintEvent*)
@@ -78,8 +88,7 @@ void ToolTile::paintEvent(QPaintEvent*)
     const int textLeft = frame.left() + padding + iconSide + gap;
     const int textWidth = frame.right() + 1 - padding - textLeft;
     const int titleHeight = QFontMetrics(titleFont()).height();
-    const int textHeight = titleHeight + lineGap + detailHeight(m_detail, textWidth);
-    const int top = frame.top() + (frame.height() - textHeight) / 2;
+    const int top = frame.top() + (frame.height() - m_alignedTo) / 2;
     const QRectF square(frame.left() + padding, frame.top() + (frame.height() - iconSide) / 2.0, iconSide,
                         iconSide);
     painter.fillPath(continuousRect(square, 10), theme::accentSoft);

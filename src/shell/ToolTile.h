@@ -15,8 +15,11 @@ public:
     ToolTile(Icon icon, const QString& title, const QString& detail, QWidget* parent = nullptr);
 
     static QMargins margin();
-    /// Both without the margin.
-    int frameHeight(int frameWidth) const;
+    /// Without the margin.
+    static int frameHeight(int textHeight);
+    int textHeight(int frameWidth) const;
+    /// The texts begin where they would if they were as high as this, so that those of a row begin at one height.
+    void alignTo(int textHeight);
     QRect frame() const { return rect().marginsRemoved(margin()); }
 
 protected:
@@ -26,6 +29,7 @@ protected:
 private:
     Icon m_icon;
     QString m_detail;
+    int m_alignedTo = 0;
 };
 
 } // namespace folvane

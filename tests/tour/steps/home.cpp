@@ -20,6 +20,8 @@ void showHome(Tour& tour)
                         [&tour] { return bool(tour.shown()); });
     tour.press(QStringLiteral("Home"));
     tour.picture(QStringLiteral("home-with-a-document"));
+    tour.hand().hover(tour.placeOf(QStringLiteral("Close “Annual report”")).center());
+    tour.picture(QStringLiteral("home-close-under-pointer"));
 }
 
 } // namespace folvane
