@@ -43,7 +43,8 @@ std::string significant(const QString& text)
 
 std::string passwordForWriting(const QString& password)
 {
-    return significant(saslPrepared(password).value_or(password));
+    const std::string prepared = significant(saslPrepared(password).value_or(password));
+    return prepared.empty() ? significant(password) : prepared;
 }
 
 std::vector<std::string> passwordsForOpening(const QString& password)

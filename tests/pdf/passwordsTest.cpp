@@ -30,6 +30,7 @@ INSTANTIATE_TEST_SUITE_P(
                                  std::string(126, 'x') + "\xc3"},
                     PasswordCase{"Composed", QString("a") + QChar(0x308), "\xc3\xa4"},
                     PasswordCase{"SoftHyphenIsNothing", QString("se") + QChar(0xad) + "cret", "secret"},
+                    PasswordCase{"NothingButSoftHyphen", QString(QChar(0xad)), "\xc2\xad"},
                     PasswordCase{"ForbiddenIsTakenAsTyped", QString("a\tb"), "a\tb"}),
     [](const auto& row) { return std::string(row.param.name); });
 
