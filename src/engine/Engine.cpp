@@ -239,6 +239,8 @@ std::optional<SendableImage> Engine::image(const PageSource& source, int turn, d
 
 QList<QByteArray> Engine::pictures(const BuildPlan& plan, double dpi, bool jpeg, std::stop_token stop)
 {
+    if (plan.pages.empty())
+        return {};
     const PictureFormat format = jpeg ? PictureFormat::Jpeg : PictureFormat::Png;
     return withOwnErrors(
         [&] { return pagePictures(m_state->assembled(flatCopy(plan), stop), dpi, format, stop); });

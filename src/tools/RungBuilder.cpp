@@ -9,12 +9,6 @@
 
 namespace folvane {
 
-namespace {
-
-constexpr qsizetype mostKept = qsizetype(512) << 20;
-
-} // namespace
-
 const QByteArray* RungBuilder::find(const Compression::Rung& rung) const
 {
     const auto found = std::ranges::find(m_built, rung, &Built::rung);
@@ -29,10 +23,7 @@ RungBuilder::Running* RungBuilder::running(const Compression::Rung& rung)
 
 void RungBuilder::keep(Compression::Rung rung, QByteArray data)
 {
-    qsizetype kept = data.size();
-    for (const Built& built : m_built)
-        kept += built.data.size();
-    if (kept <= mostKept && !find(rung))
+    if (!find(rung))
         m_built.push_back({rung, std::move(data)});
 }
 

@@ -14,7 +14,7 @@ namespace folvane {
 class PDFEngine;
 
 /// Makes the rungs of one document, as it is now, for all who ask: what is there or under way is not built again. Keeps
-/// what it built as long as it lives, up to 512 MB. On the interface thread.
+/// what it built as long as it lives, whatever the size: what is saved must be what was measured. On the interface thread.
 class RungBuilder {
 public:
     /// The engine must outlive this. `plan` has no quality.
