@@ -147,7 +147,7 @@ void Assembly::Target::copyWhatHangsOnThem(const std::vector<PageCopy>& copies, 
     std::vector<LabelledPage> labelled;
     for (const PageCopy& copy : copies)
         labelled.push_back({&copy.source->data(), copy.index});
-    setUnlessNull(root, "/PageLabels", joinedPageLabels(labelled));
+    setUnlessNull(root, "/PageLabels", joinedPageLabels(labelled, stop));
 
     throwIfStopped(stop);
     copyOutputIntents(qpdf, parts);

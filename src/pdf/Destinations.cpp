@@ -1,41 +1,19 @@
 #include "pdf/Destinations.h"
 
 #include "pdf/DocumentData.h"
+#include "pdf/treeEntries.h"
 
 namespace folvane::pdf {
-
-namespace {
-
-void readNameTree(QPDFObjectHandle root, std::map<std::string, QPDFObjectHandle>& names)
-{
-    ObjGenSet seen;
-    std::vector<QPDFObjectHandle> waiting{root};
-    while (!waiting.empty()) {
-        QPDFObjectHandle node = waiting.back();
-        waiting.pop_back();
-        if (!node.isDictionary() || (node.isIndirect() && !seen.insert(node.getObjGen()).second))
-            continue;
-        if (QPDFObjectHandle kids = node.getKey("/Kids"); kids.isArray()) {
-            for (QPDFObjectHandle kid : kids.getArrayAsVector())
-                waiting.push_back(kid);
-        }
-        if (QPDFObjectHandle pairs = node.getKey("/Names"); pairs.isArray()) {
-            const std::vector<QPDFObjectHandle> items = pairs.getArrayAsVector();
-            for (size_t i = 0; i + 1 < items.size(); i += 2) {
-                if (QPDFObjectHandle key = items[i]; key.isString())
-                    names.emplace(key.getStringValue(), items[i + 1]);
-            }
-        }
-    }
-}
-
-} // namespace
 
 DestinationTable DestinationTable::read(QPDFObjectHandle catalogue)
 {
     DestinationTable table;
-    if (QPDFObjectHandle names = catalogue.getKey("/Names"); names.isDictionary())
-        readNameTree(names.getKey("/Dests"), table.byString);
+    if (QPDFObjectHandle names = catalogue.getKey("/Names"); names.isDictionary()) {
+        for (auto& [key, destination] : treeEntries(names.getKey("/Dests"), "/Names")) {
+            if (key.isString())
+                table.byString.emplace(key.getStringValue(), destination);
+        }
+    }
     if (QPDFObjectHandle dests = catalogue.getKey("/Dests"); dests.isDictionary())
         table.byName = dests.getDictAsMap();
     return table;

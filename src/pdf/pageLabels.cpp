@@ -1,8 +1,7 @@
 #include "pdf/pageLabels.h"
 
 #include "pdf/DocumentData.h"
-
-#include <qpdf/QPDFNumberTreeObjectHelper.hh>
+#include "pdf/treeEntries.h"
 
 #include <algorithm>
 #include <optional>
@@ -39,19 +38,14 @@ Label labelOf(QPDFObjectHandle entry)
     return label;
 }
 
-Ranges readRanges(DocumentData& source)
+Ranges readRanges(DocumentData& source, const std::stop_token& stop)
 {
     Ranges ranges;
-    QPDFObjectHandle tree = source.catalogue().getKey("/PageLabels");
-    if (!tree.isDictionary())
-        return ranges;
-    try {
-        for (auto& [first, entry] : QPDFNumberTreeObjectHelper(tree, *source.qpdf, false).getAsMap()) {
-            if (entry.isDictionary() && first >= 0 && first <= highestNumber)
-                ranges.emplace(first, labelOf(entry));
-        }
-    } catch (const std::exception&) {
-        ranges.clear(); // a broken tree counts as none
+    for (auto& [key, entry] : treeEntries(source.catalogue().getKey("/PageLabels"), "/Nums", stop)) {
+        if (!key.isInteger() || !entry.isDictionary())
+            continue;
+        if (const long long first = key.getIntValue(); first >= 0 && first <= highestNumber)
+            ranges.emplace(first, labelOf(entry));
     }
     return ranges;
 }
@@ -89,13 +83,13 @@ QPDFObjectHandle entryOf(const Label& label)
 
 } // namespace
 
-QPDFObjectHandle joinedPageLabels(const std::vector<LabelledPage>& pages)
+QPDFObjectHandle joinedPageLabels(const std::vector<LabelledPage>& pages, const std::stop_token& stop)
 {
     std::map<DocumentData*, Ranges> rangesOf;
     bool anyLabels = false;
     for (const LabelledPage& page : pages) {
         if (!rangesOf.count(page.source))
-            anyLabels = !(rangesOf[page.source] = readRanges(*page.source)).empty() || anyLabels;
+            anyLabels = !(rangesOf[page.source] = readRanges(*page.source, stop)).empty() || anyLabels;
     }
     if (!anyLabels)
         return QPDFObjectHandle::newNull();
