@@ -9,7 +9,7 @@ namespace folvane::pdf {
 
 namespace {
 
-constexpr size_t mostRepeats = 10'000; // of pages that stand in the tree already: more is malice
+constexpr size_t mostRepeats = 10'000; // of pages and nodes that stand in the tree already: more is malice
 constexpr std::array inheritable{"/Resources", "/MediaBox", "/CropBox", "/Rotate"};
 
 using Attributes = std::map<std::string, QPDFObjectHandle>;
@@ -49,7 +49,7 @@ public:
         while (!m_path.empty()) { // a loop, not recursion: hostile trees are as deep as they like
             Level& level = m_path.back();
             if (level.next == level.kids.size())
-                m_path.pop_back();
+                leave();
             else
                 visit(level.node, level.kids[level.next++]);
         }
@@ -70,9 +70,22 @@ private:
             return;
         if (!node.isIndirect())
             node = m_qpdf.makeIndirectObject(node);
-        if (m_seen.insert(node.getObjGen()).second)
-            m_path.push_back(
-                {node, node.getKey("/Kids").getArrayAsVector(), attributesBelow(m_qpdf, node, inherited), 0});
+        if (m_onPath.count(node.getObjGen()) || (isRepeated(node) && ++m_repeats > mostRepeats))
+            return;
+        m_onPath.insert(node.getObjGen());
+        m_path.push_back(
+            {node, node.getKey("/Kids").getArrayAsVector(), attributesBelow(m_qpdf, node, inherited), 0});
+    }
+
+    void leave()
+    {
+        m_onPath.erase(m_path.back().node.getObjGen());
+        m_path.pop_back();
+    }
+
+    bool isRepeated(const QPDFObjectHandle& object)
+    {
+        return object.isIndirect() && !m_seen.insert(object.getObjGen()).second;
     }
 
     void visit(QPDFObjectHandle parent, QPDFObjectHandle kid)
@@ -80,7 +93,9 @@ private:
         if (!kid.isDictionary())
             return;
         const Attributes inherited = m_path.back().attributes; // a copy: entering moves the path
-        if (kid.getKey("/Kids").isArray())
+        if (kid.getKey("/Type").isNameAndEquals("/Page"))      // with kids or not, as for other readers
+            add(kid, parent, inherited);
+        else if (kid.getKey("/Kids").isArray())
             enter(kid, inherited);
         else if (!kid.getKey("/Type").isNameAndEquals("/Pages"))
             add(kid, parent, inherited);
@@ -88,11 +103,11 @@ private:
 
     void add(QPDFObjectHandle page, QPDFObjectHandle parent, const Attributes& inherited)
     {
-        const bool isRepeated = page.isIndirect() && !m_seen.insert(page.getObjGen()).second;
-        if (isRepeated && ++m_repeats > mostRepeats)
+        const bool isCopied = isRepeated(page);
+        if (isCopied && ++m_repeats > mostRepeats)
             return;
-        if (isRepeated || !page.isIndirect())
-            page = m_qpdf.makeIndirectObject(isRepeated ? page.shallowCopy() : page);
+        if (isCopied || !page.isIndirect())
+            page = m_qpdf.makeIndirectObject(isCopied ? page.shallowCopy() : page);
         if (page.getKey("/Parent").getObjGen() != parent.getObjGen())
             page.replaceKey("/Parent", parent);
         setMissing(page, inherited);
@@ -103,6 +118,7 @@ private:
     std::vector<Level> m_path;
     std::vector<QPDFObjectHandle> m_pages;
     ObjGenSet m_seen;
+    ObjGenSet m_onPath;
     size_t m_repeats = 0;
 };
 

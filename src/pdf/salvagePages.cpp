@@ -39,6 +39,12 @@ QByteArray withEntries(const Dictionary& dictionary,
     return text + ">>";
 }
 
+/// A page is one with kids or not, as for other readers.
+bool isTreeNode(const Dictionary& dictionary)
+{
+    return !dictionary.value("/Kids").isEmpty() && dictionary.value("/Type") != "/Page";
+}
+
 /// A node on a walk through the tree, in the order of the walk.
 struct Visited {
     Reference id;
@@ -83,7 +89,7 @@ public:
 private:
     const FoundObject* object(Reference id) const;
     Dictionary dictionary(Reference id) const;
-    bool isNode(Reference id) const { return !dictionary(id).value("/Kids").isEmpty(); }
+    bool isNode(Reference id) const { return isTreeNode(dictionary(id)); }
     std::optional<Reference> findCatalogue(std::optional<Reference> preferred) const;
 
     void makeLostParents();
@@ -200,7 +206,7 @@ bool TreeBuilder::takeNewKid(std::vector<Visited>& nodes, size_t place, std::opt
     const QByteArrayView type = kid.value("/Type");
     if (kid.entries().empty())
         return false;
-    if (!kid.value("/Kids").isEmpty()) {
+    if (isTreeNode(kid)) {
         if (id)
             nodes.push_back({*id, place, {}});
         return id.has_value();
