@@ -25,6 +25,103 @@ int hexDigit(char c)
     return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
 }
 
+/// Whatever begins with a slash.
+class NamePicker {
+public:
+    void take(char c)
+    {
+        if (!m_name.empty() && endsName(static_cast<unsigned char>(c)))
+            endName();
+        if (!m_name.empty() || c == '/')
+            m_name += c;
+    }
+
+    void endName()
+    {
+        if (!m_name.empty())
+            m_names.insert(m_name.find('#') == std::string::npos ? m_name : decodedName(m_name));
+        m_name.clear();
+    }
+
+    NameSet& names() { return m_names; }
+
+private:
+    std::string m_name;
+    NameSet m_names;
+};
+
+/// Tells what stands in comments and strings from what the operators see, as long as that can be told: the data of an
+/// inline image reads like anything, and where a string does not end readers differ.
+class ContentReader {
+public:
+    /// Whether the next byte stands outside of both.
+    bool isOutside(char c)
+    {
+        switch (m_place) {
+        case Place::Comment:
+            if (c == '\n' || c == '\r')
+                m_place = Place::Outside;
+            return false;
+        case Place::String: readString(c); return false;
+        case Place::Outside: break;
+        }
+        readOutside(c);
+        return m_place == Place::Outside;
+    }
+
+    void endStream()
+    {
+        endWord();
+        m_isUnclear = m_isUnclear || m_place == Place::String;
+        m_place = Place::Outside;
+    }
+
+    bool isUnclear() const { return m_isUnclear; }
+
+private:
+    enum class Place { Outside, Comment, String };
+
+    void readOutside(char c)
+    {
+        if (!endsName(static_cast<unsigned char>(c))) {
+            if (m_word.size() < 3)
+                m_word += c;
+            return;
+        }
+        endWord();
+        if (c == '%')
+            m_place = Place::Comment;
+        if (c == '/') // the name "/BI" begins no image
+            m_word = c;
+        if (c == '(') {
+            m_place = Place::String;
+            m_depth = 1;
+        }
+    }
+
+    void readString(char c)
+    {
+        if (m_isEscaped || c == '\\')
+            m_isEscaped = !m_isEscaped;
+        else if (c == '(')
+            ++m_depth;
+        else if (c == ')' && --m_depth == 0)
+            m_place = Place::Outside;
+    }
+
+    void endWord()
+    {
+        m_isUnclear = m_isUnclear || m_word == "BI";
+        m_word.clear();
+    }
+
+    Place m_place = Place::Outside;
+    std::string m_word; // its beginning
+    int m_depth = 0;
+    bool m_isEscaped = false;
+    bool m_isUnclear = false;
+};
+
 /// Picks the names out of the bytes that flow through.
 class NameScanner : public Pipeline {
 public:
@@ -37,26 +134,25 @@ public:
             throw std::runtime_error(
                 "too much content"); // ends the decoding: a bomb must not go on inflating
         for (size_t i = 0; i < length; ++i) {
-            if (!m_name.empty() && endsName(data[i]))
-                endName();
-            if (!m_name.empty() || data[i] == '/')
-                m_name += static_cast<char>(data[i]);
+            const char c = static_cast<char>(data[i]);
+            m_all.take(c);
+            m_outside.take(m_reader.isOutside(c) ? c : ' ');
         }
     }
-    void finish() override { endName(); }
 
-    NameSet& names() { return m_names; }
-
-private:
-    void endName()
+    void finish() override
     {
-        if (!m_name.empty())
-            m_names.insert(m_name.find('#') == std::string::npos ? m_name : decodedName(m_name));
-        m_name.clear();
+        m_reader.endStream();
+        m_all.endName();
+        m_outside.endName();
     }
 
-    std::string m_name;
-    NameSet m_names;
+    NameSet& names() { return m_reader.isUnclear() ? m_all.names() : m_outside.names(); }
+
+private:
+    ContentReader m_reader;
+    NamePicker m_outside;
+    NamePicker m_all;
     size_t m_total = 0;
 };
 

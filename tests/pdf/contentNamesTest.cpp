@@ -46,7 +46,10 @@ INSTANTIATE_TEST_SUITE_P(
                     NamesCase{"Escaped", {"/A#20B Do /C# gs"}, {"/A B", "/C#"}},
                     NamesCase{"EndOfAStreamEndsAName", {"/Im", "0 Do"}, {"/Im"}},
                     NamesCase{"LastWord", {"/Fm1 Do/Fm2"}, {"/Fm1", "/Fm2"}},
-                    NamesCase{"LookAlikesOnlyAdd", {"(a /X b) Tj /F Do"}, {"/F", "/X"}}),
+                    NamesCase{"NotInStrings", {"(a \\( (/X) \\) /Y) Tj/F Do"}, {"/F"}},
+                    NamesCase{"NotInComments", {"/A Do %/X (\r/B Do % /Y", "/C Do"}, {"/A", "/B", "/C"}},
+                    NamesCase{"InlineImagesOnlyAdd", {"BI /W 1 ID (%EI /F Do (/X) Tj"}, {"/F", "/W", "/X"}},
+                    NamesCase{"StringsWithoutEndOnlyAdd", {"(a /X", "/F Do"}, {"/F", "/X"}}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST(ContentNamesOfDamage, AreUnknownRatherThanTooFew)
