@@ -27,14 +27,35 @@ QPDFObjectHandle prunedCategory(QPDFObjectHandle category, const NameSet& names)
     return kept.size() == all.size() ? category : QPDFObjectHandle::newDictionary(kept);
 }
 
+/// The forms that an annotation can look like, of all its states.
+std::vector<QPDFObjectHandle> appearancesOf(QPDFObjectHandle annotation)
+{
+    std::vector<QPDFObjectHandle> forms;
+    QPDFObjectHandle appearances = annotation.getKey("/AP");
+    if (!appearances.isDictionary())
+        return forms;
+    for (auto& [occasion, appearance] : appearances.getDictAsMap()) {
+        if (appearance.isStream())
+            forms.push_back(appearance);
+        if (!appearance.isDictionary())
+            continue;
+        for (auto& [state, form] : appearance.getDictAsMap()) {
+            if (form.isStream())
+                forms.push_back(form);
+        }
+    }
+    return forms;
+}
+
 } // namespace
 
-QPDFObjectHandle ResourcePruner::pruned(QPDFObjectHandle resources, QPDFObjectHandle contents)
+QPDFObjectHandle ResourcePruner::pruned(QPDFObjectHandle resources, QPDFObjectHandle contents,
+                                        const std::vector<QPDFObjectHandle>& annotations)
 {
     if (!resources.isDictionary())
         return resources;
     std::optional<NameSet> names = contentNames(contents);
-    if (!names || !addBorrowed(resources, *names))
+    if (!names || !addAppearances(annotations, *names) || !addBorrowed(resources, *names))
         return resources;
 
     std::map<std::string, QPDFObjectHandle> kept = resources.getDictAsMap();
@@ -48,6 +69,19 @@ QPDFObjectHandle ResourcePruner::pruned(QPDFObjectHandle resources, QPDFObjectHa
         category->second = fewer;
     }
     return changed ? QPDFObjectHandle::newDictionary(kept) : resources;
+}
+
+bool ResourcePruner::addAppearances(const std::vector<QPDFObjectHandle>& annotations, NameSet& names)
+{
+    for (const QPDFObjectHandle& annotation : annotations) {
+        for (const QPDFObjectHandle& appearance : appearancesOf(annotation)) {
+            const Borrowed& borrowed = borrowedBy(appearance, 0);
+            if (!borrowed)
+                return false;
+            names.insert(borrowed->begin(), borrowed->end());
+        }
+    }
+    return true;
 }
 
 /// What a named resource borrows may itself borrow, so this goes on until no name is new.
@@ -95,8 +129,8 @@ ResourcePruner::Borrowed ResourcePruner::read(QPDFObjectHandle resource, int dep
         return std::nullopt;
     if (resource.isStream()) {
         QPDFObjectHandle dictionary = resource.getDict();
-        const bool draws =
-            dictionary.getKey("/Subtype").isNameAndEquals("/Form") || dictionary.hasKey("/PatternType");
+        const bool draws = dictionary.getKey("/Subtype").isNameAndEquals("/Form")
+                           || dictionary.hasKey("/PatternType") || dictionary.hasKey("/BBox");
         if (!draws)
             return names;
         QPDFObjectHandle own = dictionary.getKey("/Resources");

@@ -16,11 +16,12 @@ namespace {
 /// Entries of a page that do not travel, or that are set on their own.
 bool staysBehind(std::string_view key)
 {
-    constexpr std::array<std::string_view, 16> behind{
+    constexpr std::array<std::string_view, 18> behind{
         "/Type",      "/Parent",  "/Annots", "/Resources",
         "/MediaBox",  "/CropBox", "/Rotate", "/B",
         "/Thumb",     "/AA",      "/ID",     "/PieceInfo",
-        "/PresSteps", "/DPart",   "/PZ",     "/TemplateInstantiated"};
+        "/PresSteps", "/DPart",   "/PZ",     "/TemplateInstantiated",
+        "/Kids",      "/Count"}; // a page with kids would be taken for a node of the page tree
     return std::find(behind.begin(), behind.end(), key) != behind.end();
 }
 
@@ -200,7 +201,7 @@ QPDFObjectHandle SourcePart::copiedResources(Round& round, QPDFObjectHandle page
     QPDFObjectHandle resources = page.getKey("/Resources");
     if (!resources.isDictionary())
         return QPDFObjectHandle::newDictionary();
-    return round.copier.copy(m_rules->resourcesFor(resources, page.getKey("/Contents")));
+    return round.copier.copy(m_rules->resourcesFor(resources, page.getKey("/Contents"), annotationsOf(page)));
 }
 
 QPDFObjectHandle SourcePart::copiedAnnotations(Round& round, QPDFObjectHandle page, QPDFObjectHandle target)

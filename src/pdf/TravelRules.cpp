@@ -61,9 +61,10 @@ void TravelRules::rewrite(Entries& entries, QPDFObjectHandle dictionaryOrStream)
         rewriteDictionary(entries);
 }
 
-QPDFObjectHandle TravelRules::resourcesFor(QPDFObjectHandle resources, QPDFObjectHandle contents) const
+QPDFObjectHandle TravelRules::resourcesFor(QPDFObjectHandle resources, QPDFObjectHandle contents,
+                                           const std::vector<QPDFObjectHandle>& annotations) const
 {
-    return m_resources == Resources::Pruned ? m_pruner.pruned(resources, contents) : resources;
+    return m_resources == Resources::Pruned ? m_pruner.pruned(resources, contents, annotations) : resources;
 }
 
 void TravelRules::rewriteStream(Entries& entries, QPDFObjectHandle stream) const

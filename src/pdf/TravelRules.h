@@ -26,8 +26,9 @@ public:
     void rewrite(Entries& entries, QPDFObjectHandle dictionaryOrStream) const override;
 
     bool carriesStructure() const { return m_structure == Structure::Carried; }
-    /// What a copy of the content takes of its resources.
-    QPDFObjectHandle resourcesFor(QPDFObjectHandle resources, QPDFObjectHandle contents) const;
+    /// What a copy of the content takes of its resources, with that of a page's annotations.
+    QPDFObjectHandle resourcesFor(QPDFObjectHandle resources, QPDFObjectHandle contents,
+                                  const std::vector<QPDFObjectHandle>& annotations = {}) const;
     /// Named destinations that get another name, so that they do not fall on those of another source: those of the
     /// name tree, and those of the older dictionary.
     void renameString(const std::string& from, const std::string& to) { m_newStrings[from] = to; }
