@@ -20,6 +20,10 @@ class DriverFailed(Exception):
     """The driver crashed, hung, or said that a request was wrong."""
 
 
+class DriverTooSlow(DriverFailed):
+    """No answer came in time; the process was killed."""
+
+
 class Driver:
     """Use as a context manager. `deadline` is in seconds for the whole life of the process, `address_space`
     in bytes; None is no limit."""
@@ -56,14 +60,26 @@ class Driver:
 
     def ask(self, verb, **fields):
         """The answer to one request, as a dictionary. Raises DriverFailed."""
+        self.send(verb, **fields)
+        answer = self.receive(verb)
+        if not answer.get("ok"):
+            raise DriverFailed(f"{verb}: {answer.get('bad')}")
+        return answer
+
+    def send(self, verb, **fields):
+        """Puts a request, whose answer `receive` gives in its turn."""
         try:
             self._process.stdin.write(json.dumps({"do": verb, **fields}).encode() + b"\n")
         except BrokenPipeError:
             raise DriverFailed(f"{verb}: {self._death()}")
-        answer = json.loads(self._line(verb))
-        if not answer.get("ok"):
-            raise DriverFailed(f"{verb}: {answer.get('bad')}")
-        return answer
+
+    def receive(self, verb, seconds=None):
+        """The next answer, also one that says that the request was wrong. `seconds` takes the place of the deadline."""
+        return json.loads(self._line(verb, self._end if seconds is None else time.monotonic() + seconds))
+
+    def forget_peak(self):
+        """The peak counts from what the process holds now."""
+        Path(f"/proc/{self._process.pid}/clear_refs").write_text("5")
 
     def peak(self):
         """The peak memory of the process so far, in bytes, as the kernel counts it."""
@@ -72,12 +88,12 @@ class Driver:
                 return int(line.split()[1]) * 1024
         raise DriverFailed("the process has no peak any more")
 
-    def _line(self, verb):
+    def _line(self, verb, end):
         while b"\n" not in self._unread:
-            left = None if self._end is None else max(0.0, self._end - time.monotonic())
+            left = None if end is None else max(0.0, end - time.monotonic())
             if not select.select([self._process.stdout], [], [], left)[0]:
                 self._process.kill()
-                raise DriverFailed(f"{verb}: no answer in time")
+                raise DriverTooSlow(f"{verb}: no answer in time")
             chunk = os.read(self._process.stdout.fileno(), 1 << 20)
             if not chunk:
                 raise DriverFailed(f"{verb}: {self._death()}")
@@ -89,7 +105,8 @@ class Driver:
         code = self._process.wait()
         self._errors.seek(0)
         words = self._errors.read().decode("utf-8", "replace").strip().splitlines()
-        return f"the driver ended with {code}" + (f" ({words[-1][:200]})" if words else "")
+        reports = [line for line in words if "Sanitizer" in line or "runtime error" in line] or words[-1:]
+        return f"the driver ended with {code}" + (f" ({reports[0][:200]})" if reports else "")
 
 
 def _limit(address_space):
