@@ -4,6 +4,7 @@ import re
 import struct
 import subprocess
 import zlib
+from functools import partial
 
 NUMBERS = [b"0", b"-1", b"1", b"65536", b"2147483647", b"-2147483648", b"4294967295", b"9223372036854775807", b"1e30", b"0.0000001"]
 WORDS = [0, 1, 0x7FFF, 0xFFFF, 0x10000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF]
@@ -38,32 +39,6 @@ def double(chance, data):
     return data[:end] + data[start:end] * chance.choice([1, 1, 1, 40]) + data[end:]
 
 
-def hostile_numbers(chance, data):
-    return _substitute(chance, NUMBER, data, lambda old, others: chance.choice(NUMBERS))
-
-
-def swapped_names(chance, data):
-    return _substitute(chance, NAME, data, lambda old, others: chance.choice(others))
-
-
-def dropped_keys(chance, data):
-    """The name becomes one that nobody knows, of the same length."""
-    return _substitute(chance, NAME, data, lambda old, others: b"/" + b"x" * (len(old) - 1))
-
-
-def redirected_references(chance, data):
-    return _substitute(chance, REFERENCE, data, lambda old, others: chance.choice(others))
-
-
-def changed_stream(chance, data):
-    return _substitute(chance, STREAM, data, lambda old, others: chance.choice(BYTES)(chance, old) if old else old)
-
-
-def changed_content(chance, data):
-    """What a stream inflates to, changed and packed again."""
-    return _substitute(chance, STREAM, data, lambda old, others: _repacked(chance, old))
-
-
 def hostile_words(chance, data):
     """Binary numbers of two and four bytes, mostly in the head."""
     changed = bytearray(data)
@@ -72,12 +47,6 @@ def hostile_words(chance, data):
         end = min(len(changed), chance.choice([64, 512, len(changed)])) - 4
         struct.pack_into(form, changed, chance.randrange(max(1, end)), chance.choice(WORDS) & mask)
     return bytes(changed)
-
-
-BYTES = [flip_bits, overwrite, cut, double]
-IN_TEXT = [hostile_numbers, swapped_names, dropped_keys, redirected_references]
-IN_PDF = BYTES + IN_TEXT * 2 + [changed_stream, changed_content, changed_content]
-IN_PICTURE = BYTES + [hostile_words, hostile_words, hostile_numbers]
 
 
 def mutate(chance, data, ways):
@@ -107,17 +76,32 @@ def _run(chance, data):
     return start, min(len(data), start + chance.choice([1, 4, 16, len(data) // 100 + 1, len(data) // 20 + 1, len(data) // 4 + 1]))
 
 
-def _substitute(chance, pattern, data, new):
+def _substitute(pattern, new, chance, data):
+    """A few places that fit the pattern, from the last on, so that the others stay where they were found."""
     found = list(pattern.finditer(data))
     others = [match.group() for match in found]
     for match in sorted(chance.sample(found, min(len(found), chance.randint(1, 6))), key=lambda match: -match.start()):
-        data = data[:match.start()] + new(match.group(), others) + data[match.end():]
+        data = data[:match.start()] + new(chance, match.group(), others) + data[match.end():]
     return data
 
 
-def _repacked(chance, packed):
+def _packed_again(chance, packed, _):
+    """What a stream inflates to, changed."""
     try:
         plain = zlib.decompressobj().decompress(packed, INFLATED_LIMIT)
     except zlib.error:
-        return packed
+        return mutate(chance, packed, BYTES)
     return zlib.compress(mutate(chance, plain, BYTES + IN_TEXT))
+
+
+def _other(chance, _, others):
+    return chance.choice(others)
+
+
+HOSTILE_NUMBERS = partial(_substitute, NUMBER, lambda chance, *_: chance.choice(NUMBERS))
+IN_TEXT = [HOSTILE_NUMBERS, partial(_substitute, NAME, _other), partial(_substitute, REFERENCE, _other),
+           partial(_substitute, NAME, lambda chance, old, _: b"/" + b"x" * (len(old) - 1))]  # as if the key were not there
+IN_STREAMS = [partial(_substitute, STREAM, _packed_again), partial(_substitute, STREAM, lambda chance, old, _: mutate(chance, old, BYTES))]
+BYTES = [flip_bits, overwrite, cut, double]
+IN_PDF = BYTES + IN_TEXT * 2 + IN_STREAMS * 2
+IN_PICTURE = BYTES + [hostile_words, hostile_words, HOSTILE_NUMBERS]
