@@ -9,7 +9,8 @@ PICTURE_SECONDS = 30  # for each picture that is drawn
 OTHER_SECONDS = 60
 MEMORY = 3 << 29  # 1.5 GiB
 PAGES = 3  # that are drawn
-PATIENCE = 1.5  # before a driver that is too slow is ended
+ANSWERING = 2  # seconds more, to notice that drawing took too long and to say so
+PATIENCE = 1.5  # times as long, before a driver that is too slow is ended
 
 
 @dataclass
@@ -77,7 +78,7 @@ def _ask_all(driver, result, requests, has_limits):
         start = time.monotonic()
         answer = driver.receive(verb, seconds * PATIENCE if has_limits else seconds * 10)
         took = time.monotonic() - start
-        _note(result, verb, answer, took, has_limits and took > seconds)
+        _note(result, verb, answer, took, has_limits and took > seconds + ANSWERING)
 
 
 def _note(result, verb, answer, took, is_slow):
