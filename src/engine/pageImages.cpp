@@ -18,7 +18,6 @@ namespace {
 
 constexpr int jpegQuality = 85; // of 100
 constexpr double pointsPerInch = 72;
-constexpr qsizetype bitmapsInMemory = 256 * 1024 * 1024; // bytes of drawn pages that wait for their encoding
 constexpr double inchesPerMetre = 1 / 0.0254;
 
 QByteArray encoded(const QImage& image, PictureFormat format)
@@ -28,10 +27,12 @@ QByteArray encoded(const QImage& image, PictureFormat format)
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    return image.save(&buffer, "PNG") ? bytes : QByteArray();
+    const bool isWritten = image.save(&buffer, "PNG");
+    bytes.squeeze(); // they may wait long for their file
+    return isWritten ? bytes : QByteArray();
 }
 
-/// Encodes drawn pages on all cores while the next ones are being drawn.
+/// Encodes drawn pages on all cores while the next one is being drawn: beside those, no bitmap waits.
 class Encoding {
 public:
     Encoding(double dpi, PictureFormat format, const std::stop_token& stop)
@@ -39,14 +40,16 @@ public:
     {
     }
 
+    void makeRoom()
+    {
+        while (m_fanOut.waiting() >= mostBitmaps())
+            takeNext();
+    }
+
     void add(QImage drawn)
     {
         drawn.setDotsPerMeterX(static_cast<int>(std::round(m_dpi * inchesPerMetre)));
         drawn.setDotsPerMeterY(drawn.dotsPerMeterX());
-        const qsizetype fitting = bitmapsInMemory / std::max<qsizetype>(drawn.sizeInBytes(), 1);
-        const size_t most = std::min(static_cast<size_t>(fitting), Pictures::enough());
-        while (m_fanOut.waiting() > most)
-            takeNext();
         m_fanOut.add([image = std::move(drawn), format = m_format] { return encoded(image, format); });
     }
 
@@ -59,6 +62,8 @@ public:
 
 private:
     using Pictures = pdf::FanOut<QByteArray>;
+
+    static size_t mostBitmaps() { return static_cast<size_t>(pdf::pixelThreads().maxThreadCount()); }
 
     void takeNext()
     {
@@ -94,6 +99,7 @@ QList<QByteArray> pagePictures(const QByteArray& pdf, double dpi, PictureFormat 
     for (int page = 0; page < document->pageCount(); ++page) {
         throwIfStopped(stop);
         const QSize size = pixelSize(document->geometry(page)->displaySize(0), dpi / pointsPerInch);
+        encoding.makeRoom();
         QImage drawn = document->draw(page, size, 0, stop);
         throwIfStopped(stop);
         if (drawn.isNull())
