@@ -27,6 +27,11 @@ Sources::Sources(PDFEngine& engine, Thumbnails& thumbnails, Urls ofPages)
 {
 }
 
+Sources::~Sources()
+{
+    m_end.request_stop();
+}
+
 Sources::Hold Sources::hold(const QSet<QUrl>& urls)
 {
     m_wereUnused.unite(urls - inUse());
@@ -50,10 +55,10 @@ void Sources::letGo(const QSet<QUrl>& urls)
 
 QCoro::Task<OpenResult> Sources::open(QUrl url, std::optional<QString> password)
 {
-    const std::weak_ptr<Sources> alive = weak_from_this();
+    const std::stop_token ended = m_end.get_token();
     const auto whenChanged = m_wereUnused.remove(url) ? WhenChanged::OpenAnew : WhenChanged::KeepHeld;
-    const OpenResult result = co_await m_engine.open(url, password, whenChanged);
-    if (alive.expired())
+    const OpenResult result = co_await m_engine.open(url, password, whenChanged, ended);
+    if (ended.stop_requested())
         co_return result;
     if (result.version)
         m_thumbnails.keepOnly(url, *result.version);

@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 
 namespace folvane {
 
@@ -29,6 +30,9 @@ public:
 
     /// `ofPages` are the sources of all pages that open documents and rows to merge have just now.
     Sources(PDFEngine& engine, Thumbnails& thumbnails, Urls ofPages);
+    /// Openings that are under way end.
+    ~Sources();
+    Q_DISABLE_COPY_MOVE(Sources)
 
     /// For an operation that has not turned sources into pages yet, or works on after their document is closed.
     Hold hold(const QSet<QUrl>& urls);
@@ -51,6 +55,7 @@ private:
     void letGo(const QSet<QUrl>& urls);
     QSet<QUrl> inUse() const;
 
+    std::stop_source m_end;
     PDFEngine& m_engine;
     Thumbnails& m_thumbnails;
     Urls m_ofPages;

@@ -192,10 +192,11 @@ Engine::Engine() : m_state(std::make_unique<State>()) {}
 
 Engine::~Engine() = default;
 
-OpenResult Engine::open(const QUrl& url, const std::optional<QString>& password, WhenChanged whenChanged)
+OpenResult Engine::open(const QUrl& url, const std::optional<QString>& password, WhenChanged whenChanged,
+                        std::stop_token stop)
 {
     try {
-        return m_state->documents.open(url, password, whenChanged);
+        return m_state->documents.open(url, password, whenChanged, stop);
     } catch (const std::exception&) {
         return OpenResult::unreadable(); // out of memory, say: one bad file must not take the others with it
     }

@@ -28,8 +28,9 @@ public:
 
     /// Opens a PDF or a picture, by the name's ending alone. A document that is open already answers at once,
     /// whatever the password, also one without pages. Never throws: all failures are `Unreadable` or `NeedsPassword`.
+    /// A picture is `Unreadable` soon after `stop` is asked for.
     OpenResult open(const QUrl& url, const std::optional<QString>& password = std::nullopt,
-                    WhenChanged whenChanged = WhenChanged::KeepHeld);
+                    WhenChanged whenChanged = WhenChanged::KeepHeld, std::stop_token stop = {});
     /// Lets go of the document behind `url`.
     void forget(const QUrl& url);
     /// Lets go of the pictures that builds with a quality keep for the next one.

@@ -15,12 +15,12 @@ namespace {
 constexpr size_t drawnAtOnce = 8;
 
 pdf::Opening openingOf(const QUrl& url, const std::shared_ptr<const SourceFile>& file,
-                       const std::optional<QString>& password)
+                       const std::optional<QString>& password, const std::stop_token& stop = {})
 {
     if (fileKind(url) == FileKind::Pdf)
         return pdf::Document::open(file, password);
     std::unique_ptr<pdf::Document> picture =
-        pdf::pictureDocument(file, QFileInfo(url.fileName()).suffix().toLower());
+        pdf::pictureDocument(file, QFileInfo(url.fileName()).suffix().toLower(), stop);
     const auto outcome = picture ? pdf::Opening::Outcome::Opened : pdf::Opening::Outcome::Unreadable;
     return {outcome, std::move(picture)};
 }
@@ -34,7 +34,7 @@ OpenResult withVersion(OpenResult result, const SourceFile& file)
 } // namespace
 
 OpenResult OpenDocuments::open(const QUrl& url, const std::optional<QString>& password,
-                               WhenChanged whenChanged)
+                               WhenChanged whenChanged, const std::stop_token& stop)
 {
     std::shared_ptr<Held> held = m_held.value(url);
     if (held && whenChanged == WhenChanged::OpenAnew && SourceFile::versionOf(url) != held->file->version()) {
@@ -44,17 +44,17 @@ OpenResult OpenDocuments::open(const QUrl& url, const std::optional<QString>& pa
     if (held && held->document)
         return withVersion(OpenResult::opened(held->document->pageCount()), *held->file);
     if (held)
-        return parse(url, held->file, password);
+        return parse(url, held->file, password, stop);
     SourceFile::Opening opening = SourceFile::tryToOpen(url);
-    return opening.file ? parse(url, std::move(opening.file), password)
+    return opening.file ? parse(url, std::move(opening.file), password, stop)
                         : OpenResult::unreadable(opening.error);
 }
 
 OpenResult OpenDocuments::parse(const QUrl& url, std::shared_ptr<const SourceFile> file,
-                                const std::optional<QString>& password)
+                                const std::optional<QString>& password, const std::stop_token& stop)
 {
     const quint64 failedBefore = file->failedReads();
-    pdf::Opening opening = openingOf(url, file, password);
+    pdf::Opening opening = openingOf(url, file, password, stop);
     const bool wasReadWhole = file->failedReads() == failedBefore;
     if (!wasReadWhole || opening.outcome == pdf::Opening::Outcome::Unreadable) {
         m_held.remove(url);

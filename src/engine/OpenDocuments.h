@@ -17,7 +17,8 @@ namespace folvane {
 /// locked is held, too, so that the answer to the password question meets the very file that was asked about.
 class OpenDocuments {
 public:
-    OpenResult open(const QUrl& url, const std::optional<QString>& password, WhenChanged whenChanged);
+    OpenResult open(const QUrl& url, const std::optional<QString>& password, WhenChanged whenChanged,
+                    const std::stop_token& stop);
     void forget(const QUrl& url);
 
     /// Null when nothing unlocked is held for `url`. A document that was parsed while reads failed is parsed anew: what
@@ -35,7 +36,7 @@ private:
     };
 
     OpenResult parse(const QUrl& url, std::shared_ptr<const SourceFile> file,
-                     const std::optional<QString>& password);
+                     const std::optional<QString>& password, const std::stop_token& stop);
 
     QHash<QUrl, std::shared_ptr<Held>> m_held;
     std::list<QUrl> m_drawn; ///< the last one drawn from stands first

@@ -6,10 +6,11 @@ PDFEngine::PDFEngine() : m_engine(std::make_unique<Engine>()), m_worker(QStringL
 
 PDFEngine::~PDFEngine() = default;
 
-QCoro::Task<OpenResult> PDFEngine::open(QUrl url, std::optional<QString> password, WhenChanged whenChanged)
+QCoro::Task<OpenResult> PDFEngine::open(QUrl url, std::optional<QString> password, WhenChanged whenChanged,
+                                        std::stop_token stop)
 {
-    return m_worker.run([engine = m_engine.get(), url, password, whenChanged] {
-        return engine->open(url, password, whenChanged);
+    return m_worker.run([engine = m_engine.get(), url, password, whenChanged, stop] {
+        return engine->open(url, password, whenChanged, stop);
     });
 }
 

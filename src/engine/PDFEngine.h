@@ -13,7 +13,7 @@ public:
     ~PDFEngine();
 
     QCoro::Task<OpenResult> open(QUrl url, std::optional<QString> password = std::nullopt,
-                                 WhenChanged whenChanged = WhenChanged::KeepHeld);
+                                 WhenChanged whenChanged = WhenChanged::KeepHeld, std::stop_token stop = {});
     QCoro::Task<> forget(QUrl url);
     QCoro::Task<> forgetPictures();
     QCoro::Task<QSizeF> displaySize(PageSource source, int turn);

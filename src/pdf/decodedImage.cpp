@@ -48,7 +48,7 @@ public:
     ImageSamples take()
     {
         ImageSamples samples = m_scaler->take();
-        fillHoles(samples, m_scaler->takeHoles());
+        fillHoles(samples, m_scaler->takeHoles(), m_stop);
         return samples;
     }
 
@@ -103,7 +103,7 @@ std::optional<ImageSamples> fromDrawing(const StoredImage& image, int longest, c
         for (int x = 0; x < size.width(); ++x)
             holes.push_back(row[x] == 0);
     }
-    fillHoles(*samples, holes);
+    fillHoles(*samples, holes, stop);
     return samples;
 }
 

@@ -33,13 +33,13 @@ bool averageKnown(const ImageSamples& from, const std::vector<uint8_t>& holes, i
     return known > 0;
 }
 
-Halved halved(const ImageSamples& from, const std::vector<uint8_t>& holes)
+Halved halved(const ImageSamples& from, const std::vector<uint8_t>& holes, const std::stop_token& stop)
 {
     const QSize size((from.size.width() + 1) / 2, (from.size.height() + 1) / 2);
     const auto pixels = static_cast<size_t>(pixelCount(size));
     Halved half{{size, from.channels, std::vector<uint8_t>(pixels * static_cast<size_t>(from.channels))},
                 std::vector<uint8_t>(pixels)};
-    for (int y = 0; y < size.height(); ++y) {
+    for (int y = 0; y < size.height() && !stop.stop_requested(); ++y) {
         for (int x = 0; x < size.width(); ++x)
             half.holes[indexOf(size, x, y)] =
                 !averageKnown(from, holes, 2 * x, 2 * y, half.samples.row(y) + x * from.channels);
@@ -50,15 +50,15 @@ Halved halved(const ImageSamples& from, const std::vector<uint8_t>& holes)
 } // namespace
 
 // Pull and push: what is known is averaged into ever smaller pictures, whose holes shrink, and then flows back.
-void fillHoles(ImageSamples& samples, const std::vector<uint8_t>& holes)
+void fillHoles(ImageSamples& samples, const std::vector<uint8_t>& holes, const std::stop_token& stop)
 {
     const bool hasHoles =
         std::find_if(holes.begin(), holes.end(), [](uint8_t hole) { return hole != 0; }) != holes.end();
     if (!hasHoles || pixelCount(samples.size) <= 1)
         return;
-    Halved half = halved(samples, holes);
-    fillHoles(half.samples, half.holes);
-    for (int y = 0; y < samples.size.height(); ++y) {
+    Halved half = halved(samples, holes, stop);
+    fillHoles(half.samples, half.holes, stop);
+    for (int y = 0; y < samples.size.height() && !stop.stop_requested(); ++y) {
         for (int x = 0; x < samples.size.width(); ++x) {
             if (holes[indexOf(samples.size, x, y)])
                 std::copy_n(half.samples.row(y / 2) + x / 2 * samples.channels, samples.channels,

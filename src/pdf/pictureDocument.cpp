@@ -89,45 +89,66 @@ PageImage embeddedJpeg(QPDF& qpdf, std::shared_ptr<const SourceFile> file, const
     return {image, pixels, info.orientation};
 }
 
-QPDFObjectHandle softMask(QPDF& qpdf, const QImage& picture)
+/// Of a picture in Format_RGBA8888. Packed row by row: unpacked it would be a quarter of the picture.
+QPDFObjectHandle softMask(QPDF& qpdf, const QImage& picture, const std::stop_token& stop)
 {
-    const QImage alpha = picture.convertToFormat(QImage::Format_Alpha8);
-    std::string samples;
-    samples.reserve(static_cast<size_t>(alpha.width()) * static_cast<size_t>(alpha.height()));
-    for (int y = 0; y < alpha.height(); ++y)
-        samples.append(reinterpret_cast<const char*>(alpha.constScanLine(y)),
-                       static_cast<size_t>(alpha.width()));
+    Pl_Buffer packed("mask");
+    Pl_Flate deflate("mask", &packed, Pl_Flate::a_deflate);
+    std::vector<uchar> row(static_cast<size_t>(picture.width()));
+    for (int y = 0; y < picture.height() && !stop.stop_requested(); ++y) {
+        const uchar* from = picture.constScanLine(y);
+        for (size_t x = 0; x < row.size(); ++x)
+            row[x] = from[4 * x + 3];
+        deflate.write(row.data(), row.size());
+    }
+    deflate.finish();
     QPDFObjectHandle mask = imageStream(qpdf, picture.size(), name("/DeviceGray"));
-    mask.replaceStreamData(samples, QPDFObjectHandle::newNull(), QPDFObjectHandle::newNull());
+    mask.replaceStreamData(packed.getBufferSharedPointer(), name("/FlateDecode"),
+                           QPDFObjectHandle::newNull());
     return mask;
 }
 
-std::optional<PageImage> encodedPicture(QPDF& qpdf, const Picture& picture)
+/// The bytes are written from where they are.
+void setJpeg(QPDFObjectHandle image, const QByteArray& jpeg)
 {
-    const QImage opaque = picture.hasAlpha ? withoutTransparency(picture.image) : picture.image;
-    const QByteArray jpeg = encodeJpeg(opaque, jpegQuality);
+    const auto give = [jpeg](Pipeline* pipeline) {
+        pipeline->write(reinterpret_cast<const unsigned char*>(jpeg.constData()),
+                        static_cast<size_t>(jpeg.size()));
+        pipeline->finish();
+    };
+    image.replaceStreamData(give, name("/DCTDecode"), QPDFObjectHandle::newNull());
+}
+
+std::optional<PageImage> encodedPicture(QPDF& qpdf, Picture picture, const std::stop_token& stop)
+{
+    QPDFObjectHandle mask = QPDFObjectHandle::newNull();
+    if (picture.hasAlpha) {
+        mask = softMask(qpdf, picture.image, stop);
+        picture.image = withoutTransparency(std::move(picture.image), stop);
+    }
+    const QByteArray jpeg = encodeJpeg(picture.image, jpegQuality, stop);
     if (jpeg.isEmpty())
         return std::nullopt;
-    const bool isGrey = opaque.format() == QImage::Format_Grayscale8;
-    QPDFObjectHandle image = imageStream(qpdf, opaque.size(), deviceSpace(isGrey ? 1 : 3));
-    image.replaceStreamData(jpeg.toStdString(), name("/DCTDecode"), QPDFObjectHandle::newNull());
+    const bool isGrey = picture.image.format() == QImage::Format_Grayscale8;
+    QPDFObjectHandle image = imageStream(qpdf, picture.image.size(), deviceSpace(isGrey ? 1 : 3));
+    setJpeg(image, jpeg);
     if (picture.hasAlpha)
-        image.getDict().replaceKey("/SMask", softMask(qpdf, picture.image));
-    return PageImage{image, opaque.size(), 1};
+        image.getDict().replaceKey("/SMask", mask);
+    return PageImage{image, picture.image.size(), picture.orientation};
 }
 
 std::optional<PageImage> pageImage(QPDF& qpdf, std::shared_ptr<const SourceFile> file,
-                                   const QString& extension)
+                                   const QString& extension, const std::stop_token& stop)
 {
-    const QByteArray bytes = file->readAll(fileLimit);
+    QByteArray bytes = file->readAll(fileLimit);
     if (bytes.isEmpty())
         return std::nullopt;
     const std::optional<JpegInfo> info = inspectJpeg(bytes);
     // A header alone does not make a picture: it must decode, if only at an eighth.
-    if (info && info->isRgbOrGrey && decodeJpeg(bytes, 1))
+    if (info && info->isRgbOrGrey && decodeJpeg(bytes, 1, stop))
         return embeddedJpeg(qpdf, std::move(file), *info);
-    const std::optional<Picture> picture = decodePicture(bytes, extension);
-    return picture ? encodedPicture(qpdf, *picture) : std::nullopt;
+    std::optional<Picture> picture = decodePicture({std::move(bytes), std::move(file)}, extension, stop);
+    return picture ? encodedPicture(qpdf, std::move(*picture), stop) : std::nullopt;
 }
 
 /// The unit square of the image laid on a page of `w` by `h` as an EXIF orientation wants it (its row 0 is at the top).
@@ -177,12 +198,13 @@ QSize picturePageSize(QSize pixels)
     return {points(pixels.width()), points(pixels.height())};
 }
 
-std::unique_ptr<Document> pictureDocument(std::shared_ptr<const SourceFile> file, const QString& extension)
+std::unique_ptr<Document> pictureDocument(std::shared_ptr<const SourceFile> file, const QString& extension,
+                                          const std::stop_token& stop)
 {
     const std::shared_ptr<QPDF> qpdf = QPDF::create();
     qpdf->emptyPDF();
     qpdf->setSuppressWarnings(true);
-    const std::optional<PageImage> image = pageImage(*qpdf, file, extension);
+    const std::optional<PageImage> image = pageImage(*qpdf, file, extension, stop);
     if (!image)
         return nullptr;
     qpdf->addPage(picturePage(*qpdf, *image), false);

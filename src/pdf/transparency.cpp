@@ -1,51 +1,71 @@
 #include "pdf/transparency.h"
 
-#include <QColor>
-#include <QPainter>
-
-#include <algorithm>
-#include <vector>
+#include "pdf/ImageSamples.h"
+#include "pdf/fillHoles.h"
 
 namespace folvane::pdf {
 
 namespace {
 
-/// Full strength wherever anything is visible, nothing elsewhere; from colours that are not premultiplied.
-QImage solid(QImage picture)
+constexpr int channels = 4, colours = 3;
+
+/// A picture at half its size, and where it shows nothing.
+struct Half {
+    ImageSamples samples;
+    std::vector<uint8_t> holes;
+};
+
+/// The average of the pixels of two rows, of one column or two, that are not fully transparent. False when all are.
+bool averageSeen(const uchar* const (&rows)[2], int x, int width, uint8_t* to)
 {
-    for (int y = 0; y < picture.height(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(picture.scanLine(y));
-        std::transform(line, line + picture.width(), line,
-                       [](QRgb pixel) { return qAlpha(pixel) > 0 ? pixel | 0xff000000U : 0U; });
+    int sums[colours] = {}, seen = 0;
+    for (const uchar* row : rows) {
+        for (int at = x; at < std::min(x + 2, width); ++at) {
+            const uchar* pixel = row + channels * at;
+            const int isSeen = pixel[colours] != 0;
+            seen += isSeen;
+            for (int c = 0; c < colours; ++c)
+                sums[c] += isSeen * pixel[c];
+        }
     }
-    return picture;
+    for (int c = 0; c < colours && seen > 0; ++c)
+        to[c] = static_cast<uint8_t>((sums[c] + seen / 2) / seen);
+    return seen > 0;
 }
 
-QImage halved(const QImage& picture)
+Half halved(const QImage& picture, const std::stop_token& stop)
 {
-    const QSize half(std::max(1, picture.width() / 2), std::max(1, picture.height() / 2));
-    return picture.scaled(half, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const QSize size((picture.width() + 1) / 2, (picture.height() + 1) / 2);
+    const auto pixels = static_cast<size_t>(pixelCount(size));
+    Half half{{size, colours, std::vector<uint8_t>(pixels * colours)}, std::vector<uint8_t>(pixels)};
+    uint8_t* hole = half.holes.data();
+    for (int y = 0; y < size.height() && !stop.stop_requested(); ++y) {
+        const uchar* rows[2] = {picture.constScanLine(2 * y),
+                                picture.constScanLine(std::min(2 * y + 1, picture.height() - 1))};
+        uint8_t* to = half.samples.row(y);
+        for (int x = 0; x < size.width(); ++x, to += colours)
+            *hole++ = !averageSeen(rows, 2 * x, picture.width(), to);
+    }
+    return half;
 }
 
 } // namespace
 
-/// The picture over ever coarser versions of itself: scaling premultiplied colours spreads the visible ones into the
-/// transparent neighbourhood, a level further with each halving (push-pull, after Gortler and others, 1996).
-QImage withoutTransparency(const QImage& picture)
+QImage withoutTransparency(QImage picture, const std::stop_token& stop)
 {
-    std::vector<QImage> coarser{halved(picture.convertToFormat(QImage::Format_ARGB32_Premultiplied))};
-    while (coarser.back().size() != QSize(1, 1))
-        coarser.push_back(halved(coarser.back()));
-
-    QImage ground(picture.size(), QImage::Format_RGB32);
-    ground.fill(Qt::white);
-    QPainter painter(&ground);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    for (auto level = coarser.rbegin(); level != coarser.rend(); ++level)
-        painter.drawImage(ground.rect(), solid(level->convertToFormat(QImage::Format_ARGB32)));
-    painter.drawImage(ground.rect(), solid(picture.convertToFormat(QImage::Format_ARGB32)));
-    painter.end();
-    return ground.convertToFormat(QImage::Format_RGB888);
+    Half half = halved(picture, stop);
+    fillHoles(half.samples, half.holes, stop);
+    for (int y = 0; y < picture.height() && !stop.stop_requested(); ++y) {
+        uchar* to = picture.scanLine(y);
+        const uint8_t* from = half.samples.row(y / 2);
+        for (int x = 0; x < picture.width(); ++x, to += channels) {
+            if (to[colours] == 0)
+                std::copy_n(from + x / 2 * colours, colours, to);
+            to[colours] = 255;
+        }
+    }
+    half = {};
+    return std::move(picture).convertToFormat(QImage::Format_RGB888);
 }
 
 } // namespace folvane::pdf

@@ -114,6 +114,37 @@ std::optional<FileVersion> SourceFile::versionOf(const QUrl& url)
     return versionIn(status);
 }
 
+SourceDevice::SourceDevice(std::shared_ptr<const SourceFile> source, std::stop_token stop)
+    : m_source(std::move(source)), m_stop(std::move(stop))
+{
+    open(QIODevice::ReadOnly);
+}
+
+qint64 SourceDevice::size() const
+{
+    return m_source->size();
+}
+
+bool SourceDevice::seek(qint64 offset)
+{
+    if (!QIODevice::seek(offset))
+        return false;
+    m_next = offset;
+    return true;
+}
+
+qint64 SourceDevice::readData(char* to, qint64 n)
+{
+    const qint64 got = m_stop.stop_requested() ? -1 : m_source->read(m_next, to, n);
+    m_next += std::max<qint64>(got, 0);
+    return got;
+}
+
+qint64 SourceDevice::writeData(const char*, qint64)
+{
+    return -1;
+}
+
 void raiseDescriptorLimit()
 {
     rlimit limit{};

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <QByteArray>
+#include <QIODevice>
 #include <QUrl>
 
 #include <atomic>
 #include <memory>
 #include <optional>
+#include <stop_token>
 
 namespace folvane {
 
@@ -76,6 +78,27 @@ private:
 struct SourceFile::Opening {
     std::shared_ptr<SourceFile> file;
     int error = 0;
+};
+
+/// A source for readers that want a device. Each device has an offset of its own, so that many can read one
+/// source.
+class SourceDevice final : public QIODevice {
+    Q_OBJECT
+public:
+    /// Opens itself for reading. After a stop nothing can be read any more.
+    explicit SourceDevice(std::shared_ptr<const SourceFile> source, std::stop_token stop = {});
+
+    qint64 size() const override;
+    bool seek(qint64 offset) override;
+
+protected:
+    qint64 readData(char* to, qint64 n) override;
+    qint64 writeData(const char* from, qint64 n) override;
+
+private:
+    std::shared_ptr<const SourceFile> m_source;
+    std::stop_token m_stop;
+    qint64 m_next = 0; ///< where the next block is read; pos() lags behind it by what is buffered
 };
 
 /// Lets the process hold many sources open, as far as the system allows. Called once at start.

@@ -7,9 +7,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace folvane {
@@ -64,21 +66,23 @@ bool isGreyFormat(const QImage& image)
     return image.format() == QImage::Format_Grayscale8 || image.format() == QImage::Format_Grayscale16;
 }
 
-/// The same picture in one of the formats that layoutOf() knows, at its full depth.
-QImage inWorkingFormat(const QImage& image, bool grey)
+/// The one of those that layoutOf() knows in which a picture keeps its depth.
+QImage::Format workingFormat(const QImage& image, bool grey)
 {
     if (grey)
-        return image.convertToFormat(isDeep(image) ? QImage::Format_Grayscale16 : QImage::Format_Grayscale8);
+        return isDeep(image) ? QImage::Format_Grayscale16 : QImage::Format_Grayscale8;
     if (isDeep(image))
-        return image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_RGBA64 : QImage::Format_RGBX64);
-    return image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_RGBA8888 : QImage::Format_RGB888);
+        return image.hasAlphaChannel() ? QImage::Format_RGBA64 : QImage::Format_RGBX64;
+    return image.hasAlphaChannel() ? QImage::Format_RGBA8888 : QImage::Format_RGB888;
 }
 
-QImage inEightBits(const QImage& image)
+/// In its own memory, where nobody else holds the picture.
+QImage inEightBits(QImage image)
 {
     if (isGreyFormat(image))
-        return image.convertToFormat(QImage::Format_Grayscale8);
-    return image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_RGBA8888 : QImage::Format_RGB888);
+        return std::move(image).convertToFormat(QImage::Format_Grayscale8);
+    const bool hasAlpha = image.hasAlphaChannel();
+    return std::move(image).convertToFormat(hasAlpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888);
 }
 
 Profile openProfile(const QByteArray& bytes)
@@ -115,15 +119,19 @@ Transform makeTransform(const Profile& from, cmsUInt32Number source, const Profi
     return Transform(cmsCreateTransform(from.get(), source, to.get(), target, intent, flags));
 }
 
-QImage transformed(const QImage& image, const Transform& transform, QImage::Format format)
+/// Row by row in the picture's own memory, where its new pixels are as large as the old ones.
+QImage transformed(QImage image, const Transform& transform, QImage::Format format,
+                   const std::stop_token& stop)
 {
-    QImage result(image.size(), format);
-    if (result.isNull())
-        return {};
-    cmsDoTransformLineStride(transform.get(), image.constBits(), result.bits(),
-                             cmsUInt32Number(image.width()), cmsUInt32Number(image.height()),
-                             cmsUInt32Number(image.bytesPerLine()), cmsUInt32Number(result.bytesPerLine()), 0,
-                             0);
+    const auto width = cmsUInt32Number(image.width());
+    QImage result = image.format() == format ? std::move(image) : QImage(image.size(), format);
+    const bool inPlace = image.isNull();
+    std::vector<uchar> row(inPlace ? size_t(result.bytesPerLine()) : 0);
+    for (int y = 0; y < result.height() && !stop.stop_requested(); ++y) {
+        uchar* to = result.scanLine(y);
+        std::copy_n(to, row.size(), row.data());
+        cmsDoTransform(transform.get(), inPlace ? row.data() : image.constScanLine(y), to, width);
+    }
     return result;
 }
 
@@ -177,9 +185,9 @@ Ink mixed(float cyan, float magenta, float yellow, float black)
     return between(colour, covered, black);
 }
 
-void mixRow(const uchar* inks, uchar* rgb, int width, uchar flip)
+void mixRow(const uchar* inks, uchar* rgb, qsizetype width, uchar flip)
 {
-    for (int x = 0; x < width; ++x, inks += 4, rgb += 3) {
+    for (qsizetype x = 0; x < width; ++x, inks += 4, rgb += 3) {
         const auto share = [&](int i) { return float(inks[i] ^ flip) / 255; };
         const Ink ink = mixed(share(0), share(1), share(2), share(3));
         rgb[0] = uchar(ink.red + 0.5f);
@@ -188,14 +196,20 @@ void mixRow(const uchar* inks, uchar* rgb, int width, uchar flip)
     }
 }
 
-QImage mixedFromInks(const InkSamples& cmyk)
+/// Three colours a pixel come to lie where four inks were: each row ends before the inks of the next one.
+QImage inMemoryOfInks(InkSamples inks, const std::function<void(const uchar* inks, uchar* rgb)>& convert,
+                      const std::stop_token& stop)
 {
-    QImage image(cmyk.width, cmyk.height, QImage::Format_RGB888);
-    const auto inks = reinterpret_cast<const uchar*>(cmyk.samples.constData());
-    for (int y = 0; y < image.height(); ++y)
-        mixRow(inks + qsizetype(4) * cmyk.width * y, image.scanLine(y), cmyk.width,
-               cmyk.isInverted ? 255 : 0);
-    return image;
+    const qsizetype from = qsizetype(4) * inks.width, to = (qsizetype(3) * inks.width + 3) / 4 * 4;
+    auto owner = std::make_unique<QByteArray>(std::move(inks.samples));
+    auto* bits = reinterpret_cast<uchar*>(owner->data());
+    std::vector<uchar> row(static_cast<size_t>(from));
+    for (int y = 0; y < inks.height && !stop.stop_requested(); ++y) {
+        std::copy_n(bits + from * y, from, row.data());
+        convert(row.data(), bits + to * y);
+    }
+    const auto letGo = [](void* bytes) { delete static_cast<QByteArray*>(bytes); };
+    return QImage(bits, inks.width, inks.height, to, QImage::Format_RGB888, letGo, owner.release());
 }
 
 std::optional<cmsCIExyYTRIPLE> primariesOf(int codePoint)
@@ -267,30 +281,36 @@ QByteArray savedProfile(const Profile& profile)
 
 } // namespace
 
-QImage toSrgb(const QImage& image, const QByteArray& iccProfile)
+QImage toSrgb(QImage image, const QByteArray& iccProfile, const std::stop_token& stop)
 {
     const Profile from = openProfile(iccProfile);
     const std::optional<bool> grey = from && !isSrgb(iccProfile) ? greyFor(iccProfile, image) : std::nullopt;
     if (!grey)
-        return inEightBits(image);
-    const QImage working = inWorkingFormat(image, *grey);
-    const Layout layout = layoutOf(working.format());
+        return inEightBits(std::move(image));
+    const QImage::Format working = workingFormat(image, *grey);
+    const Layout layout = layoutOf(working);
     const Transform transform = makeTransform(from, layout.source, targetProfile(*grey), layout.target);
-    return inEightBits(transform ? transformed(working, transform, layout.targetFormat) : image);
+    if (!transform)
+        return inEightBits(std::move(image));
+    return inEightBits(
+        transformed(std::move(image).convertToFormat(working), transform, layout.targetFormat, stop));
 }
 
-QImage toSrgb(const InkSamples& cmyk, const QByteArray& iccProfile)
+QImage toSrgb(InkSamples cmyk, const QByteArray& iccProfile, const std::stop_token& stop)
 {
+    const qsizetype width = cmyk.width;
+    const uchar flip = cmyk.isInverted ? 255 : 0;
     const Profile from = openProfile(iccProfile);
-    if (!from || colourModel(iccProfile) != "CMYK")
-        return mixedFromInks(cmyk);
+    const bool fits = from && colourModel(iccProfile) == "CMYK";
     const cmsUInt32Number source = cmyk.isInverted ? TYPE_CMYK_8_REV : TYPE_CMYK_8;
-    const Transform transform = makeTransform(from, source, targetProfile(false), TYPE_RGB_8);
-    if (!transform)
-        return mixedFromInks(cmyk);
-    const QImage inks(reinterpret_cast<const uchar*>(cmyk.samples.constData()), cmyk.width, cmyk.height,
-                      qsizetype(4) * cmyk.width, QImage::Format_RGBA8888); // stands for four samples
-    return transformed(inks, transform, QImage::Format_RGB888);
+    const Transform transform =
+        fits ? makeTransform(from, source, targetProfile(false), TYPE_RGB_8) : nullptr;
+    const auto mix = [=](const uchar* inks, uchar* rgb) { mixRow(inks, rgb, width, flip); };
+    const auto transformRow = [&](const uchar* inks, uchar* rgb) {
+        cmsDoTransform(transform.get(), inks, rgb, cmsUInt32Number(width));
+    };
+    return transform ? inMemoryOfInks(std::move(cmyk), transformRow, stop)
+                     : inMemoryOfInks(std::move(cmyk), mix, stop);
 }
 
 QByteArray profileOfCodePoints(int primaries, int transfer)

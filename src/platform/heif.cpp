@@ -5,7 +5,6 @@
 
 #include <libheif/heif.h>
 
-#include <cstring>
 #include <memory>
 
 namespace folvane {
@@ -34,10 +33,13 @@ HeifPtr<heif_image_handle> primaryPicture(heif_context* context)
     return HeifPtr<heif_image_handle>(handle);
 }
 
+/// The library holds the planes that it decodes, brightness and quarters of two colours, beside the pixels made of them.
 bool fits(const heif_image_handle* handle, int bytesPerPixel)
 {
     const qint64 width = heif_image_handle_get_width(handle), height = heif_image_handle_get_height(handle);
-    return width > 0 && height > 0 && width <= maxBitmapBytes / bytesPerPixel / height;
+    const int planeBytes = bytesPerPixel == 8 ? 2 * 2 : 2;
+    return width > 0 && height > 0 && width <= maxBitmapBytes / bytesPerPixel / height
+           && width <= maxDecodingBytes / (bytesPerPixel + planeBytes) / height;
 }
 
 /// What to ask of the library, and the format that its pixels then have.
@@ -79,18 +81,18 @@ void widen(QImage& image, int bits)
     }
 }
 
-std::optional<QImage> copied(const heif_image* from, const Wanted& wanted)
+/// The library's own pixels, which live as long as the picture.
+std::optional<QImage> asImage(HeifPtr<heif_image> from, const Wanted& wanted)
 {
+    const int width = heif_image_get_width(from.get(), heif_channel_interleaved),
+              height = heif_image_get_height(from.get(), heif_channel_interleaved),
+              bits = heif_image_get_bits_per_pixel_range(from.get(), heif_channel_interleaved);
     int stride = 0;
-    const uint8_t* plane = heif_image_get_plane_readonly(from, heif_channel_interleaved, &stride);
-    QImage image(heif_image_get_width(from, heif_channel_interleaved),
-                 heif_image_get_height(from, heif_channel_interleaved), wanted.format);
-    if (!plane || image.isNull())
+    uint8_t* plane = heif_image_get_plane(from.get(), heif_channel_interleaved, &stride);
+    if (!plane || width <= 0 || height <= 0 || stride < width * wanted.bytesPerPixel)
         return std::nullopt;
-    for (int y = 0; y < image.height(); ++y)
-        std::memcpy(image.scanLine(y), plane + qsizetype(stride) * y,
-                    size_t(wanted.bytesPerPixel) * size_t(image.width()));
-    const int bits = heif_image_get_bits_per_pixel_range(from, heif_channel_interleaved);
+    const auto letGo = [](void* image) { heif_image_release(static_cast<heif_image*>(image)); };
+    QImage image(plane, width, height, stride, wanted.format, letGo, from.release());
     if (wanted.bytesPerPixel == 8 && bits > 8 && bits < 16)
         widen(image, bits);
     return image;
@@ -129,11 +131,11 @@ std::optional<TaggedImage> decodeHeif(const QByteArray& bytes)
     const Wanted wanted = wantedFor(handle.get());
     if (!fits(handle.get(), wanted.bytesPerPixel))
         return std::nullopt;
-    const HeifPtr<heif_image> image = decoded(handle.get(), wanted.chroma);
-    const std::optional<QImage> pixels = image ? copied(image.get(), wanted) : std::nullopt;
+    HeifPtr<heif_image> image = decoded(handle.get(), wanted.chroma);
+    std::optional<QImage> pixels = image ? asImage(std::move(image), wanted) : std::nullopt;
     if (!pixels)
         return std::nullopt;
-    return TaggedImage{*pixels, profileOf(handle.get())};
+    return TaggedImage{std::move(*pixels), profileOf(handle.get())};
 }
 
 } // namespace folvane

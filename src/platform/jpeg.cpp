@@ -4,7 +4,9 @@
 
 #include "platform/jpeg.h"
 
+#include "platform/jpegCoefficients.h"
 #include "platform/jpegEncoding.h"
+#include "platform/pictures.h"
 
 #include <cstddef>
 #include <cstdio>
@@ -12,7 +14,6 @@
 #include <csetjmp>
 
 #include <jerror.h>
-#include <jpeglib.h>
 
 #include <algorithm>
 #include <memory>
@@ -27,6 +28,7 @@ constexpr int maxScans = 200;
 struct ErrorManager {
     jpeg_error_mgr base{};
     std::jmp_buf leave{};
+    const std::stop_token* stop = nullptr;
     bool endedTooEarly = false; ///< the data ended before half of the first scan was there
 };
 
@@ -54,7 +56,8 @@ void onMessage(j_common_ptr codec, int level)
 
 void onProgress(j_common_ptr codec)
 {
-    if (reinterpret_cast<j_decompress_ptr>(codec)->input_scan_number > maxScans)
+    const bool hasTooMany = reinterpret_cast<j_decompress_ptr>(codec)->input_scan_number > maxScans;
+    if (hasTooMany || managerOf(codec).stop->stop_requested())
         onError(codec);
 }
 
@@ -71,20 +74,21 @@ jpeg_error_mgr* install(ErrorManager& manager)
 
 class JpegReader {
 public:
-    JpegReader() { m_decoder.err = install(m_errors); }
+    explicit JpegReader(const std::stop_token& stop)
+    {
+        m_decoder.err = install(m_errors);
+        m_errors.stop = &stop;
+    }
     ~JpegReader() { jpeg_destroy_decompress(&m_decoder); }
     Q_DISABLE_COPY_MOVE(JpegReader)
 
-    /// False: no JPEG that can be decoded.
-    bool readHeader(const QByteArray& bytes)
+    /// False: no JPEG that can be decoded, or not within what memory it may take.
+    bool readHeader(const QByteArray& bytes, int scaleNumerator)
     {
-        if (setjmp(m_errors.leave))
+        if (!readMarkers(bytes) || pixels() > maxJpegPixels)
             return false;
-        jpeg_create_decompress(&m_decoder);
-        m_progress.progress_monitor = onProgress;
-        m_decoder.progress = &m_progress;
-        jpeg_mem_src(&m_decoder, reinterpret_cast<const uchar*>(bytes.constData()), size_t(bytes.size()));
-        return jpeg_read_header(&m_decoder, TRUE) == JPEG_HEADER_OK;
+        const qint64 samples = pixels() * m_decoder.num_components * scaleNumerator * scaleNumerator / 64;
+        return coefficientBytes(m_decoder) + samples <= maxDecodingBytes;
     }
 
     bool start(int scaleNumerator, J_COLOR_SPACE space)
@@ -114,6 +118,17 @@ public:
     qint64 pixels() const { return qint64(m_decoder.image_width) * m_decoder.image_height; }
 
 private:
+    bool readMarkers(const QByteArray& bytes)
+    {
+        if (setjmp(m_errors.leave))
+            return false;
+        jpeg_create_decompress(&m_decoder);
+        m_progress.progress_monitor = onProgress;
+        m_decoder.progress = &m_progress;
+        jpeg_mem_src(&m_decoder, reinterpret_cast<const uchar*>(bytes.constData()), size_t(bytes.size()));
+        return jpeg_read_header(&m_decoder, TRUE) == JPEG_HEADER_OK;
+    }
+
     ErrorManager m_errors;
     jpeg_progress_mgr m_progress{};
     jpeg_decompress_struct m_decoder{};
@@ -126,18 +141,19 @@ bool isScale(int numerator)
 
 } // namespace
 
-QByteArray encodeJpeg(const QImage& image, int quality)
+QByteArray encodeJpeg(const QImage& image, int quality, const std::stop_token& stop)
 {
     const bool grey = image.format() == QImage::Format_Grayscale8;
     const QImage plain = grey ? image : image.convertToFormat(QImage::Format_RGB888);
     return encodedJpeg(
-        {plain.constBits(), static_cast<size_t>(plain.bytesPerLine()), plain.size(), grey ? 1 : 3}, quality);
+        {plain.constBits(), static_cast<size_t>(plain.bytesPerLine()), plain.size(), grey ? 1 : 3}, quality,
+        stop);
 }
 
-std::optional<QImage> decodeJpeg(const QByteArray& bytes, int scaleNumerator)
+std::optional<QImage> decodeJpeg(const QByteArray& bytes, int scaleNumerator, const std::stop_token& stop)
 {
-    JpegReader reader;
-    if (!isScale(scaleNumerator) || !reader.readHeader(bytes) || reader.pixels() > maxJpegPixels)
+    JpegReader reader(stop);
+    if (!isScale(scaleNumerator) || !reader.readHeader(bytes, scaleNumerator))
         return std::nullopt;
     const int components = reader.decoder().num_components;
     if (components != 1 && components != 3)
@@ -150,10 +166,11 @@ std::optional<QImage> decodeJpeg(const QByteArray& bytes, int scaleNumerator)
     return image;
 }
 
-std::optional<InkSamples> decodeCmykJpeg(const QByteArray& bytes, int scaleNumerator)
+std::optional<InkSamples> decodeCmykJpeg(const QByteArray& bytes, int scaleNumerator,
+                                         const std::stop_token& stop)
 {
-    JpegReader reader;
-    if (!isScale(scaleNumerator) || !reader.readHeader(bytes) || reader.pixels() > maxJpegPixels)
+    JpegReader reader(stop);
+    if (!isScale(scaleNumerator) || !reader.readHeader(bytes, scaleNumerator))
         return std::nullopt;
     if (reader.decoder().num_components != 4 || !reader.start(scaleNumerator, JCS_CMYK))
         return std::nullopt;

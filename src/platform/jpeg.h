@@ -4,6 +4,7 @@
 #include <QImage>
 
 #include <optional>
+#include <stop_token>
 
 namespace folvane {
 
@@ -23,19 +24,20 @@ struct JpegInfo {
 };
 
 /// The most pixels a JPEG may have.
-inline constexpr qint64 maxJpegPixels = 200'000'000;
+inline constexpr qint64 maxJpegPixels = qint64(1) << 28;
 
 /// Reads the header only. Nothing when the bytes are no JPEG or its size is none or beyond maxJpegPixels.
 std::optional<JpegInfo> inspectJpeg(const QByteArray& bytes);
 
 /// Baseline JPEG with optimised Huffman tables. Format_Grayscale8 becomes one component, all else YCbCr with
-/// halved colour resolution. quality is 1 to 100. Empty when it cannot be made.
-QByteArray encodeJpeg(const QImage& image, int quality);
+/// halved colour resolution. quality is 1 to 100. Empty when it cannot be made, and soon after a stop.
+QByteArray encodeJpeg(const QImage& image, int quality, const std::stop_token& stop = {});
 
 /// Decodes at scaleNumerator (1 to 8) eighths of the size, rounded up, to Format_RGB888 or Format_Grayscale8;
 /// neither turned nor colour-converted. Nothing when it is damaged beyond use, has other than one or three
-/// components, or is too large.
-std::optional<QImage> decodeJpeg(const QByteArray& bytes, int scaleNumerator);
+/// components, or takes too much memory; and soon after a stop.
+std::optional<QImage> decodeJpeg(const QByteArray& bytes, int scaleNumerator,
+                                 const std::stop_token& stop = {});
 
 /// Process inks as they stand in a file, four bytes a pixel without padding. Most programs write them into
 /// JPEG files inverted, 255 meaning no ink, and set a marker by which isInverted is told.
@@ -47,6 +49,7 @@ struct InkSamples {
 };
 
 /// As decodeJpeg(), for four components (CMYK or YCCK).
-std::optional<InkSamples> decodeCmykJpeg(const QByteArray& bytes, int scaleNumerator);
+std::optional<InkSamples> decodeCmykJpeg(const QByteArray& bytes, int scaleNumerator,
+                                         const std::stop_token& stop = {});
 
 } // namespace folvane

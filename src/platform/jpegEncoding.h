@@ -17,8 +17,8 @@ struct SampleView {
     int channels; ///< 1 (grey), 3 (RGB) or 4 (inks, as they shall stand in the file)
 };
 
-/// Baseline JPEG with optimised Huffman tables: grey, YCbCr for three channels, YCCK with its marker for four, colour at
-/// half resolution. quality is 1 to 100. Empty when it cannot be made, and soon after a stop.
+/// Baseline JPEG with optimised Huffman tables (up to 55 megapixels in colour): grey, YCbCr for three channels, YCCK with
+/// its marker for four, colour at half resolution. quality is 1 to 100. Empty when it cannot be made, and soon after a stop.
 QByteArray encodedJpeg(const SampleView& picture, int quality, const std::stop_token& stop = {});
 
 } // namespace folvane

@@ -113,7 +113,7 @@ void readSegment(const Segment& segment, Header& header)
         header.hasJfif = true;
     else if (segment.marker == markerApp1 && segment.content.startsWith(QByteArrayView("Exif\0", 5)))
         header.info.orientation =
-            tiffOrientation(segment.content.sliced(std::min<qsizetype>(6, segment.content.size())));
+            exifOrientation(segment.content.sliced(std::min<qsizetype>(6, segment.content.size())));
     else if (segment.marker == markerApp2)
         readIccPart(segment, header);
     else if (segment.marker == markerApp14 && segment.content.startsWith("Adobe")

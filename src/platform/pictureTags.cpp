@@ -57,9 +57,11 @@ QByteArray pngProfile(QByteArrayView content)
 int orientationInFile(QByteArrayView bytes, PictureFormat format)
 {
     if (format == PictureFormat::Png)
-        return tiffOrientation(withoutMarker(chunk(bytes, pngChunks, "eXIf")));
+        return exifOrientation(withoutMarker(chunk(bytes, pngChunks, "eXIf")));
     if (format == PictureFormat::WebP)
-        return tiffOrientation(withoutMarker(chunk(bytes, webpChunks, "EXIF")));
+        return exifOrientation(withoutMarker(chunk(bytes, webpChunks, "EXIF")));
+    if (format == PictureFormat::Tiff)
+        return tiffOrientation(bytes, largestTiffDirectory(bytes));
     return 1;
 }
 
@@ -70,7 +72,7 @@ QByteArray profileInFile(QByteArrayView bytes, PictureFormat format)
     if (format == PictureFormat::WebP)
         return chunk(bytes, webpChunks, "ICCP").toByteArray();
     if (format == PictureFormat::Tiff)
-        return tiffProfile(bytes).toByteArray();
+        return tiffProfile(bytes, largestTiffDirectory(bytes)).toByteArray();
     return {};
 }
 

@@ -1,9 +1,9 @@
 #include "platform/pictures.h"
 
+#include "platform/SourceFile.h"
 #include "platform/colours.h"
 #include "platform/heif.h"
 #include "platform/jpeg.h"
-#include "platform/orientation.h"
 #include "platform/pictureEnds.h"
 #include "platform/pictureTags.h"
 #include "platform/svg.h"
@@ -38,13 +38,16 @@ QByteArray nameForQt(PictureFormat format)
     }
 }
 
-bool fits(const QSize& size)
+/// With what becomes of it: of 16 bits a channel, a second bitmap of 8.
+bool fits(const QSize& size, QImage::Format format)
 {
-    return !size.isValid() || qint64(size.width()) * size.height() <= maxBitmapBytes / 4;
+    const bool isDeep = QImage::toPixelFormat(format).redSize() > 8 || format == QImage::Format_Grayscale16;
+    const qint64 bytesPerPixel = isDeep ? 8 + 4 : 4, most = isDeep ? maxDecodingBytes : maxBitmapBytes;
+    return !size.isValid() || qint64(size.width()) * size.height() <= most / bytesPerPixel;
 }
 
 /// Icon files hold the same picture in several sizes.
-void goToLargest(QImageReader& reader)
+int largestPicture(QImageReader& reader)
 {
     int largest = 0;
     QSize best = reader.size();
@@ -55,7 +58,7 @@ void goToLargest(QImageReader& reader)
             best = size;
         }
     }
-    reader.jumpToImage(largest);
+    return largest;
 }
 
 /// PNG writers say sRGB by a gamma of 1/2.2, the closest that the chunk for it can hold.
@@ -66,81 +69,103 @@ bool meansSrgb(const QColorSpace& space)
                   == QColorSpace(QColorSpace::SRgb);
 }
 
-std::optional<TaggedImage> decodeByQt(const QByteArray& bytes, const QByteArray& format)
+/// Lets go of the bytes where there is a file to read them from.
+std::unique_ptr<QIODevice> deviceFor(PictureBytes content, const std::stop_token& stop)
 {
-    QBuffer buffer;
-    buffer.setData(bytes);
-    buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer, format);
+    if (content.file)
+        return std::make_unique<SourceDevice>(std::move(content.file), stop);
+    auto buffer = std::make_unique<QBuffer>();
+    buffer->setData(content.bytes);
+    buffer->open(QIODevice::ReadOnly);
+    return buffer;
+}
+
+/// `index`: of the picture in its file, where that is known.
+std::optional<TaggedImage> decodeByQt(QIODevice& device, const QByteArray& format, std::optional<int> index)
+{
+    QImageReader reader(&device, format);
     reader.setAutoDetectImageFormat(false);
-    reader.setAutoTransform(true);
+    reader.setAutoTransform(false);
     if (format == "ico" || format == "icns")
-        goToLargest(reader);
-    if (!fits(reader.size()))
+        index = largestPicture(reader);
+    const bool isThere = !index || reader.jumpToImage(*index) || *index == 0;
+    if (!isThere || !fits(reader.size(), reader.imageFormat()))
         return std::nullopt;
-    const QImage image = reader.read();
+    QImage image = reader.read();
     if (image.isNull())
         return std::nullopt;
     const QColorSpace space = image.colorSpace();
-    return TaggedImage{image, meansSrgb(space) ? QByteArray() : space.iccProfile()};
+    return TaggedImage{std::move(image), meansSrgb(space) ? QByteArray() : space.iccProfile()};
 }
 
-/// Already in sRGB.
-std::optional<QImage> decodeJpegFile(const QByteArray& bytes)
+std::optional<Picture> inSrgb(std::optional<TaggedImage> tagged, int orientation, const std::stop_token& stop)
+{
+    if (!tagged)
+        return std::nullopt;
+    return Picture{toSrgb(std::move(tagged->image), tagged->iccProfile, stop), false, orientation};
+}
+
+std::optional<Picture> inSrgb(std::optional<InkSamples> inks, const QByteArray& profile, int orientation,
+                              const std::stop_token& stop)
+{
+    return inks ? std::optional(Picture{toSrgb(std::move(*inks), profile, stop), false, orientation})
+                : std::nullopt;
+}
+
+std::optional<Picture> decodeJpegFile(const QByteArray& bytes, const std::stop_token& stop)
 {
     const std::optional<JpegInfo> info = inspectJpeg(bytes);
     if (!info)
         return std::nullopt;
-    if (info->components == 4) {
-        const std::optional<InkSamples> cmyk = decodeCmykJpeg(bytes, 8);
-        return cmyk ? std::optional(upright(toSrgb(*cmyk, info->iccProfile), info->orientation))
-                    : std::nullopt;
-    }
-    const std::optional<QImage> image = decodeJpeg(bytes, 8);
-    return image ? std::optional(upright(toSrgb(*image, info->iccProfile), info->orientation)) : std::nullopt;
-}
-
-std::optional<QImage> inSrgb(const std::optional<TaggedImage>& tagged)
-{
-    return tagged ? std::optional(toSrgb(tagged->image, tagged->iccProfile)) : std::nullopt;
-}
-
-std::optional<QImage> decodeQtFile(const QByteArray& bytes, PictureFormat format)
-{
-    if (!firstPictureIsComplete(bytes, format))
+    if (info->components == 4)
+        return inSrgb(decodeCmykJpeg(bytes, 8, stop), info->iccProfile, info->orientation, stop);
+    std::optional<QImage> image = decodeJpeg(bytes, 8, stop);
+    if (!image)
         return std::nullopt;
-    std::optional<TaggedImage> tagged = decodeByQt(bytes, nameForQt(format));
-    if (const QByteArray profile = profileInFile(bytes, format); tagged && !profile.isEmpty())
-        tagged->iccProfile = profile;
-    const std::optional<QImage> image = inSrgb(tagged);
-    return image ? std::optional(upright(*image, orientationInFile(bytes, format))) : std::nullopt;
+    return inSrgb(TaggedImage{std::move(*image), info->iccProfile}, info->orientation, stop);
 }
 
-std::optional<QImage> decodeTiffFile(const QByteArray& bytes)
+std::optional<Picture> decodeQtFile(PictureBytes content, PictureFormat format, std::optional<int> index,
+                                    const std::stop_token& stop)
 {
-    const std::optional<InkSamples> inks = decodeTiffInks(bytes);
-    if (!inks)
-        return decodeQtFile(bytes, PictureFormat::Tiff);
-    return upright(toSrgb(*inks, tiffProfile(bytes).toByteArray()), tiffOrientation(bytes));
+    if (!firstPictureIsComplete(content.bytes, format))
+        return std::nullopt;
+    const int orientation = orientationInFile(content.bytes, format);
+    const QByteArray profile = profileInFile(content.bytes, format);
+    const std::unique_ptr<QIODevice> device = deviceFor(std::move(content), stop);
+    std::optional<TaggedImage> tagged = decodeByQt(*device, nameForQt(format), index);
+    if (tagged && !profile.isEmpty())
+        tagged->iccProfile = profile;
+    return inSrgb(std::move(tagged), orientation, stop);
 }
 
-std::optional<QImage> drawnInSrgb(const QByteArray& svg)
+std::optional<Picture> decodeTiffFile(PictureBytes content, const std::stop_token& stop)
+{
+    const TiffDirectory largest = largestTiffDirectory(content.bytes);
+    std::optional<InkSamples> inks = decodeTiffInks(content.bytes, largest.index, stop);
+    if (!inks)
+        return decodeQtFile(std::move(content), PictureFormat::Tiff, largest.index, stop);
+    return inSrgb(std::move(inks), tiffProfile(content.bytes, largest).toByteArray(),
+                  tiffOrientation(content.bytes, largest), stop);
+}
+
+std::optional<Picture> drawnInSrgb(const QByteArray& svg)
 {
     const std::optional<QImage> image = drawSvg(svg, vectorLongSide);
-    return image ? std::optional(image->convertToFormat(QImage::Format_RGBA8888)) : std::nullopt;
+    return image ? std::optional(Picture{image->convertToFormat(QImage::Format_RGBA8888)}) : std::nullopt;
 }
 
 /// Already in sRGB.
-std::optional<QImage> decodeFile(const QByteArray& bytes, const QString& extension)
+std::optional<Picture> decodeFile(PictureBytes content, const QString& extension, const std::stop_token& stop)
 {
-    switch (const PictureFormat format = pictureFormat(bytes)) {
-    case PictureFormat::Jpeg: return decodeJpegFile(bytes);
-    case PictureFormat::Heif: return inSrgb(decodeHeif(bytes));
-    case PictureFormat::Svg: return drawnInSrgb(bytes);
-    case PictureFormat::Gzip: return isSvg(extension) ? drawnInSrgb(bytes) : std::nullopt;
+    switch (const PictureFormat format = pictureFormat(content.bytes)) {
+    case PictureFormat::Jpeg: return decodeJpegFile(content.bytes, stop);
+    case PictureFormat::Heif: return inSrgb(decodeHeif(content.bytes), 1, stop);
+    case PictureFormat::Svg: return drawnInSrgb(content.bytes);
+    case PictureFormat::Gzip: return isSvg(extension) ? drawnInSrgb(content.bytes) : std::nullopt;
     case PictureFormat::Unknown: return std::nullopt;
-    case PictureFormat::Tiff: return decodeTiffFile(bytes);
-    default: return decodeQtFile(bytes, format);
+    case PictureFormat::Tiff: return decodeTiffFile(std::move(content), stop);
+    default: return decodeQtFile(std::move(content), format, std::nullopt, stop);
     }
 }
 
@@ -157,13 +182,17 @@ bool isTransparentSomewhere(const QImage& image)
     return false;
 }
 
-Picture asPicture(QImage image)
+/// In the smallest format that shows it.
+Picture reduced(Picture picture)
 {
-    image.setColorSpace({});
-    if (isTransparentSomewhere(image))
-        return {image, true};
-    const bool grey = image.format() == QImage::Format_Grayscale8 || image.allGray();
-    return {image.convertToFormat(grey ? QImage::Format_Grayscale8 : QImage::Format_RGB888), false};
+    picture.image.setColorSpace({});
+    picture.hasAlpha = isTransparentSomewhere(picture.image);
+    if (picture.hasAlpha)
+        return picture;
+    const bool grey = picture.image.format() == QImage::Format_Grayscale8 || picture.image.allGray();
+    picture.image =
+        std::move(picture.image).convertToFormat(grey ? QImage::Format_Grayscale8 : QImage::Format_RGB888);
+    return picture;
 }
 
 } // namespace
@@ -173,12 +202,13 @@ void preparePictureDecoding()
     QImageReader::setAllocationLimit(int(maxBitmapBytes / bytesPerMegabyte));
 }
 
-std::optional<Picture> decodePicture(const QByteArray& bytes, const QString& extension)
+std::optional<Picture> decodePicture(PictureBytes content, const QString& extension,
+                                     const std::stop_token& stop)
 {
-    const std::optional<QImage> image = decodeFile(bytes, extension);
-    if (!image || image->isNull())
+    std::optional<Picture> picture = decodeFile(std::move(content), extension, stop);
+    if (!picture || picture->image.isNull() || stop.stop_requested())
         return std::nullopt;
-    return asPicture(*image);
+    return reduced(std::move(*picture));
 }
 
 bool isSvg(const QString& extension)

@@ -83,6 +83,7 @@ struct Layout {
     bool tiled;
 
     int samplesPerBlockPixel() const { return separate ? 1 : samples; }
+    qint64 blockBytes() const { return blockRowBytes() * blockHeight; }
     qint64 blockRowBytes() const { return qint64(blockWidth) * samplesPerBlockPixel() * bytesPerSample; }
 };
 
@@ -103,9 +104,11 @@ std::optional<Layout> layoutOf(TIFF* tiff)
     const quint16 bits = field<quint16>(tiff, TIFFTAG_BITSPERSAMPLE);
     const bool processInks = field<quint16>(tiff, TIFFTAG_PHOTOMETRIC) == PHOTOMETRIC_SEPARATED
                              && field<quint16>(tiff, TIFFTAG_INKSET) == INKSET_CMYK && layout.samples >= inks;
-    const bool sane = layout.width > 0 && layout.height > 0 && layout.blockWidth > 0 && layout.blockHeight > 0
-                      && qint64(layout.width) * layout.height <= maxBitmapBytes / inks
-                      && layout.blockRowBytes() <= maxBitmapBytes / layout.blockHeight;
+    const bool sane =
+        layout.width > 0 && layout.height > 0 && layout.blockWidth > 0 && layout.blockHeight > 0
+        && qint64(layout.width) * layout.height <= maxBitmapBytes / inks
+        && layout.blockRowBytes() <= maxBitmapBytes / layout.blockHeight
+        && qint64(inks) * layout.width * layout.height + layout.blockBytes() <= maxDecodingBytes;
     return processInks && sane && (bits == 8 || bits == 16) ? std::optional(layout) : std::nullopt;
 }
 
@@ -139,12 +142,12 @@ bool readBlock(TIFF* tiff, const Layout& layout, quint32 left, quint32 top, int 
     return TIFFReadEncodedStrip(tiff, TIFFComputeStrip(tiff, top, sample), block.data(), wanted) == wanted;
 }
 
-bool readBlocks(TIFF* tiff, const Layout& layout, int ink, QByteArray& to)
+bool readBlocks(TIFF* tiff, const Layout& layout, int ink, QByteArray& to, const std::stop_token& stop)
 {
-    std::vector<uchar> block(size_t(layout.blockRowBytes() * layout.blockHeight));
+    std::vector<uchar> block(size_t(layout.blockBytes()));
     for (quint32 top = 0; top < layout.height; top += layout.blockHeight) {
         for (quint32 left = 0; left < layout.width; left += layout.blockWidth) {
-            if (!readBlock(tiff, layout, left, top, ink, block))
+            if (stop.stop_requested() || !readBlock(tiff, layout, left, top, ink, block))
                 return false;
             place(block, layout, left, top, ink, to);
         }
@@ -154,17 +157,18 @@ bool readBlocks(TIFF* tiff, const Layout& layout, int ink, QByteArray& to)
 
 } // namespace
 
-std::optional<InkSamples> decodeTiffInks(const QByteArray& bytes)
+std::optional<InkSamples> decodeTiffInks(const QByteArray& bytes, int index, const std::stop_token& stop)
 {
     Memory memory{bytes};
     const TiffPtr tiff = openTiff(memory);
-    const std::optional<Layout> layout = tiff ? layoutOf(tiff.get()) : std::nullopt;
+    const bool isThere = tiff && TIFFSetDirectory(tiff.get(), tdir_t(index)) == 1;
+    const std::optional<Layout> layout = isThere ? layoutOf(tiff.get()) : std::nullopt;
     if (!layout)
         return std::nullopt;
     InkSamples picture{int(layout->width), int(layout->height), false, {}};
     picture.samples.resize(qsizetype(inks) * picture.width * picture.height);
     for (int ink = 0; ink < (layout->separate ? inks : 1); ++ink)
-        if (!readBlocks(tiff.get(), *layout, ink, picture.samples))
+        if (!readBlocks(tiff.get(), *layout, ink, picture.samples, stop))
             return std::nullopt;
     return picture;
 }

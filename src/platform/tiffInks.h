@@ -5,12 +5,12 @@
 #include <QByteArray>
 
 #include <optional>
+#include <stop_token>
 
 namespace folvane {
 
-/// The first picture of a TIFF file whose samples are process inks, which Qt's reader does not take. Its ICC
-/// profile is tiffProfile(), its turn tiffOrientation(). Nothing for other TIFF files, and when it cannot be
-/// decoded.
-std::optional<InkSamples> decodeTiffInks(const QByteArray& bytes);
+/// The picture of that number in a TIFF file, if its samples are process inks, which Qt's reader does not take. Nothing
+/// for other pictures, when it cannot be decoded, and soon after a stop.
+std::optional<InkSamples> decodeTiffInks(const QByteArray& bytes, int index, const std::stop_token& stop);
 
 } // namespace folvane

@@ -338,6 +338,27 @@ QByteArray inkTiff(const TiffOptions& options)
     return file.readAll();
 }
 
+QByteArray tiffFile(const QList<TiffPicture>& pictures)
+{
+    QTemporaryFile file;
+    file.open();
+    TIFF* tiff = TIFFOpen(qPrintable(file.fileName()), "w");
+    for (const TiffPicture& picture : pictures) {
+        QImage image = plain(picture.colour, QImage::Format_RGB888, picture.size);
+        TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, image.width());
+        TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, image.height());
+        TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 3);
+        TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 8);
+        TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB);
+        TIFFSetField(tiff, TIFFTAG_ORIENTATION, picture.orientation);
+        for (int y = 0; y < image.height(); ++y)
+            TIFFWriteScanline(tiff, image.scanLine(y), quint32(y), 0);
+        TIFFWriteDirectory(tiff);
+    }
+    TIFFClose(tiff);
+    return file.readAll();
+}
+
 namespace {
 
 heif_error appendTo(heif_context*, const void* data, size_t size, void* bytes)

@@ -62,6 +62,15 @@ struct TiffOptions {
 /// pixels.
 QByteArray inkTiff(const TiffOptions& options);
 
+struct TiffPicture {
+    QColor colour;
+    QSize size;
+    int orientation = 1;
+};
+
+/// One picture after another.
+QByteArray tiffFile(const QList<TiffPicture>& pictures);
+
 enum class HeifCodec { Hevc, Av1 };
 
 struct HeifOptions {

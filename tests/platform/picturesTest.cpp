@@ -3,6 +3,7 @@
 #include "platform/background.h"
 #include "platform/fileKind.h"
 #include "platform/jpeg.h"
+#include "platform/orientation.h"
 #include "platform/pictureFixtures.h"
 
 #include "support/await.h"
@@ -52,7 +53,7 @@ std::array<QRgb, 4> fields(const QImage& image)
 void expectFields(const std::optional<Picture>& picture, const std::array<QRgb, 4>& want, int most = 4)
 {
     ASSERT_TRUE(picture);
-    const std::array<QRgb, 4> got = fields(picture->image);
+    const std::array<QRgb, 4> got = fields(upright(picture->image, picture->orientation));
     for (size_t i = 0; i < 4; ++i)
         EXPECT_TRUE(isNear(got[i], want[i], most)) << "field " << i;
 }
@@ -178,7 +179,6 @@ TEST_F(Pictures, AreTurnedUpright)
         const auto turned =
             decodePicture(withJpegExif(jpeg, exifBlock(orientation, orientation % 2 == 0)), "jpg");
         expectFields(turned, want, 8);
-        EXPECT_EQ(turned->image.width() < turned->image.height(), orientation >= 5);
         expectFields(decodePicture(withPngChunk(png, "eXIf", exifBlock(orientation, true)), "png"), want);
         expectFields(decodePicture(webpWithExif(webp, orientation), "webp"), want);
         expectFields(
@@ -308,6 +308,23 @@ TEST_F(Pictures, OfInksInTiffComeOutRight)
     EXPECT_FALSE(decodePicture(profiled.first(profiled.size() / 8), "tif"));
 }
 
+TEST_F(Pictures, OfTiffTheLargestCounts)
+{
+    const TiffPicture small{Qt::red, {16, 10}, 6}, large{Qt::green, {60, 40}, 8}, other{Qt::blue, {40, 60}};
+    struct Row {
+        QList<TiffPicture> pictures;
+        TiffPicture want;
+    };
+    for (const auto& [pictures, want] : {Row{{small, large, small}, large}, Row{{small, other, large}, other},
+                                         Row{{large, small}, large}, Row{{small}, small}}) {
+        const std::optional<Picture> picture = decodePicture(tiffFile(pictures), "tif");
+        ASSERT_TRUE(picture);
+        EXPECT_TRUE(isNear(middle(picture), want.colour.rgb()));
+        EXPECT_EQ(picture->image.size(), want.size);
+        EXPECT_EQ(picture->orientation, want.orientation);
+    }
+}
+
 TEST_F(Pictures, InkProfilesAreApplied)
 {
     const QByteArray profile = greenInksProfile();
@@ -338,9 +355,9 @@ TEST_F(Pictures, CutOffAreNotDecoded)
     }
     const QByteArray heic = heifFile(fourFields(), {});
     EXPECT_FALSE(decodePicture(heic.first(heic.size() / 2), "heic"));
-    EXPECT_FALSE(decodePicture({}, "png"));
-    EXPECT_FALSE(decodePicture("no picture at all", "jpg"));
-    EXPECT_FALSE(decodePicture("%PDF-1.7 \n", "png"));
+    EXPECT_FALSE(decodePicture(QByteArray(), "png"));
+    EXPECT_FALSE(decodePicture(QByteArray("no picture at all"), "jpg"));
+    EXPECT_FALSE(decodePicture(QByteArray("%PDF-1.7 \n"), "png"));
 }
 
 TEST_F(Pictures, AboveTheBitmapLimitAreNotDecoded)
