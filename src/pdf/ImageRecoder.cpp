@@ -1,5 +1,6 @@
 #include "pdf/ImageRecoder.h"
 
+#include "pdf/decodingMemory.h"
 #include "pdf/imageUses.h"
 #include "pdf/inlineImages.h"
 #include "platform/Cancelled.h"
@@ -10,7 +11,12 @@ namespace folvane::pdf {
 
 namespace {
 
-constexpr qint64 waitingLimit = 256LL * 1024 * 1024; // stored bytes in the hands of the cores
+/// As the stream tells.
+qint64 storedSize(QPDFObjectHandle stream)
+{
+    QPDFObjectHandle length = stream.getDict().getKey("/Length");
+    return length.isInteger() ? std::clamp<qint64>(length.getIntValue(), 0, maxStoredBytes) : 0;
+}
 
 void setNumber(QPDFObjectHandle dictionary, const char* key, int value)
 {
@@ -60,7 +66,7 @@ void ImageRecoder::recode()
     for (const ImageUse& use : imageUses(m_document)) {
         throwIfStopped(m_stop);
         start(use.stream, use.role);
-        while (isBusyEnough())
+        while (m_waiting.size() >= m_work.enough())
             settleOldest();
     }
     while (!m_waiting.empty())
@@ -70,34 +76,48 @@ void ImageRecoder::recode()
 
 void ImageRecoder::start(QPDFObjectHandle stream, StoredImage::Role role)
 {
-    std::optional<ReadImage> read;
-    try {
-        read = readStoredImage(stream, role, m_stop);
-    } catch (const Cancelled&) {
-        throw;
-    } catch (const std::exception&) {
-        return; // an object that the library cannot make sense of
-    }
-    if (!read)
+    const qint64 expected = storedSize(stream);
+    const MemoryBudget::Lease reading = memory(expected);
+    std::optional<ReadImage> image = read(stream, role);
+    if (!image)
         return;
-    m_waiting.push_back({stream, read->space, read->base, read->image.bytes.size()});
-    m_waitingBytes += m_waiting.back().bytes;
-    const auto image = std::make_shared<const StoredImage>(std::move(read->image));
-    m_work.add([image, target = m_target, cache = m_cache, stop = m_stop] {
-        return recodedImage(*image, target, *cache, stop);
+    const auto stored = std::make_shared<const StoredImage>(std::move(image->image));
+    const qint64 wanted = storedMemory(*stored) + recodingMemory(*stored, m_target);
+    if (wanted > decodingBudget().all())
+        return;
+    const MemoryBudget::Lease working = memory(std::max<qint64>(wanted - expected, 0));
+    m_waiting.push_back({stream, image->space, image->base});
+    m_work.add([stored, reading, working, target = m_target, cache = m_cache, stop = m_stop] {
+        return recodedImage(*stored, target, *cache, stop);
     });
 }
 
-bool ImageRecoder::isBusyEnough() const
+std::optional<ReadImage> ImageRecoder::read(QPDFObjectHandle stream, StoredImage::Role role)
 {
-    return m_waiting.size() >= m_work.enough() || (m_waitingBytes > waitingLimit && !m_waiting.empty());
+    try {
+        return readStoredImage(stream, role, m_stop);
+    } catch (const Cancelled&) {
+        throw;
+    } catch (const std::exception&) {
+        return std::nullopt; // an object that the library cannot make sense of
+    }
+}
+
+MemoryBudget::Lease ImageRecoder::memory(qint64 bytes)
+{
+    for (;;) {
+        if (MemoryBudget::Lease lease = decodingBudget().tryTake(bytes))
+            return lease;
+        if (m_waiting.empty()) // then what has it still is on its way out
+            return decodingBudget().take(bytes, m_stop);
+        settleOldest();
+    }
 }
 
 void ImageRecoder::settleOldest()
 {
     const Waiting image = std::move(m_waiting.front());
     m_waiting.pop_front();
-    m_waitingBytes -= image.bytes;
     std::optional<RecodedImage> result;
     try {
         result = m_work.takeNext();

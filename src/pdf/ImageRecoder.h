@@ -2,6 +2,7 @@
 
 #include "documents/CompressionStep.h"
 #include "pdf/FanOut.h"
+#include "pdf/MemoryBudget.h"
 #include "pdf/readStoredImage.h"
 #include "pdf/recodedImage.h"
 
@@ -26,12 +27,12 @@ private:
         QPDFObjectHandle stream;
         SpaceAfter space;
         QPDFObjectHandle base;
-        qint64 bytes;
     };
 
     void start(QPDFObjectHandle stream, StoredImage::Role role);
+    std::optional<ReadImage> read(QPDFObjectHandle stream, StoredImage::Role role);
+    MemoryBudget::Lease memory(qint64 bytes);
     void settleOldest();
-    bool isBusyEnough() const;
 
     QPDF& m_document;
     ImageTarget m_target;
@@ -39,7 +40,6 @@ private:
     std::stop_token m_stop;
     FanOut<std::optional<RecodedImage>> m_work;
     std::deque<Waiting> m_waiting; // in the order of m_work
-    qint64 m_waitingBytes = 0;
     ObjGenSet m_recoded;
 };
 

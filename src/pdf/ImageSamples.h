@@ -21,9 +21,9 @@ struct ImageSamples {
 };
 
 /// The most pixels that an image may have to be decoded at all.
-inline constexpr qint64 maxImagePixels = 200'000'000;
-/// The most bytes that decoding one image may take.
-inline constexpr qint64 maxImageBytes = qint64(1) << 30;
+inline constexpr qint64 maxImagePixels = qint64(1) << 28;
+/// The most bytes that an image may have, as it is stored.
+inline constexpr qint64 maxStoredBytes = qint64(256) << 20;
 
 inline qint64 pixelCount(QSize size)
 {

@@ -1,5 +1,7 @@
 #include "pdf/ObjectCopier.h"
 
+#include "pdf/filterChain.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -35,9 +37,11 @@ void dropCryptFilter(QPDFObjectHandle dictionary)
     }
 }
 
-/// Two filters that expand, one upon the other, can make gigabytes out of a kilobyte.
+/// Two filters that expand, one upon the other, or huge rows can make gigabytes out of a kilobyte.
 bool mayExplode(QPDFObjectHandle dictionary)
 {
+    if (hasHugeRows(dictionary))
+        return true;
     QPDFObjectHandle filters = dictionary.getKey("/Filter");
     if (!filters.isArray())
         return false;
@@ -168,7 +172,7 @@ void ObjectCopier::fillStream(QPDFObjectHandle source, QPDFObjectHandle copy)
     dictionary.removeKey("/Length"); // an indirect length would go astray
     dropCryptFilter(dictionary);
     copy.replaceDict(dictionary);
-    copy.setFilterOnWrite(!mayExplode(dictionary)); // the writer would decode a chain of filters
+    copy.setFilterOnWrite(!mayExplode(dictionary)); // the writer would decode it
     copy.replaceStreamData(
         [source](Pipeline* pipeline, bool suppressWarnings, bool willRetry) mutable {
             return source.pipeStreamData(pipeline, nullptr, 0, qpdf_dl_none, suppressWarnings, willRetry);

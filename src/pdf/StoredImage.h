@@ -31,6 +31,7 @@ struct StoredImage {
     QByteArray palette;
     int paletteChannels = 0;
     QByteArray document;       ///< for Road::Drawn: one page that the image fills
+    qint64 drawingMemory = 0;  ///< what the renderer takes to decode it, in bytes
     int drawnChannels = 0;     ///< of what is drawn: 1, 3, or 0 for whichever it shows
     bool isPackedAnew = false; ///< the writer would deflate its samples
     /// What says which of its pixels are seen: a soft mask, or a stencil (0 where it is painted). May be null.

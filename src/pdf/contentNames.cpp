@@ -1,5 +1,7 @@
 #include "pdf/contentNames.h"
 
+#include "pdf/filterChain.h"
+
 #include <stdexcept>
 #include <string_view>
 #include <vector>
@@ -159,6 +161,8 @@ private:
 /// False when the stream cannot be decoded whole.
 bool scan(QPDFObjectHandle stream, NameScanner& scanner)
 {
+    if (hasHugeRows(stream.getDict()))
+        return false;
     try {
         bool decoded = false;
         const bool piped = stream.pipeStreamData(&scanner, &decoded, 0, qpdf_dl_generalized, true);

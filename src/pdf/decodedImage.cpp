@@ -65,8 +65,6 @@ private:
 std::optional<ImageSamples> fromSamples(const StoredImage& image, int longest, const std::stop_token& stop)
 {
     const SampleLayout layout{image.size, image.channels, image.bits, image.palette, image.paletteChannels};
-    if (layout.rowBytes() * image.size.height() > maxImageBytes)
-        return std::nullopt;
     Shrinker shrinker(image, longest, stop);
     shrinker.start(image.size);
     SampleRows rows(layout, [&](const uint8_t* row) { shrinker.add(row); }, stop);
@@ -76,13 +74,16 @@ std::optional<ImageSamples> fromSamples(const StoredImage& image, int longest, c
 
 std::optional<ImageSamples> fromJpeg(const StoredImage& image, int longest, const std::stop_token& stop)
 {
-    const std::optional<QByteArray> bytes = unpacked(image.bytes, image.filters, maxImageBytes, stop);
+    const std::optional<QByteArray> bytes =
+        unpacked(image.bytes, image.filters, unpackedJpegLimit(image.bytes.size()), stop);
     if (!bytes)
         return std::nullopt;
     JpegStream jpeg(*bytes, image.colourTransform);
     const std::optional<JpegShape> shape = jpeg.shape();
     if (!shape || shape->channels != image.channels)
         return std::nullopt;
+    if (!image.filters.empty() && shape->size != image.size)
+        return std::nullopt; // nobody could tell how much memory it takes
     Shrinker shrinker(image, longest, stop);
     const bool isWhole = jpeg.decode(
         longest, stop, [&](QSize size) { shrinker.start(size); },

@@ -2,6 +2,7 @@
 
 #include "platform/Cancelled.h"
 
+#include <cmath>
 #include <stdexcept>
 
 namespace folvane::pdf {
@@ -9,6 +10,7 @@ namespace folvane::pdf {
 namespace {
 
 constexpr size_t maxStages = 8;
+constexpr double mostRowBytes = 64 << 20; // of all predictors of a stream together
 
 /// Gathers bytes up to a limit. What it throws ends the decoding behind it.
 class Gatherer : public Pipeline {
@@ -26,7 +28,7 @@ public:
         }
         m_bytes.append(reinterpret_cast<const char*>(data), static_cast<qsizetype>(length));
     }
-    void finish() override {}
+    void finish() override { m_bytes.squeeze(); }
 
     bool isCut() const { return m_isCut; }
     QByteArray take() { return std::move(m_bytes); }
@@ -76,6 +78,18 @@ std::string parameterText(QPDFObjectHandle parameters)
     return text + ">>";
 }
 
+/// In floating point: the numbers may be any.
+double rowBytes(QPDFObjectHandle parameters)
+{
+    const auto number = [&](const char* key, long long otherwise) {
+        QPDFObjectHandle value = parameters.getKey(key);
+        return static_cast<double>(value.isInteger() ? value.getIntValue() : otherwise);
+    };
+    if (!parameters.isDictionary() || number("/Predictor", 1) <= 1)
+        return 0;
+    return number("/Columns", 1) * number("/Colors", 1) * number("/BitsPerComponent", 8) / 8;
+}
+
 template <typename Access> QPDFObjectHandle joined(const FilterChain& stages, Access access)
 {
     QPDFObjectHandle array = QPDFObjectHandle::newArray();
@@ -86,12 +100,20 @@ template <typename Access> QPDFObjectHandle joined(const FilterChain& stages, Ac
 
 } // namespace
 
+bool hasHugeRows(QPDFObjectHandle streamDictionary)
+{
+    double bytes = 0;
+    for (const QPDFObjectHandle& parameters : asList(streamDictionary.getKey("/DecodeParms")))
+        bytes += std::abs(rowBytes(parameters));
+    return bytes > mostRowBytes;
+}
+
 std::optional<FilterChain> filterChain(QPDFObjectHandle stream)
 {
     QPDFObjectHandle dictionary = stream.getDict();
     const std::vector<QPDFObjectHandle> filters = asList(dictionary.getKey("/Filter"));
     const std::vector<QPDFObjectHandle> parameters = asList(dictionary.getKey("/DecodeParms"));
-    if (filters.size() > maxStages)
+    if (filters.size() > maxStages || hasHugeRows(dictionary))
         return std::nullopt;
     FilterChain chain;
     for (size_t i = 0; i < filters.size(); ++i) {

@@ -20,8 +20,12 @@ struct FilterStage {
 /// What must be undone to read a stream, from the outermost on.
 using FilterChain = std::vector<FilterStage>;
 
-/// Nothing when the entries are broken, or name a filter that is not in the standard.
+/// Nothing when the entries are broken or huge, or name a filter that is not in the standard.
 std::optional<FilterChain> filterChain(QPDFObjectHandle stream);
+
+/// Whether undoing the filters of a stream takes rows (PNG, TIFF predictors) that are larger than any real one: a few bytes
+/// can ask for gigabytes.
+bool hasHugeRows(QPDFObjectHandle streamDictionary);
 
 /// Packed without loss and known to `unpack`: Flate, LZW, run lengths, ASCII.
 bool isPlain(const FilterStage& stage);

@@ -115,7 +115,11 @@ InlineImages::InlineImages(QPDF& document, const std::stop_token& stop)
             return shared.count(part.getObjGen()) > 0;
         };
         const auto holdsOne = [&](const QPDFObjectHandle& part) { return mayHoldLargeImage(part, stop); };
+        const auto isHuge = [](QPDFObjectHandle part) {
+            return part.isStream() && hasHugeRows(part.getDict());
+        };
         if (std::none_of(streams.begin(), streams.end(), isShared)
+            && std::none_of(streams.begin(), streams.end(), isHuge)
             && std::any_of(streams.begin(), streams.end(), holdsOne))
             rewrite(page, page.getKey("/Contents"));
     }

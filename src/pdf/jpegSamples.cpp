@@ -3,13 +3,13 @@
 
 #include "pdf/jpegSamples.h"
 
+#include "platform/jpegCoefficients.h"
 #include "platform/jpegEncoding.h"
 
 #include <csetjmp>
 #include <cstdio>
 
 #include <jerror.h>
-#include <jpeglib.h>
 
 namespace folvane::pdf {
 
@@ -76,10 +76,7 @@ jpeg_error_mgr* install(ErrorManager& manager)
 bool isFeasible(const jpeg_decompress_struct& decoder)
 {
     const qint64 pixels = qint64(decoder.image_width) * decoder.image_height;
-    const qint64 kept = jpeg_has_multiple_scans(const_cast<j_decompress_ptr>(&decoder)) != FALSE
-                            ? pixels * decoder.num_components * qint64(sizeof(JCOEF))
-                            : 0; // all coefficients at once
-    return pixels > 0 && pixels <= maxImagePixels && kept <= maxImageBytes;
+    return pixels > 0 && pixels <= maxImagePixels;
 }
 
 /// The filter's parameter counts only where the file itself does not tell (ISO 32000-2, 7.4.8).
@@ -173,6 +170,11 @@ std::optional<JpegShape> JpegStream::shape()
         return std::nullopt;
     return JpegShape{QSize(static_cast<int>(codec.image_width), static_cast<int>(codec.image_height)),
                      channels, channels == 4 && codec.saw_Adobe_marker};
+}
+
+qint64 JpegStream::coefficientMemory()
+{
+    return coefficientBytes(m_decoder->codec);
 }
 
 bool JpegStream::decode(int longest, const std::stop_token& stop, const std::function<void(QSize)>& takeSize,

@@ -2,6 +2,7 @@
 
 #include "pdf/drawnImage.h"
 #include "pdf/imageColours.h"
+#include "pdf/jpegSamples.h"
 #include "pdf/jpxHeader.h"
 
 #include <algorithm>
@@ -15,6 +16,8 @@ using Kind = ImageColours::Kind;
 
 // Pixels of icons are looked at one by one: coding them with loss is seen at once, and saves next to nothing.
 constexpr int iconPixels = 32; // of the long side
+// What is drawn is copied into a document of its own.
+constexpr qint64 maxDrawnBytes = qint64(64) << 20;
 
 int wholeNumber(QPDFObjectHandle value, int otherwise)
 {
@@ -102,6 +105,11 @@ std::optional<StoredImage::Road> roadOf(const FilterChain& chain)
     return packing->name == "/DCTDecode" ? StoredImage::Road::Jpeg : StoredImage::Road::Drawn;
 }
 
+qint64 mostBytes(StoredImage::Road road)
+{
+    return road == StoredImage::Road::Drawn ? maxDrawnBytes : maxStoredBytes;
+}
+
 /// One image on its way out of the document.
 class Reader {
 public:
@@ -118,6 +126,7 @@ private:
     bool readColours(const ImageColours& colours);
     bool readPalette(const ImageColours& colours);
     bool readJpxHeader();
+    qint64 drawingMemory() const;
     bool makeDocument(const ImageColours& colours);
 
     QPDFObjectHandle m_stream;
@@ -146,7 +155,7 @@ bool Reader::readPacking()
     StoredImage& image = m_read.image;
     const std::optional<FilterChain> chain = filterChain(m_stream);
     const std::optional<StoredImage::Road> road = chain ? roadOf(*chain) : std::nullopt;
-    std::optional<QByteArray> bytes = road ? storedBytes(m_stream, maxImageBytes, m_stop) : std::nullopt;
+    std::optional<QByteArray> bytes = road ? storedBytes(m_stream, mostBytes(*road), m_stop) : std::nullopt;
     if (!bytes)
         return false;
     m_chain = *chain;
@@ -167,10 +176,9 @@ bool Reader::readPacking()
 bool Reader::readJpxHeader()
 {
     const std::optional<QByteArray> plain =
-        unpacked(m_read.image.bytes, m_read.image.filters, maxImageBytes, m_stop);
+        unpacked(m_read.image.bytes, m_read.image.filters, maxDrawnBytes, m_stop);
     m_jpx = plain ? jpxHeader(*plain) : std::nullopt;
-    return m_jpx && m_jpx->size == m_read.image.size
-           && pixelCount(m_jpx->size) * m_jpx->components * qint64(sizeof(int32_t)) <= maxImageBytes;
+    return m_jpx && m_jpx->size == m_read.image.size;
 }
 
 bool Reader::readColours(const ImageColours& colours)
@@ -208,8 +216,27 @@ bool Reader::makeDocument(const ImageColours& colours)
     image.drawnChannels = asItStands ? colours.channels : 0;
     m_read.space = asItStands ? SpaceAfter::AsBefore : SpaceAfter::Device;
     const char* space = !asItStands ? nullptr : colours.channels == 1 ? "/DeviceGray" : "/DeviceRGB";
+    image.drawingMemory = drawingMemory();
+    if (image.bytes.size() > maxDrawnBytes || image.drawingMemory > maxStoredBytes)
+        return false;
     image.document = documentOfImage(m_stream, image.size, space, image.bytes, m_stop);
     return true;
+}
+
+/// Poppler makes numbers of 32 bits of the samples of JPEG 2000, keeps the coefficients of a JPEG in several scans, and has
+/// pages of dots twice at most; all else it reads row by row.
+qint64 Reader::drawingMemory() const
+{
+    const StoredImage& image = m_read.image;
+    const std::string packing = m_chain.empty() ? std::string() : m_chain.back().name;
+    if (m_jpx)
+        return pixelCount(image.size) * m_jpx->components * qint64(sizeof(int32_t));
+    const qint64 rows = qint64(image.size.width()) * 64;
+    if (packing != "/DCTDecode")
+        return rows + pixelCount(image.size) / 4;
+    JpegStream jpeg(image.bytes, image.colourTransform);
+    const bool isKnown = image.filters.empty() && jpeg.shape();
+    return rows + (isKnown ? jpeg.coefficientMemory() : pixelCount(image.size) * 8);
 }
 
 bool isColourKey(QPDFObjectHandle mask)

@@ -2,9 +2,12 @@
 
 #include "pdf/AreaScaler.h"
 #include "pdf/decodedImage.h"
+#include "pdf/decodingMemory.h"
 #include "pdf/jpegSamples.h"
 
 #include <QCryptographicHash>
+
+#include <stdexcept>
 
 namespace folvane::pdf {
 
@@ -36,6 +39,11 @@ void addImage(QCryptographicHash& hash, const StoredImage& image)
     }
     if (image.opacity)
         addImage(hash, *image.opacity);
+}
+
+int keptSide(ImageTarget target)
+{
+    return std::max(keptPixels, target.maxPixels);
 }
 
 /// Names everything that the decoded samples depend on.
@@ -70,15 +78,41 @@ bool becomesJpeg(const StoredImage& image)
     return image.role == StoredImage::Role::Picture || image.road == StoredImage::Road::Jpeg;
 }
 
-/// Bytes that the image takes in a file that is written with it as it is, if that is less than `limit`.
+/// Counts bytes, and ends what gives them once they are more than `limit`.
+class Counter : public Pipeline {
+public:
+    Counter(qint64 limit, const std::stop_token& stop)
+        : Pipeline("counter", nullptr), m_limit(limit), m_stop(stop)
+    {
+    }
+
+    void write(const unsigned char*, size_t length) override
+    {
+        m_count += static_cast<qint64>(length);
+        if (isOver() || m_stop.stop_requested())
+            throw std::runtime_error("enough is known");
+    }
+    void finish() override {}
+
+    bool isOver() const { return m_count > m_limit; }
+
+private:
+    qint64 m_limit;
+    const std::stop_token& m_stop;
+    qint64 m_count = 0;
+};
+
+/// Whether the image takes more than `size` bytes in a file that is written with it as it is.
 bool takesMoreThan(qint64 size, const StoredImage& image, const std::stop_token& stop)
 {
     if (image.bytes.size() <= size)
         return false;
     if (!image.isPackedAnew)
         return true;
-    const std::optional<QByteArray> plain = unpacked(image.bytes, image.filters, maxImageBytes, stop);
-    return plain && qCompress(*plain).size() - lengthPrefix > size;
+    Counter counter(size, stop);
+    Pl_Flate deflate("deflate", &counter, Pl_Flate::a_deflate);
+    unpack(image.bytes, image.filters, deflate);
+    return counter.isOver();
 }
 
 std::optional<RecodedImage> encoded(const ImageSamples& samples, const StoredImage& image, int quality,
@@ -108,7 +142,7 @@ std::optional<RecodedImage> madeAnew(const StoredImage& image, const QByteArray&
                                      ImageCache& cache, const std::stop_token& stop)
 {
     const std::shared_ptr<const ImageSamples> kept =
-        keptSamples(image, imageKey, std::max(keptPixels, target.maxPixels), cache, stop);
+        keptSamples(image, imageKey, keptSide(target), cache, stop);
     if (!kept)
         return std::nullopt;
     const QSize wanted = sizeWithin(kept->size, target.maxPixels);
@@ -118,6 +152,13 @@ std::optional<RecodedImage> madeAnew(const StoredImage& image, const QByteArray&
 }
 
 } // namespace
+
+qint64 recodingMemory(const StoredImage& image, ImageTarget target)
+{
+    constexpr qint64 perPixel = 3 + 4; // a smaller copy, and what the encoder keeps of that
+    const QSize made = sizeWithin(image.size, target.maxPixels);
+    return decodingMemory(image, keptSide(target)) + perPixel * pixelCount(made);
+}
 
 std::optional<RecodedImage> recodedImage(const StoredImage& image, ImageTarget target, ImageCache& cache,
                                          const std::stop_token& stop)

@@ -2,6 +2,7 @@
 
 #include "pdf/Document.h"
 #include "pdf/ImageCache.h"
+#include "pdf/MemoryBudget.h"
 #include "pdf/jpegSamples.h"
 #include "pdf/madeImages.h"
 #include "pdf/rawPdf.h"
@@ -13,6 +14,8 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <thread>
 
 namespace folvane::pdf {
 namespace {
@@ -617,10 +620,17 @@ TEST(ImageRecoder, LeavesAnInlineImageThatGainsNothing)
 
 TEST(ImageRecoder, LeavesAnImageBeyondAllBounds)
 {
-    const QByteArray file =
-        documentWith({image("/ColorSpace /DeviceRGB /BitsPerComponent 8 /Filter /FlateDecode",
-                            deflatedBytes(madePhoto(photo, 3)), QSize(1 << 20, 1 << 20))});
-    EXPECT_EQ(built(file, step).size(), built(file, {}).size());
+    const QByteArray rgb = "/ColorSpace /DeviceRGB /BitsPerComponent 8 ",
+                     flate = rgb + "/Filter /FlateDecode ", hex = rgb + "/Filter [/AHx /Fl] ",
+                     huge = "<< /Predictor 15 /Columns 2147483647 >>",
+                     samples = deflatedBytes(madePhoto(photo, 3));
+    for (const QByteArray& beyond :
+         {image(flate, samples, QSize(1 << 20, 1 << 20)), image(flate, samples, QSize(100'000'000, 1)),
+          image(flate + "/DecodeParms " + huge, samples, photo),
+          image(hex + "/DecodeParms [null " + huge + "]", hexBytes(samples), photo)}) {
+        const QByteArray file = documentWith({beyond});
+        EXPECT_EQ(built(file, step).size(), built(file, {}).size());
+    }
 }
 
 TEST(ImageRecoder, EndsWhenStopped)
@@ -630,6 +640,23 @@ TEST(ImageRecoder, EndsWhenStopped)
     Assembly assembly({{document.get(), 0, 0}}, stop.get_token());
     stop.request_stop();
     EXPECT_THROW(assembly.recodeImages(step, std::make_shared<ImageCache>(), stop.get_token()), Cancelled);
+}
+
+TEST(MemoryBudget, LendsWhatIsFreeAndWaitsForTheRest)
+{
+    MemoryBudget budget(100);
+    MemoryBudget::Lease most = budget.tryTake(70);
+    EXPECT_TRUE(most);
+    EXPECT_FALSE(budget.tryTake(40));
+    std::stop_source stop;
+    std::jthread owner([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        most.reset();
+    });
+    const MemoryBudget::Lease all = budget.take(100, stop.get_token());
+    EXPECT_FALSE(budget.tryTake(1));
+    stop.request_stop();
+    EXPECT_THROW(budget.take(1, stop.get_token()), Cancelled);
 }
 
 TEST(BoundedCache, KeepsWhatWasAskedForLast)
