@@ -1,5 +1,7 @@
 #include "pdf/PageRasteriser.h"
 
+#include "pdf/BoundedImages.h"
+
 // Poppler's core (pkg-config module "poppler", private headers) and not its Qt face: that one makes a new
 // output device for each page and so loads every font again, which doubles the time of a small picture of a
 // text page.
@@ -7,7 +9,6 @@
 #include <GlobalParams.h>
 #include <PDFDoc.h>
 #include <Page.h>
-#include <SplashOutputDev.h>
 #include <Stream.h>
 #include <splash/SplashBitmap.h>
 
@@ -143,7 +144,7 @@ private:
     const QByteArray m_bytes;
     const std::shared_ptr<const SourceFile> m_file;
     PDFDoc m_document; // owns its stream, which reads from the two above
-    SplashOutputDev m_device = SplashOutputDev(splashModeRGB8, 4, false, s_white);
+    BoundedImages m_device = BoundedImages(splashModeRGB8, 4, false, s_white);
 };
 
 void PageRasteriser::Library::startDevice()

@@ -180,6 +180,19 @@ TEST(PageRasteriser, LeavesHiddenLayersOut)
     EXPECT_EQ(image.pixel(15, 10), green);
 }
 
+// Sheared this far, it would be drawn into a bitmap of gigabytes.
+TEST(PageRasteriser, LeavesImagesBeyondAllBoundsOut)
+{
+    const QByteArray file = onePage("/MediaBox [0 0 400 400] /Resources << /XObject << /I 5 0 R >> >>",
+                                    "q 399 65535 0 400 0 0 cm /I Do Q q 40 0 0 40 0 0 cm /I Do Q",
+                                    {rawStream("/Type /XObject /Subtype /Image /Width 1 /Height 1 "
+                                               "/ColorSpace /DeviceGray /BitsPerComponent 8",
+                                               QByteArray(1, '\0'))});
+    const QImage page = drawn(file, {2000, 2000});
+    EXPECT_EQ(page.pixel(1000, 1000), white);
+    EXPECT_EQ(page.pixel(100, 1900), qRgb(0, 0, 0));
+}
+
 TEST(PageRasteriser, StopsOnRequest)
 {
     const QByteArray strokes = QByteArray("0 0 m 100 100 l S 100 0 m 0 100 l S\n").repeated(20000);
