@@ -159,7 +159,7 @@ void ChoiceRow::drawGround(QPainter& painter) const
     painter.strokePath(path, QPen(isChecked() ? theme::faded(theme::accent, 0.35) : theme::hairline, 1));
     if (showsFocus(*this))
         painter.strokePath(continuousRect(QRectF(rect()).adjusted(1, 1, -1, -1), cornerRadius - 1),
-                           QPen(theme::faded(theme::accent, 0.6), 2));
+                           QPen(theme::focus, 2));
 }
 
 void ChoiceRow::drawWords(QPainter& painter) const

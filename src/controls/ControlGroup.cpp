@@ -21,7 +21,7 @@ public:
     Segment(Icon icon, QWidget* group) : QAbstractButton(group), m_icon(icon)
     {
         setAttribute(Qt::WA_Hover);
-        setFocusPolicy(Qt::StrongFocus);
+        setFocusPolicy(Qt::TabFocus);
         setFixedSize(segmentSize);
     }
 
@@ -35,7 +35,7 @@ protected:
             painter.fillPath(continuousRect(inner, radius - 3), isDown() ? theme::pressed : theme::hover);
         if (showsFocus(*this))
             painter.strokePath(continuousRect(inner.adjusted(1, 1, -1, -1), radius - 4),
-                               QPen(theme::faded(theme::accent, 0.6), 2));
+                               QPen(theme::focus, 2));
         const double opacity = !isEnabled() ? 0.4 : isDown() ? 0.75 : 1;
         const QRectF box((width() - iconSide) / 2.0, (height() - iconSide) / 2.0, iconSide, iconSide);
         drawIcon(painter, m_icon, box, theme::faded(theme::accentDeep, opacity));

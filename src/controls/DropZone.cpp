@@ -79,8 +79,10 @@ void DropZone::paintEvent(QPaintEvent*)
     painter.fillPath(frame, m_targeted ? theme::accentSoft : theme::surface);
     if (!m_targeted && (isDown() || underMouse()))
         painter.fillPath(frame, isDown() ? theme::accentSoft : theme::hoverSoft);
-    painter.strokePath(frame,
-                       QPen(m_targeted || showsFocus(*this) ? theme::accent : theme::hairline, outline));
+    painter.strokePath(frame, QPen(m_targeted          ? theme::accent
+                                   : showsFocus(*this) ? theme::focus
+                                                       : theme::hairline,
+                                   outline));
 
     QRect room = rect().adjusted(16, 0, -16, 0);
     room.setTop((height() - contentHeight()) / 2);

@@ -19,7 +19,7 @@ LinkButton::LinkButton(const QString& text, QWidget* parent) : QAbstractButton(p
     setText(text);
     setFont(interfaceFont(13, Weight::SemiBold));
     setCursor(Qt::PointingHandCursor);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
@@ -39,7 +39,7 @@ void LinkButton::paintEvent(QPaintEvent*)
     painter.setPen(theme::faded(theme::accentDeep, !isEnabled() ? 0.4 : isDown() ? 0.75 : 1));
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
     if (showsFocus(*this)) {
-        painter.setPen(QPen(theme::faded(theme::accent, 0.6), 2));
+        painter.setPen(QPen(theme::focus, 2));
         painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 5, 5);
     }
 }

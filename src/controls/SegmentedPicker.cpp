@@ -48,7 +48,7 @@ protected:
             painter.fillPath(continuousRect(frame, innerRadius), isDown() ? theme::pressed : theme::hover);
         if (showsFocus(*this))
             painter.strokePath(continuousRect(frame.adjusted(1, 1, -1, -1), innerRadius - 1),
-                               QPen(theme::faded(theme::accent, 0.6), 2));
+                               QPen(theme::focus, 2));
         painter.setPen(theme::faded(isChecked() ? theme::accentDeep : theme::text, isEnabled() ? 1 : 0.4));
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine | Qt::TextShowMnemonic, text());
     }

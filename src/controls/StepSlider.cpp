@@ -116,7 +116,7 @@ void StepSlider::drawKnob(QPainter& painter, const QRectF& knob) const
     painter.drawEllipse(square(knob.center(), dotSide));
     if (showsFocus(*this)) {
         painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(theme::faded(theme::accent, 0.6), 2));
+        painter.setPen(QPen(theme::focus, 2));
         painter.drawEllipse(knob.adjusted(-2, -2, 2, 2));
     }
 }

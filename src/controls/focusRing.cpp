@@ -20,8 +20,7 @@ void drawFocusRing(QPainter& painter, const QRectF& frame, double cornerRadius)
     const QRectF ring = frame.adjusted(-distance, -distance, distance, distance);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.strokePath(continuousRect(ring, cornerRadius + distance),
-                       QPen(theme::faded(theme::accent, 0.6), width));
+    painter.strokePath(continuousRect(ring, cornerRadius + distance), QPen(theme::focus, width));
     painter.restore();
 }
 

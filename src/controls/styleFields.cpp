@@ -25,7 +25,7 @@ void drawLineEdit(QPainter& painter, const QStyleOptionFrame& frame)
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillPath(path, enabled ? theme::surface : theme::background);
-    painter.strokePath(path, QPen(focused ? theme::faded(theme::accent, 0.6) : theme::fieldBorder, width));
+    painter.strokePath(path, QPen(focused ? theme::focus : theme::fieldBorder, width));
     painter.restore();
 }
 
@@ -53,8 +53,7 @@ void drawFocus(QPainter& painter, const QRect& rect)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.strokePath(continuousRect(QRectF(rect).adjusted(1, 1, -1, -1), 5),
-                       QPen(theme::faded(theme::accent, 0.6), 2));
+    painter.strokePath(continuousRect(QRectF(rect).adjusted(1, 1, -1, -1), 5), QPen(theme::focus, 2));
     painter.restore();
 }
 

@@ -23,7 +23,7 @@ void drawFrame(QPainter& painter, const QStyleOption& option)
     const QPainterPath frame =
         continuousRect(QRectF(option.rect).adjusted(half, half, -half, -half), cornerRadius - half);
     painter.fillPath(frame, enabled ? theme::surface : theme::background);
-    painter.strokePath(frame, QPen(focused ? theme::faded(theme::accent, 0.6) : theme::fieldBorder, width));
+    painter.strokePath(frame, QPen(focused ? theme::focus : theme::fieldBorder, width));
 }
 
 QRectF iconIn(const QRect& part)
