@@ -47,7 +47,6 @@ void Alert::addButton(const QString& name, Role role, std::function<void()> acti
     const auto kind = role == Role::Default ? Button::Kind::Primary : Button::Kind::Secondary;
     auto* button = new Button(kind, name, this);
     button->setDestructive(role == Role::Destructive);
-    button->setDefault(role == Role::Default);
     constexpr int afterTheStretch = 1;
     buttonRow().insertWidget(afterTheStretch, button);
     m_fromLeft.prepend(button);
@@ -59,8 +58,25 @@ void Alert::addButton(const QString& name, Role role, std::function<void()> acti
         done(result);
         run();
     });
-    if (role == Role::Default)
-        button->setFocus();
+    putReturnOn(*button, role);
+}
+
+void Alert::putReturnOn(Button& button, Role role)
+{
+    const bool hasDefault = std::ranges::any_of(m_fromLeft, &QPushButton::isDefault);
+    if (role != Role::Default && (role != Role::Cancel || hasDefault))
+        return;
+    button.setDefault(true);
+    button.setFocus();
+    m_marksKeyboard = role == Role::Cancel;
+}
+
+// A window that comes up begins without the marks of the keyboard.
+void Alert::setVisible(bool visible)
+{
+    SheetFrame::setVisible(visible);
+    if (visible && m_marksKeyboard)
+        setAttribute(Qt::WA_KeyboardFocusChange);
 }
 
 } // namespace folvane

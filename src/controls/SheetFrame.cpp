@@ -129,13 +129,17 @@ void SheetFrame::keepOnScreen()
         move(x(), y() - std::min(below, above));
 }
 
+// Not every window manager gives the keyboard back to the window below.
 void SheetFrame::setVisible(bool visible)
 {
+    const bool givesKeyboardBack = !visible && isActiveWindow();
     if (visible) {
         layout()->activate();
         fit();
     }
     QDialog::setVisible(visible);
+    if (givesKeyboardBack && parentWidget() && parentWidget()->window()->isVisible())
+        parentWidget()->activateWindow();
 }
 
 bool SheetFrame::event(QEvent* event)

@@ -12,7 +12,8 @@ namespace folvane {
 
 /// A sheet over a window: a title with an icon or without, content, and buttons at the right. Show it with open(),
 /// which makes it modal to its window. Escape and the window's close reject it. It is as wide as told, and as high
-/// as its content needs at that width. Its empty parts move it like a title bar.
+/// as its content needs at that width. Its empty parts move it like a title bar. It gives the keyboard back to the window
+/// below.
 class SheetFrame : public QDialog {
     Q_OBJECT
 

@@ -4,6 +4,7 @@
 #include "platform/spawn.h"
 #include "shell/PasswordPrompt.h"
 #include "shell/discard.h"
+#include "shell/lossQuestion.h"
 
 namespace folvane {
 
@@ -70,10 +71,8 @@ void Alerts::askToQuit(const QuitQuestion& question, std::function<void()> quit)
 {
     if (m_quit)
         return;
-    m_quit = new Alert(question.title, question.text, m_window);
+    m_quit = lossQuestion(question.title, question.text, tr("Quit Anyway"), m_window, std::move(quit));
     m_quit->setAttribute(Qt::WA_DeleteOnClose);
-    m_quit->addButton(tr("Cancel"), Alert::Role::Cancel);
-    m_quit->addButton(tr("Quit Anyway"), Alert::Role::Destructive, std::move(quit));
     m_quit->open();
 }
 

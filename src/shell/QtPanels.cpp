@@ -2,6 +2,7 @@
 
 #include "controls/Alert.h"
 #include "platform/fileKind.h"
+#include "shell/lossQuestion.h"
 
 #include <QCoreApplication>
 #include <QCoro/QCoroSignal>
@@ -43,6 +44,7 @@ using DialogPtr = QPointer<QFileDialog>;
 DialogPtr makeDialog(QWidget* window, const QString& title, const std::optional<QUrl>& folder)
 {
     auto* dialog = new QFileDialog(window, title);
+    dialog->setSupportedSchemes({QStringLiteral("file")}); // files are read and written by their paths
     if (folder)
         dialog->setDirectoryUrl(*folder);
     return dialog;
@@ -56,7 +58,10 @@ QCoro::Task<QList<QUrl>> chosen(DialogPtr dialog)
     const int result = co_await qCoro(panel, &QDialog::finished);
     if (!dialog)
         co_return QList<QUrl>();
-    const QList<QUrl> urls = dialog->selectedUrls();
+    if (QWidget* below = dialog->parentWidget())
+        below->activateWindow(); // not every window manager gives it the keyboard back
+    QList<QUrl> urls = dialog->selectedUrls();
+    urls.removeIf([](const QUrl& url) { return !url.isLocalFile(); }); // not every panel keeps to the schemes
     dialog->deleteLater();
     if (result != QDialog::Accepted)
         co_return QList<QUrl>();
@@ -104,10 +109,8 @@ QCoro::Task<QList<QUrl>> QtPanels::chooseOpen(OpenPanel panel)
 QCoro::Task<bool> QtPanels::confirmReplace(QUrl existing)
 {
     QPointer<Alert> alert =
-        new Alert(tr("“%1” already exists. Do you want to replace it?").arg(existing.fileName()),
-                  tr("Replacing it overwrites what it holds now."), m_window);
-    alert->addButton(tr("Replace"), Alert::Role::Destructive);
-    alert->addButton(tr("Cancel"), Alert::Role::Cancel);
+        lossQuestion(tr("“%1” already exists. Do you want to replace it?").arg(existing.fileName()),
+                     tr("Replacing it overwrites what it holds now."), tr("Replace"), m_window);
     alert->open();
     Alert* const panel = alert.data();
     const int result = co_await qCoro(panel, &QDialog::finished);

@@ -7,7 +7,7 @@
 
 namespace folvane {
 
-/// The desktop's file panels, over the window.
+/// The desktop's file panels, over the window. They give files of this machine only.
 class QtPanels final : public Panels {
 public:
     /// Until it is set, panels stand alone.

@@ -5,12 +5,14 @@
 #include "platform/spawn.h"
 #include "platform/x11Activation.h"
 #include "shell/RootView.h"
+#include "shell/lossQuestion.h"
 
 #include <QCoreApplication>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QSessionManager>
 
+#include <memory>
 #include <utility>
 
 namespace folvane {
@@ -58,10 +60,9 @@ bool SystemEvents::allowsLogOut(bool mayAsk)
 bool SystemEvents::isGivenUp(const QuitQuestion& question)
 {
     m_window->bringToFront({});
-    Alert alert(question.title, question.text, m_window);
-    alert.addButton(tr("Cancel"), Alert::Role::Cancel);
-    alert.addButton(tr("Quit Anyway"), Alert::Role::Destructive);
-    return alert.exec() != 0;
+    const std::unique_ptr<Alert> alert(
+        lossQuestion(question.title, question.text, tr("Quit Anyway"), m_window));
+    return alert->exec() != QDialog::Rejected;
 }
 
 // Documents are never stored at the end, so there is nothing to start again with.
