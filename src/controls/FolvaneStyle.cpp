@@ -2,6 +2,7 @@
 
 #include "controls/Theme.h"
 #include "controls/blending.h"
+#include "controls/mnemonics.h"
 #include "controls/stylePieces.h"
 #include "controls/visualMargin.h"
 
@@ -188,8 +189,9 @@ int FolvaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
     case SH_ToolTip_Mask:
     case SH_Menu_Mask:
     case SH_ScrollBar_Transient:
-    case SH_EtchDisabledText:
-    case SH_UnderlineShortcut: return 0;
+    case SH_EtchDisabledText: return 0;
+    case SH_UnderlineShortcut: return showsMnemonics();
+    case SH_MenuBar_AltKeyNavigation: return 1;
     default: return QProxyStyle::styleHint(hint, option, widget, returnData);
     }
 }

@@ -4,6 +4,7 @@
 #include "controls/Theme.h"
 #include "controls/accessibility.h"
 #include "controls/brandPictures.h"
+#include "controls/mnemonics.h"
 #include "controls/returnKey.h"
 
 #include <QApplication>
@@ -54,6 +55,7 @@ void applyAppearance(QApplication& application)
     QToolTip::setFont(interfaceFont(12));
     installAccessibility();
     letReturnPressButtons(application);
+    installMnemonics(application);
 }
 
 QFont interfaceFont(double pixels, Weight weight)

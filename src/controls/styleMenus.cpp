@@ -3,6 +3,7 @@
 #include "controls/Shadow.h"
 #include "controls/continuousRect.h"
 #include "controls/icons.h"
+#include "controls/mnemonics.h"
 
 #include <QMenu>
 #include <QPainter>
@@ -23,7 +24,12 @@ constexpr int iconSide = 16;
 constexpr int iconColumn = iconSide + 8;
 constexpr int shortcutGap = 28;
 constexpr int arrowRoom = 20;
-constexpr int textFlags = Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextShowMnemonic | Qt::TextHideMnemonic;
+
+int textFlags()
+{
+    constexpr int plain = Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextShowMnemonic;
+    return showsMnemonics() ? plain : plain | Qt::TextHideMnemonic;
+}
 
 bool hasIconColumn(const QStyleOptionMenuItem& item)
 {
@@ -103,9 +109,9 @@ void drawItem(QPainter& painter, const QStyleOptionMenuItem& item, const QMenu* 
     }
     painter.setFont(item.font);
     painter.setPen(color);
-    painter.drawText(room, textFlags | Qt::AlignLeft, item.text.section(QLatin1Char('\t'), 0, 0));
+    painter.drawText(room, textFlags() | Qt::AlignLeft, item.text.section(QLatin1Char('\t'), 0, 0));
     painter.setPen(enabled ? theme::secondaryText : theme::disabledText);
-    painter.drawText(room, textFlags | Qt::AlignRight, item.text.section(QLatin1Char('\t'), 1, 1));
+    painter.drawText(room, textFlags() | Qt::AlignRight, item.text.section(QLatin1Char('\t'), 1, 1));
     if (item.menuItemType == QStyleOptionMenuItem::SubMenu)
         drawIcon(painter, Icon::ChevronRight, QRectF(room.right() - 13, room.center().y() - 8, 16, 16),
                  enabled ? theme::secondaryText : theme::disabledText);
@@ -121,9 +127,7 @@ void drawBarItem(QPainter& painter, const QStyleOptionMenuItem& item)
         painter.fillPath(continuousRect(item.rect.adjusted(0, 1, 0, -1), itemRadius),
                          item.state & QStyle::State_Sunken ? theme::accentSoft : theme::hover);
     painter.setPen(item.state & QStyle::State_Enabled ? theme::text : theme::disabledText);
-    painter.drawText(item.rect,
-                     Qt::AlignCenter | Qt::TextSingleLine | Qt::TextShowMnemonic | Qt::TextHideMnemonic,
-                     item.text);
+    painter.drawText(item.rect, textFlags() | Qt::AlignHCenter, item.text);
     painter.restore();
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/spawn.h"
 #include "shell/DocumentBar.h"
+#include "shell/addToMerge.h"
 #include "shell/currentFile.h"
 
 #include <QMenu>
@@ -33,6 +34,7 @@ Commands::Commands(AppModel& model, QMenuBar* bar) : QObject(bar), m_model(model
     fillFileMenu(bar->addMenu(tr("&File")));
     fillEditMenu(bar->addMenu(tr("&Edit")));
     fillPagesMenu(bar->addMenu(tr("&Pages")));
+    fillToolsMenu(bar->addMenu(tr("&Tools")));
     m_watches.keep([this] { watchFile(); }, m_model.destination, m_model.files);
     m_watches.keep([this] { refresh(); }, m_model.busy);
 }
@@ -82,6 +84,19 @@ void Commands::fillPagesMenu(QMenu* menu)
     m_onFile +=
         add(menu, tr("Insert Pages from Files…"), {}, [this] { spawn(chooseAndInsert(&m_model, m_file)); });
     m_extract = add(menu, tr("Extract All Pages…"), {}, [this] { spawn(m_model.extract(m_file)); });
+}
+
+void Commands::fillToolsMenu(QMenu* menu)
+{
+    const auto sheet = [this, menu](const QString& title, FileSheet::Kind kind) {
+        m_onFile += add(menu, title, {}, [this, kind] { m_model.sheet = FileSheet{kind, m_file->id}; });
+    };
+    sheet(tr("Compress"), FileSheet::Kind::Compress);
+    sheet(tr("Split"), FileSheet::Kind::Split);
+    sheet(tr("Password"), FileSheet::Kind::Password);
+    sheet(tr("Export Pages as Images…"), FileSheet::Kind::ExportImages);
+    menu->addSeparator();
+    m_onFile += add(menu, tr("Add to Merge"), {}, [this] { addToMerge(m_model, *m_file); });
 }
 
 int Commands::pageCount() const

@@ -12,7 +12,7 @@ class QMenuBar;
 
 namespace folvane {
 
-/// The commands on files and pages: the File, Edit and Pages menus with their shortcuts. Those on pages act on the
+/// The commands on files and pages: the File, Edit, Pages and Tools menus with their shortcuts. Those on pages act on the
 /// document that the window shows.
 class Commands : public QObject {
     Q_OBJECT
@@ -30,6 +30,7 @@ private:
     void fillFileMenu(QMenu* menu);
     void fillEditMenu(QMenu* menu);
     void fillPagesMenu(QMenu* menu);
+    void fillToolsMenu(QMenu* menu);
     void watchFile();
     void refresh();
     int pageCount() const;

@@ -106,7 +106,7 @@ QAction* WindowTest::menuEntry(const QString& title) const
 {
     for (const QAction* menu : window.menuBar()->actions()) {
         for (QAction* entry : menu->menu()->actions()) {
-            if (entry->text().section(QLatin1Char('\t'), 0, 0) == title)
+            if (entry->text().section(u'\t', 0, 0).remove(u'&') == title)
                 return entry;
         }
     }
