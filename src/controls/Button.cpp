@@ -57,6 +57,7 @@ Button::Button(Kind kind, const QString& text, QWidget* parent)
     setFont(interfaceFont(metrics(kind).fontSize, Weight::SemiBold));
     setIconSize(QSize(metrics(kind).icon, metrics(kind).icon));
     setAutoDefault(false);
+    setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard where it works
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     refreshMargin();

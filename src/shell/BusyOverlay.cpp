@@ -11,6 +11,8 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace folvane {
 
 namespace {
@@ -45,10 +47,8 @@ BusyOverlay::BusyOverlay(QWidget* window)
 void BusyOverlay::setState(const std::optional<BusyState>& state)
 {
     if (!state) {
+        giveKeyboardBack();
         hide();
-        if (m_focusBefore)
-            m_focusBefore->setFocus();
-        m_focusBefore = nullptr;
         return;
     }
     if (!isVisible())
@@ -58,7 +58,19 @@ void BusyOverlay::setState(const std::optional<BusyState>& state)
     setAccessibleName(state->title);
     setGeometry(parentWidget()->rect());
     raise();
-    m_cancel->setFocus();
+    setFocus();
+}
+
+// Before the overlay goes: what is hidden with the keyboard passes it on as the Tab key would.
+void BusyOverlay::giveKeyboardBack()
+{
+    QWidget* before = std::exchange(m_focusBefore, nullptr);
+    if (!isVisible())
+        return;
+    if (before && before->isVisible() && before->isEnabled())
+        before->setFocus();
+    else
+        emit keyboardFreed();
 }
 
 bool BusyOverlay::eventFilter(QObject* watched, QEvent* event)

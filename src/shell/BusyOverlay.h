@@ -13,7 +13,9 @@ namespace folvane {
 
 class Button;
 
-/// Covers the whole window while a job runs, and can cancel it.
+/// Covers the whole window while a job runs, and can cancel it: by Escape or by its button, to which the Tab key leads. It
+/// takes the keyboard, and gives it back to where it was; Return, which may still come from the question before, does
+/// nothing.
 class BusyOverlay : public QWidget {
     Q_OBJECT
 
@@ -24,6 +26,8 @@ public:
 
 signals:
     void cancelled();
+    /// The job has ended, and what had the keyboard before is not there any more.
+    void keyboardFreed();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -33,6 +37,8 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
+    void giveKeyboardBack();
+
     QWidget* m_panel;
     QLabel* m_title;
     Button* m_cancel;

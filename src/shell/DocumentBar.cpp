@@ -123,9 +123,11 @@ QWidget* DocumentBar::makeMoreButton()
 
 QWidget* DocumentBar::makeSaveButton()
 {
-    m_save = new Button(Button::Kind::Primary, tr("Save As…"), this);
-    connect(m_save, &Button::clicked, this, [this] { spawn(m_model.saveAs(m_file)); });
-    return m_save;
+    auto* save = new Button(Button::Kind::Primary, tr("Save As…"), this);
+    const QKeySequence key(Qt::CTRL | Qt::Key_S); // bound in the File menu
+    save->setToolTip(QStringLiteral("%1 (%2)").arg(save->text(), key.toString(QKeySequence::NativeText)));
+    connect(save, &Button::clicked, this, [this] { spawn(m_model.saveAs(m_file)); });
+    return save;
 }
 
 void DocumentBar::setFile(OpenFilePtr file)
@@ -133,8 +135,7 @@ void DocumentBar::setFile(OpenFilePtr file)
     m_watches.clear();
     m_file = std::move(file);
     if (m_file)
-        m_watches.keep([this] { refresh(); }, m_file->pages, m_file->selection, m_file->isEdited,
-                       m_model.busy);
+        m_watches.keep([this] { refresh(); }, m_file->pages, m_file->selection, m_file->isEdited);
 }
 
 void DocumentBar::refresh()
@@ -142,8 +143,10 @@ void DocumentBar::refresh()
     m_name->setText(m_file->name);
     m_status->setText(statusLine(*m_file));
     m_password->setSymbol(m_file->password ? Icon::Lock : Icon::LockOutline);
-    m_delete->setEnabled(!m_file->selection.value().isEmpty());
-    m_save->setEnabled(!m_model.busy.value());
+    const bool canDelete = !m_file->selection.value().isEmpty();
+    if (!canDelete && m_delete->hasFocus())
+        emit keyboardFreed(); // before Qt passes the keyboard on to the next button
+    m_delete->setEnabled(canDelete);
 }
 
 // Without this the titles of the tools would keep the bar from getting so narrow that they go.

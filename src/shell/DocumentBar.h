@@ -27,6 +27,10 @@ public:
 
     QSize minimumSizeHint() const override;
 
+signals:
+    /// The button that had the keyboard can't be pressed any more.
+    void keyboardFreed();
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
@@ -50,7 +54,6 @@ private:
     ToolButtons* m_tools;
     Button* m_password;
     QMenu* m_more;
-    Button* m_save;
 };
 
 /// The command that extracts the selected pages, or all when there is none.

@@ -51,6 +51,7 @@ DocumentView::DocumentView(AppModel& model, QWidget* parent)
     column->addWidget(m_grid, 1);
     column->addWidget(makeDivider(this));
     column->addWidget(m_footer);
+    connect(m_bar, &DocumentBar::keyboardFreed, this, &DocumentView::takeFocus);
     connect(m_grid, &PageGrid::pageMenuRequested, this, &DocumentView::showPageMenu);
 }
 

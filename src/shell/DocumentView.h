@@ -18,6 +18,7 @@ public:
 
     /// Without a file the view forgets what it kept between documents.
     void setFile(OpenFilePtr file);
+    const OpenFilePtr& file() const { return m_file; }
     /// Gives the keyboard to the pages. (A focus proxy would hide the buttons of the bar from it.)
     void takeFocus();
     PageGrid& grid() const { return *m_grid; }

@@ -44,7 +44,7 @@ FileRow::FileRow(AppModel& model, OpenFilePtr file, QWidget* parent)
     m_close->setIconSize(QSize(14, 14));
     m_close->setFixedSize(closeSide, closeSide);
     m_close->setAutoRaise(true);
-    m_close->setFocusPolicy(Qt::TabFocus);
+    m_close->setFocusPolicy(Qt::NoFocus); // the menu of the row closes by keyboard
     m_close->setToolTip(tr("Close"));
     m_close->setAccessibleName(tr("Close “%1”").arg(m_file->name));
     connect(m_close, &QToolButton::clicked, this, [this] { m_model.requestClose(m_file); });
@@ -57,11 +57,6 @@ void FileRow::refresh()
     const QString edited = m_file->isEdited ? QStringLiteral(", ") + tr("Not saved") : QString();
     setAccessibleName(tr("%1, %2 pages").arg(m_file->name, pageCount()) + edited);
     update();
-}
-
-QWidget* FileRow::lastInTabOrder() const
-{
-    return m_close;
 }
 
 QString FileRow::pageCount() const
@@ -93,7 +88,7 @@ void FileRow::drawAtRight(QPainter& painter) const
         painter.drawEllipse(dotBox());
     }
     painter.setFont(countFont());
-    painter.setPen(theme::secondaryText);
+    painter.setPen(isCurrent() ? theme::secondaryTextOnAccentSoft : theme::secondaryText);
     QRect digit(dotBox().right() + 1 + gap, 0, digitWidth(), height());
     for (const QChar shown : pageCount()) {
         painter.drawText(digit, Qt::AlignHCenter | Qt::AlignVCenter, shown);
@@ -116,21 +111,12 @@ bool FileRow::event(QEvent* event)
     return true;
 }
 
-void FileRow::keyPressEvent(QKeyEvent* event)
-{
-    if (event->matches(QKeySequence::Delete))
-        m_model.requestClose(m_file);
-    else
-        SidebarRow::keyPressEvent(event);
-}
-
 void FileRow::contextMenuEvent(QContextMenuEvent* event)
 {
     const OpenFilePtr file = m_file;
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(tr("Save As…"), &m_model, [this, file] { spawn(m_model.saveAs(file)); })
-        ->setEnabled(!m_model.busy.value());
+    menu->addAction(tr("Save As…"), &m_model, [this, file] { spawn(m_model.saveAs(file)); });
     menu->addAction(tr("Add to Merge"), &m_model, [this, file] { addToMerge(m_model, *file); });
     menu->addSeparator();
     menu->addAction(tr("Close"), &m_model, [this, file] { m_model.requestClose(file); });

@@ -17,12 +17,10 @@ public:
     FileRow(AppModel& model, OpenFilePtr file, QWidget* parent = nullptr);
 
     const OpenFilePtr& file() const { return m_file; }
-    QWidget* lastInTabOrder() const;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;
     int roomAtRight() const override;
     void drawAtRight(QPainter& painter) const override;

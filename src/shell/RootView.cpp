@@ -3,6 +3,7 @@
 #include "config.h"
 #include "controls/Veil.h"
 #include "controls/droppedFiles.h"
+#include "platform/Preferences.h"
 #include "platform/Workspace.h"
 #include "platform/spawn.h"
 #include "shell/Alerts.h"
@@ -32,10 +33,14 @@
 
 namespace folvane {
 
+namespace {
+
+const QString geometryKey = QStringLiteral("window.geometry");
+
+} // namespace
+
 RootView::RootView(AppModel& model) : m_model(model)
 {
-    setMinimumSize(1000, 660);
-    resize(1180, 780);
     setAcceptDrops(true);
     m_commands = new Commands(model, menuBar());
     m_windowCommands = new WindowCommands(model, this, menuBar());
@@ -50,7 +55,11 @@ RootView::RootView(AppModel& model) : m_model(model)
     split->addWidget(makeMainArea());
     split->setStretchFactor(1, 1);
     split->setSizes({240, 940});
+    split->setMinimumSize(1000, 660);
     setCentralWidget(split);
+    resize(1180, 780);
+    restoreGeometry(m_model.services().preferences.value(geometryKey).toByteArray());
+    setWindowState(windowState() & ~Qt::WindowFullScreen); // that was for then
     m_busy = new BusyOverlay(this);
     new Veil(this);
     m_sheets = new FileSheets(model, this);
@@ -61,12 +70,15 @@ RootView::RootView(AppModel& model) : m_model(model)
         if (std::optional<BusyState> busy = m_model.busy.value())
             busy->task.request_stop();
     });
+    connect(m_busy, &BusyOverlay::keyboardFreed, this, &RootView::takeFocus);
+    connect(m_sidebar, &SidebarView::chosen, this, &RootView::takeFocus);
     connect(m_toast, &ToastView::revealRequested, this,
             [this](const QUrl& file) { spawn(m_model.services().workspace.reveal(file)); });
     m_watches.keep([this] { showDestination(); }, m_model.destination, m_model.files);
     takeFocus();
-    m_watches.keep([this] { m_toast->setToast(m_model.toast.value()); }, m_model.toast);
+    m_watches.keep([this] { showToast(); }, m_model.toast);
     m_watches.keep([this] { m_busy->setState(m_model.busy.value()); }, m_model.busy);
+    m_watches.keep([this] { followClosed(); }, m_model.errorMessage, m_model.busy);
 }
 
 void RootView::connectCommands()
@@ -82,6 +94,7 @@ void RootView::connectCommands()
 RootView::~RootView()
 {
     m_watches.clear();
+    m_model.services().preferences.setValue(geometryKey, saveGeometry());
     delete m_sheets;
     delete m_alerts;
     for (QDialog* dialog : findChildren<QDialog*>(Qt::FindDirectChildrenOnly))
@@ -119,7 +132,7 @@ void RootView::showDestination()
 {
     const OpenFilePtr file = currentFile(m_model);
     QWidget* view = viewOf(file);
-    const bool changes = m_pages->currentWidget() != view;
+    const bool changes = m_pages->currentWidget() != view || m_document->file() != file;
     m_document->setFile(file);
     m_pages->setCurrentWidget(view);
     m_toast->standOn(view == m_document ? m_document->footer()
@@ -128,6 +141,15 @@ void RootView::showDestination()
     if (changes)
         takeFocus();
     setWindowTitle(file ? file->name : config::appName.toString());
+}
+
+// A toast that goes takes nobody's keyboard with it.
+void RootView::showToast()
+{
+    const std::optional<Toast> toast = m_model.toast.value();
+    if (!toast && focusWidget() && m_toast->isAncestorOf(focusWidget()))
+        takeFocus();
+    m_toast->setToast(toast);
 }
 
 void RootView::takeFocus()
@@ -172,17 +194,46 @@ QWidget& RootView::bringToFront(const QString& activationToken)
     return front;
 }
 
+void RootView::showEvent(QShowEvent* event)
+{
+    m_isClosed = false;
+    QMainWindow::showEvent(event);
+}
+
+void RootView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::WindowStateChange && !isMinimized())
+        m_isClosed = false;
+    QMainWindow::changeEvent(event);
+}
+
 // With changes or a job that would be lost the program stays running without a question, and starting it again brings the window
 // back. Where nothing could bring it back, it steps aside into the task bar instead.
 void RootView::closeEvent(QCloseEvent* event)
 {
-    if (m_model.quitsWithLastWindow() && !m_model.busy.value()) {
+    if (mayEnd()) {
         event->accept();
         QCoreApplication::exit();
         return;
     }
     event->ignore();
     m_canComeBack ? hide() : showMinimized();
+    m_isClosed = true;
+}
+
+bool RootView::mayEnd() const
+{
+    return m_model.quitsWithLastWindow() && !m_model.busy.value();
+}
+
+void RootView::followClosed()
+{
+    if (!m_isClosed)
+        return;
+    if (m_model.errorMessage.value())
+        bringToFront({});
+    else if (mayEnd())
+        QCoreApplication::exit();
 }
 
 void RootView::dragEnterEvent(QDragEnterEvent* event)

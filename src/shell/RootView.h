@@ -22,7 +22,11 @@ class ToastView;
 class WindowCommands;
 
 /// The one window: the sidebar beside the main area, and over them the toast, the overlay of a running job, alerts and
-/// prompts. All of it shows fields of the model, so that any part of the program brings them up by setting a field.
+/// prompts. All of it shows fields of the model, so that any part of the program brings them up by setting a field. Its
+/// size and place are kept in the preferences.
+///
+/// Closed with changes or during a job it only steps aside: it comes back with the next message to the user, and when
+/// nothing would be lost any more, the program ends.
 class RootView : public QMainWindow {
     Q_OBJECT
 
@@ -42,6 +46,8 @@ public:
     QWidget& bringToFront(const QString& activationToken);
 
 protected:
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -51,7 +57,11 @@ private:
     void connectCommands();
     QWidget* viewOf(const OpenFilePtr& file) const;
     void showDestination();
+    void showToast();
     void takeFocus();
+    /// Nothing would be lost.
+    bool mayEnd() const;
+    void followClosed();
     void setSidebarShown(bool shown);
 
     AppModel& m_model;
@@ -67,6 +77,7 @@ private:
     FileSheets* m_sheets;
     Alerts* m_alerts;
     bool m_canComeBack = false;
+    bool m_isClosed = false; ///< the program goes on without it
     Watches m_watches;
 };
 

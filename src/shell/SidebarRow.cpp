@@ -6,17 +6,15 @@
 #include <QKeyEvent>
 #include <QPainter>
 
-#include <algorithm>
-
 namespace folvane {
 
 SidebarRow::SidebarRow(Icon icon, const QString& title, QWidget* parent)
-    : QAbstractButton(parent), m_icon(icon), m_titleColor(theme::text)
+    : QAbstractButton(parent), m_icon(icon), m_iconColor(theme::accent), m_titleColor(theme::text)
 {
     setText(title);
     setShortcut({}); // an & in the name of a file is no key
     setFixedHeight(32);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
 }
 
@@ -29,8 +27,9 @@ void SidebarRow::setCurrent(bool current)
     update();
 }
 
-void SidebarRow::setTitleColor(const QColor& color)
+void SidebarRow::setColor(const QColor& color)
 {
+    m_iconColor = color;
     m_titleColor = color;
     update();
 }
@@ -40,10 +39,10 @@ void SidebarRow::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF frame = QRectF(rect()).adjusted(1, 1, -1, -1);
-    painter.setPen(showsFocus(*this) ? QPen(theme::accent, 1.5) : QPen(Qt::NoPen));
+    painter.setPen(showsFocus(*this) ? QPen(theme::focus, 1.5) : QPen(Qt::NoPen));
     painter.setBrush(m_current ? theme::accentSoft : underMouse() ? theme::hover : QColor(Qt::transparent));
     painter.drawRoundedRect(frame, 8, 8);
-    drawIcon(painter, m_icon, QRectF(10, (height() - 18) / 2.0, 18, 18), theme::accent);
+    drawIcon(painter, m_icon, QRectF(10, (height() - 18) / 2.0, 18, 18), m_iconColor);
 
     const QRect room = rect().adjusted(38, 0, -roomAtRight(), 0);
     const QFont font = interfaceFont(13, m_current ? Weight::SemiBold : Weight::Regular);
@@ -54,24 +53,13 @@ void SidebarRow::paintEvent(QPaintEvent*)
     drawAtRight(painter);
 }
 
+// Arrow keys would lead to any other button near it.
 void SidebarRow::keyPressEvent(QKeyEvent* event)
 {
-    switch (event->key()) {
-    case Qt::Key_Up: focusRow(-1); return;
-    case Qt::Key_Down: focusRow(1); return;
-    case Qt::Key_Return:
-    case Qt::Key_Enter: click(); return;
-    default: QAbstractButton::keyPressEvent(event);
-    }
-}
-
-void SidebarRow::focusRow(qsizetype step)
-{
-    QList<SidebarRow*> rows = parentWidget()->findChildren<SidebarRow*>(Qt::FindDirectChildrenOnly);
-    std::ranges::sort(rows, {}, &QWidget::y);
-    const qsizetype row = rows.indexOf(this) + step;
-    if (row >= 0 && row < rows.size())
-        rows[row]->setFocus(Qt::TabFocusReason);
+    if (event->key() == Qt::Key_Space)
+        QAbstractButton::keyPressEvent(event);
+    else
+        event->ignore();
 }
 
 } // namespace folvane

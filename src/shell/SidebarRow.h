@@ -14,7 +14,9 @@ public:
     SidebarRow(Icon icon, const QString& title, QWidget* parent = nullptr);
 
     void setCurrent(bool current);
-    void setTitleColor(const QColor& color);
+    /// Of title and icon; a place has black on accent.
+    void setColor(const QColor& color);
+    bool isCurrent() const { return m_current; }
     QSize sizeHint() const override { return {200, 32}; }
 
 protected:
@@ -23,12 +25,10 @@ protected:
     /// What the title must leave free at the right.
     virtual int roomAtRight() const { return 8; }
     virtual void drawAtRight(QPainter&) const {}
-    bool isCurrent() const { return m_current; }
 
 private:
-    void focusRow(qsizetype step);
-
     Icon m_icon;
+    QColor m_iconColor;
     QColor m_titleColor;
     bool m_current = false;
 };

@@ -6,14 +6,12 @@
 #include "controls/Theme.h"
 #include "controls/appearance.h"
 #include "platform/spawn.h"
-#include "shell/FileRow.h"
+#include "shell/FileList.h"
+#include "shell/SidebarRow.h"
 #include "shell/currentFile.h"
 
 #include <QHBoxLayout>
-#include <QScrollArea>
 #include <QVBoxLayout>
-
-#include <algorithm>
 
 namespace folvane {
 
@@ -50,77 +48,52 @@ SidebarView::SidebarView(AppModel& model, QWidget* parent) : QWidget(parent), m_
     colors.setColor(QPalette::Window, theme::chrome);
     setPalette(colors);
     setAutoFillBackground(true);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(makeList(), 1);
+    column->addLayout(makeBrand(this));
+
+    connect(m_home, &SidebarRow::clicked, this, [this] { go(Destination()); });
+    connect(m_open, &SidebarRow::clicked, this, [this] { spawn(m_model.chooseAndOpen()); });
+    connect(m_merge, &SidebarRow::clicked, this, [this] { go(Destination(Destination::Place::Merge)); });
+    connect(m_files, &FileList::chosen, this, &SidebarView::chosen);
+    m_watches.keep([this] { markCurrent(); }, m_model.files, m_model.destination);
+}
+
+QWidget* SidebarView::makeList()
+{
     auto* list = new QWidget(this);
     m_home = new SidebarRow(Icon::Home, tr("Home"), list);
+    m_files = new FileList(m_model, list);
+    m_files->setTabPredecessor(m_home);
     m_open = new SidebarRow(Icon::Add, tr("Open…"), list);
-    m_open->setTitleColor(theme::accentDeep);
+    m_open->setColor(theme::accentDeep);
     m_merge = new SidebarRow(Icon::Layers, tr("Merge PDFs"), list);
-    m_rows = new QVBoxLayout;
-    m_rows->setSpacing(2);
-
     auto* column = new QVBoxLayout(list);
     column->setContentsMargins(10, 12, 10, 12);
     column->setSpacing(2);
     column->addWidget(m_home);
     column->addWidget(makeHeader(tr("Files"), list));
-    column->addLayout(m_rows);
+    column->addWidget(m_files);
     column->addWidget(m_open);
     column->addWidget(makeHeader(tr("Tools"), list));
     column->addWidget(m_merge);
     column->addStretch();
-
-    auto* scroll = new QScrollArea(this);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(list);
-    auto* outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
-    outer->setSpacing(0);
-    outer->addWidget(scroll);
-    outer->addLayout(makeBrand(this));
-
-    connect(m_home, &SidebarRow::clicked, this, [this] { m_model.destination = Destination(); });
-    connect(m_open, &SidebarRow::clicked, this, [this] { spawn(m_model.chooseAndOpen()); });
-    connect(m_merge, &SidebarRow::clicked, this,
-            [this] { m_model.destination = Destination(Destination::Place::Merge); });
-    m_watches.keep([this] { showFiles(); }, m_model.files);
-    m_watches.keep([this] { markCurrent(); }, m_model.files, m_model.destination);
+    return list;
 }
 
-void SidebarView::showFiles()
+void SidebarView::go(const Destination& destination)
 {
-    const QList<OpenFilePtr> files = m_model.files.value();
-    m_files.removeIf([&files](FileRow* row) {
-        if (files.contains(row->file()))
-            return false;
-        row->hide();
-        row->deleteLater(); // it may be what asked for the closing
-        return true;
-    });
-    for (const OpenFilePtr& file : files) {
-        if (std::ranges::any_of(m_files, [&file](FileRow* row) { return row->file() == file; }))
-            continue;
-        m_files.append(new FileRow(m_model, file));
-        m_rows->addWidget(m_files.last());
-    }
-    setTabOrder(m_home, m_files.isEmpty() ? m_open : m_files.first());
-    for (qsizetype i = 0; i < m_files.size(); ++i) {
-        setTabOrder(m_files[i], m_files[i]->lastInTabOrder());
-        setTabOrder(m_files[i]->lastInTabOrder(), i + 1 < m_files.size() ? m_files[i + 1] : m_open);
-    }
-    setTabOrder(m_open, m_merge);
+    m_model.destination = destination;
+    emit chosen();
 }
 
 void SidebarView::markCurrent()
 {
-    const OpenFilePtr shown = currentFile(m_model);
     const bool merges = m_model.destination.value() == Destination(Destination::Place::Merge);
-    m_home->setCurrent(!shown && !merges);
+    m_home->setCurrent(!currentFile(m_model) && !merges);
     m_merge->setCurrent(merges);
-    for (FileRow* row : m_files)
-        row->setCurrent(row->file() == shown);
 }
 
 } // namespace folvane

@@ -6,11 +6,9 @@
 
 #include <QWidget>
 
-class QVBoxLayout;
-
 namespace folvane {
 
-class FileRow;
+class FileList;
 class SidebarRow;
 
 /// The list of places and open documents beside the main area.
@@ -20,16 +18,20 @@ class SidebarView : public QWidget {
 public:
     explicit SidebarView(AppModel& model, QWidget* parent = nullptr);
 
+signals:
+    /// A row has been pressed, and what it leads to is shown.
+    void chosen();
+
 private:
-    void showFiles();
+    QWidget* makeList();
+    void go(const Destination& destination);
     void markCurrent();
 
     AppModel& m_model;
     SidebarRow* m_home;
+    FileList* m_files;
     SidebarRow* m_open;
     SidebarRow* m_merge;
-    QVBoxLayout* m_rows;
-    QList<FileRow*> m_files;
     Watches m_watches;
 };
 

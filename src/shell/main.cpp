@@ -10,6 +10,7 @@
 #include "platform/pictures.h"
 #include "platform/sessionBus.h"
 #include "platform/spawn.h"
+#include "shell/ClosedWindowNotice.h"
 #include "shell/CommandLine.h"
 #include "shell/QtPanels.h"
 #include "shell/RootView.h"
@@ -19,7 +20,6 @@
 
 #include <cstdio>
 #include <optional>
-#include <utility>
 
 namespace {
 
@@ -35,9 +35,11 @@ void nameApplication()
 
 /// The program's parts, in the order in which they need each other.
 struct Program {
-    explicit Program(std::optional<QDBusConnection> bus) : workspace(std::move(bus))
+    explicit Program(const std::optional<QDBusConnection>& bus) : workspace(bus)
     {
         panels.setWindow(&window);
+        if (bus)
+            notice.emplace(model, window, *bus);
     }
 
     PDFEngine engine;
@@ -47,6 +49,7 @@ struct Program {
     SystemClock clock;
     AppModel model{Services{engine, panels, preferences, workspace, clock}};
     RootView window{model};
+    std::optional<ClosedWindowNotice> notice;
 };
 
 /// Runs the window, unless another one runs in this session: that one then gets the files.

@@ -1,0 +1,136 @@
+#include "FakeNotifications.h"
+#include "WindowTest.h"
+
+#include "controls/Alert.h"
+#include "shell/ClosedWindowNotice.h"
+#include "support/PrivateBus.h"
+
+#include <QSignalSpy>
+#include <QTimer>
+
+namespace folvane {
+namespace {
+
+class Notices : public WindowTest {
+protected:
+    void SetUp() override
+    {
+        WindowTest::SetUp();
+        window.setCanComeBack(true);
+    }
+    void provide()
+    {
+        ASSERT_TRUE(desktop.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &notifications,
+                                           QDBusConnection::ExportAllContents));
+        ASSERT_TRUE(desktop.registerService(QStringLiteral("org.freedesktop.Notifications")));
+    }
+    static constexpr auto unsaved = u"Changes in %1 aren't saved. Use Save As… to keep them.";
+
+    PrivateBus bus;
+    QDBusConnection desktop = bus.connection();
+    FakeNotifications notifications;
+    ClosedWindowNotice notice{model, window, bus.connection()};
+};
+
+TEST_F(Notices, SayWhatStaysOpenAndBringTheWindowBack)
+{
+    provide();
+    openPages(1, QStringLiteral("R&D"))->isEdited = true;
+    const QString text = QStringView(unsaved).toString().arg(QStringLiteral("R&D"));
+    for (const bool markup : {false, true}) {
+        notifications.capabilities = markup ? QStringList{QStringLiteral("body-markup")} : QStringList();
+        window.close();
+        ASSERT_TRUE(waitFor([this] { return !notifications.shown.isEmpty(); }));
+        EXPECT_EQ(notifications.shown, markup ? text.toHtmlEscaped() : text);
+        notifications.click();
+        ASSERT_TRUE(waitFor([this] { return window.isVisible(); }));
+        EXPECT_TRUE(waitFor([this] { return notifications.shown.isEmpty(); })) << "it goes with its reason";
+    }
+}
+
+TEST_F(Notices, GoAlsoWhenTheWindowComesBackBeforeTheyAreUp)
+{
+    provide();
+    openPages(1)->isEdited = true;
+    const uint before = notifications.id;
+    window.close();
+    window.bringToFront({});
+    window.close();
+    window.bringToFront({});
+    window.close();
+    ASSERT_TRUE(waitFor([this] { return !notifications.shown.isEmpty(); }));
+    window.bringToFront({});
+    EXPECT_TRUE(waitFor([this] { return notifications.shown.isEmpty(); }));
+    EXPECT_EQ(notifications.id, before + 1) << "what was overtaken never came up";
+}
+
+TEST_F(Notices, AreNotMissedWhereNobodyShowsThem)
+{
+    openPages(1)->isEdited = true;
+    window.close();
+    QTest::qWait(50);
+    window.bringToFront({});
+    EXPECT_TRUE(window.isVisible());
+}
+
+enum class Outcome { Saved, Failed, FailedWithChanges, SavedWithChanges };
+
+class ClosedDuringAJob : public WindowTest, public testing::WithParamInterface<std::tuple<bool, Outcome>> {};
+
+TEST_P(ClosedDuringAJob, TheProgramEndsWithItUnlessThereIsMoreToTell)
+{
+    const auto [canComeBack, outcome] = GetParam();
+    const bool fails = outcome == Outcome::Failed || outcome == Outcome::FailedWithChanges;
+    const bool changes = outcome == Outcome::FailedWithChanges || outcome == Outcome::SavedWithChanges;
+    window.setCanComeBack(canComeBack);
+    openPages(1)->isEdited = changes;
+    model.busy = BusyState{QStringLiteral("Splitting…"), {}};
+    EXPECT_FALSE(window.close());
+    QTimer::singleShot(0, &window, [this, fails = fails] {
+        if (fails)
+            model.errorMessage = QStringLiteral("The disk is full.");
+        model.busy = std::nullopt;
+        QTimer::singleShot(0, &window, [] { QCoreApplication::exit(1); });
+    });
+    const bool ends = !fails && !changes;
+    EXPECT_EQ(QCoreApplication::exec(), ends ? 0 : 1);
+    EXPECT_EQ(window.isVisible() && !window.isMinimized(), fails);
+    EXPECT_EQ(shown<Alert>() != nullptr, fails);
+    model.errorMessage = std::nullopt;
+}
+
+INSTANTIATE_TEST_SUITE_P(Outcomes, ClosedDuringAJob,
+                         testing::Combine(testing::Bool(), testing::Values(Outcome::Saved, Outcome::Failed,
+                                                                           Outcome::FailedWithChanges,
+                                                                           Outcome::SavedWithChanges)));
+
+using Place = WindowTest;
+
+TEST_F(Place, IsKeptForTheNextWindow)
+{
+    const QRect screen = window.screen()->availableGeometry();
+    struct Row {
+        const char* name;
+        QRect geometry;
+        bool comesBack;
+    };
+    const QSize smallest = window.minimumSize();
+    for (const Row& row : {Row{"inside", {screen.topLeft() + QPoint(20, 30), smallest}, true},
+                           Row{"far away", {QPoint(90'000, 90'000), smallest}, false}}) {
+        {
+            RootView first(model);
+            first.setGeometry(row.geometry);
+        }
+        RootView second(model);
+        EXPECT_EQ(second.geometry() == row.geometry, row.comesBack) << row.name;
+        EXPECT_TRUE(screen.intersects(second.geometry())) << row.name;
+    }
+    {
+        RootView first(model);
+        first.showMaximized();
+    }
+    EXPECT_TRUE(RootView(model).isMaximized());
+}
+
+} // namespace
+} // namespace folvane
