@@ -47,11 +47,11 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         switch (event->type()) {
-        case QEvent::KeyPress:
-        case QEvent::KeyRelease:
         case QEvent::ShortcutOverride:
+        case QEvent::KeyPress: setAlt(isWithAlt(static_cast<QKeyEvent&>(*event))); break;
+        case QEvent::KeyRelease:
             if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt)
-                setAlt(event->type() != QEvent::KeyRelease);
+                setAlt(false);
             break;
         case QEvent::Show:
             if (auto* menu = qobject_cast<QMenu*>(watched))
@@ -71,8 +71,15 @@ public:
     static inline bool s_shown = false;
 
 private:
+    static bool isWithAlt(const QKeyEvent& key)
+    {
+        return key.key() == Qt::Key_Alt || key.modifiers() & Qt::AltModifier;
+    }
+
     void setAlt(bool held)
     {
+        if (held == m_alt)
+            return;
         m_alt = held;
         if (held)
             show(true);

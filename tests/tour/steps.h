@@ -21,6 +21,7 @@ void showProtecting(Tour& tour);
 void showExporting(Tour& tour);
 void showAlerts(Tour& tour);
 void showLongNames(Tour& tour);
+void showFileList(Tour& tour);
 void showSizes(Tour& tour);
 void showGivenFiles(Tour& tour);
 
@@ -40,6 +41,7 @@ inline constexpr std::array tourSteps{
     TourStep{"exporting", showExporting},
     TourStep{"alerts", showAlerts},
     TourStep{"long names", showLongNames},
+    TourStep{"file list", showFileList},
     TourStep{"sizes", showSizes},
     TourStep{"given files", showGivenFiles},
 };

@@ -25,12 +25,21 @@ void showMenuBar(Tour& tour)
     }
 }
 
+void showMnemonics(Tour& tour)
+{
+    tour.hand().key(Qt::Key_P, Qt::AltModifier);
+    Tour::check(QApplication::activePopupWidget(), QStringLiteral("Alt and a letter open a menu"));
+    tour.picture(QStringLiteral("menu-pages-by-keyboard"));
+    closeMenu(tour);
+}
+
 } // namespace
 
 void showMenus(Tour& tour)
 {
     const OpenFilePtr file = tour.open({tour.sample(QStringLiteral("Annual report.pdf"), 12)});
     showMenuBar(tour);
+    showMnemonics(tour);
     tour.press(QStringLiteral("More"));
     tour.picture(QStringLiteral("menu-more"));
     closeMenu(tour);
