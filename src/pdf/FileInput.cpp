@@ -41,9 +41,10 @@ qpdf_offset_t FileInput::findAndSkipNextEOL()
 void FileInput::seek(qpdf_offset_t offset, int whence)
 {
     const qpdf_offset_t base = whence == SEEK_SET ? 0 : whence == SEEK_CUR ? m_position : m_file->size();
-    if (base + offset < 0)
-        throw std::runtime_error("seek before the beginning");
-    m_position = base + offset;
+    qpdf_offset_t position = 0;
+    if (__builtin_add_overflow(base, offset, &position) || position < 0)
+        throw std::runtime_error("seek to nowhere");
+    m_position = position;
 }
 
 size_t FileInput::read(char* buffer, size_t length)
