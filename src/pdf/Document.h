@@ -23,8 +23,9 @@ public:
     explicit Document(std::unique_ptr<DocumentData> data);
     ~Document();
 
-    /// Opens a file, repairing what is damaged. Never throws.
-    static Opening open(std::shared_ptr<const SourceFile> file, const std::optional<QString>& password);
+    /// Opens a file, repairing what is damaged. Never throws: one whose opening is stopped is unreadable.
+    static Opening open(std::shared_ptr<const SourceFile> file, const std::optional<QString>& password,
+                        std::stop_token stop = {});
 
     /// A PDF in memory that needs no password; null when it cannot be read.
     static std::unique_ptr<Document> fromBytes(const QByteArray& bytes);

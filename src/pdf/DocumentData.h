@@ -21,7 +21,8 @@ struct DocumentData {
     QByteArray bytes;                       ///< what `qpdf` reads when it does not read the file itself
     std::shared_ptr<QPDF> qpdf;
     std::vector<QPDFObjectHandle> pages;
-    ObjGenMap<int> pageNumbers;   ///< zero-based, by page object
+    ObjGenMap<int> pageNumbers;        ///< zero-based, by page object
+    bool attachmentsAreLocked = false; ///< the one thing for which the password is missing
     bool readsFileAsItIs = false; ///< not encrypted, repaired or made: other readers see the same in the file
 
     std::unique_ptr<PageRasteriser> rasteriser;       ///< made at the first drawing

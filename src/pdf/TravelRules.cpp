@@ -84,6 +84,8 @@ void TravelRules::rewriteDictionary(Entries& entries) const
         else
             destination->second = rewrittenDestination(destination->second);
     }
+    if (m_source.attachmentsAreLocked)
+        entries.erase("/EF"); // nobody could read it without the encryption
     const auto target = entries.find("/D");
     if (target != entries.end() && find(entries, "/S").isNameAndEquals("/GoTo")) {
         target->second = rewrittenDestination(target->second);

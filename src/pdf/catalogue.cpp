@@ -3,6 +3,7 @@
 #include "pdf/DocumentData.h"
 
 #include <set>
+#include <string_view>
 
 namespace folvane::pdf {
 
@@ -13,6 +14,11 @@ std::string textOf(QPDFObjectHandle value)
     if (value.isString())
         return value.getUTF8Value();
     return value.isName() ? value.getName() : std::string();
+}
+
+bool belongsToAttachments(std::string_view key)
+{
+    return key == "/AF" || key == "/Collection";
 }
 
 void copyAttachments(QPDF& target, SourcePart& part)
@@ -55,13 +61,17 @@ void copyOutputIntents(QPDF& target, std::list<SourcePart>& parts)
 void copyWholeDocument(QPDF& target, SourcePart& part)
 {
     QPDFObjectHandle source = part.source().catalogue();
+    const bool hasAttachments = !part.source().attachmentsAreLocked;
     for (const char* key : {"/StructTreeRoot", "/MarkInfo", "/Lang", "/AF", "/Collection",
                             "/ViewerPreferences", "/PageLayout", "/PageMode"}) {
+        if (!hasAttachments && belongsToAttachments(key))
+            continue;
         QPDFObjectHandle copied = part.copier().copy(source.getKey(key));
         if (!copied.isNull())
             target.getRoot().replaceKey(key, copied);
     }
-    copyAttachments(target, part);
+    if (hasAttachments)
+        copyAttachments(target, part);
     part.copier().drain();
 }
 

@@ -1,8 +1,10 @@
 #include "pdf/Document.h"
 
 #include "pdf/DocumentData.h"
-#include "pdf/FileInput.h"
+#include "pdf/OpeningInput.h"
 #include "pdf/Salvage.h"
+#include "pdf/boundedDecoding.h"
+#include "pdf/openingBounds.h"
 #include "pdf/passwords.h"
 
 #include <functional>
@@ -19,22 +21,48 @@ using Reader = std::function<void(QPDF&, const char* password)>;
 struct Attempt {
     Opening::Outcome outcome = Opening::Outcome::Unreadable;
     std::unique_ptr<DocumentData> data;
+    bool locksAttachmentsOnly = false;
 };
+
+/// Streams and strings stand there as without encryption (ISO 32000-2, 7.6.6).
+bool locksAttachmentsOnly(QPDF& qpdf)
+{
+    QPDFObjectHandle encryption = qpdf.getTrailer().getKey("/Encrypt");
+    if (!encryption.isDictionary())
+        return false;
+    QPDFObjectHandle version = encryption.getKey("/V");
+    return version.isInteger() && version.getIntValue() >= 4
+           && encryption.getKey("/StmF").isNameAndEquals("/Identity")
+           && encryption.getKey("/StrF").isNameAndEquals("/Identity");
+}
 
 Attempt attempt(const Reader& read, const std::string& password)
 {
+    const std::shared_ptr<QPDF> qpdf = QPDF::create();
     try {
-        const std::shared_ptr<QPDF> qpdf = QPDF::create();
         qpdf->setSuppressWarnings(true);
         read(*qpdf, password.c_str());
         return {Opening::Outcome::Opened, documentData(qpdf)};
     } catch (const QPDFExc& error) {
         if (error.getErrorCode() == qpdf_e_password)
-            return {Opening::Outcome::Locked, nullptr};
+            return {Opening::Outcome::Locked, nullptr, locksAttachmentsOnly(*qpdf)};
     } catch (const std::exception&) {
         // Damage shows in many types, some of them not the library's own.
     }
     return {};
+}
+
+/// With any key: nothing that is read needs the right one.
+Attempt attemptWithoutAttachments(const Reader& read)
+{
+    const Reader readWithKey = [&read](QPDF& qpdf, const char* key) {
+        qpdf.setPasswordIsHexKey(true);
+        read(qpdf, key);
+    };
+    Attempt result = attempt(readWithKey, std::string(64, '0'));
+    if (result.data)
+        result.data->attachmentsAreLocked = true;
+    return result;
 }
 
 /// An object of qpdf's that met a wrong password is spent, so each password gets a fresh one.
@@ -44,9 +72,9 @@ Attempt attemptAll(const Reader& read, const std::vector<std::string>& passwords
     for (const std::string& password : passwords) {
         last = attempt(read, password);
         if (last.outcome != Opening::Outcome::Locked)
-            break;
+            return last;
     }
-    return last;
+    return last.locksAttachmentsOnly ? attemptWithoutAttachments(read) : std::move(last);
 }
 
 bool hasPages(const Attempt& attempt)
@@ -72,23 +100,38 @@ Attempt attemptSalvaged(const SourceFile& file, const std::vector<std::string>& 
     return bytes ? attemptBytes(*bytes, passwords) : Attempt();
 }
 
-} // namespace
-
-Opening Document::open(std::shared_ptr<const SourceFile> file, const std::optional<QString>& password)
+Attempt attemptFile(const std::shared_ptr<const SourceFile>& file, const std::vector<std::string>& passwords,
+                    const std::stop_token& stop)
 {
-    std::vector<std::string> passwords{std::string()};
-    if (password)
-        passwords = passwordsForOpening(*password);
-
     Attempt result = attemptAll(
-        [&](QPDF& qpdf, const char* candidate) {
-            qpdf.processInputSource(std::make_shared<FileInput>(file), candidate);
+        [&](QPDF& qpdf, const char* password) {
+            const auto input = std::make_shared<OpeningInput>(file, stop);
+            qpdf.processInputSource(input, password);
+            input->endOpening();
         },
         passwords);
     if (result.data)
         result.data->readsFileAsItIs = !result.data->qpdf->isEncrypted() && !result.data->qpdf->anyWarnings();
+    return result;
+}
 
-    if (result.outcome != Opening::Outcome::Locked && !hasPages(result)) {
+} // namespace
+
+Opening Document::open(std::shared_ptr<const SourceFile> file, const std::optional<QString>& password,
+                       std::stop_token stop)
+{
+    boundDecoding();
+    std::vector<std::string> passwords{std::string()};
+    if (password)
+        passwords = passwordsForOpening(*password);
+    if (!canHoldPdf(*file))
+        return {};
+
+    Attempt result;
+    if (hasPlausibleReferences(*file))
+        result = attemptFile(file, passwords, stop);
+    const bool isLost = result.outcome != Opening::Outcome::Locked && !hasPages(result);
+    if (isLost && !stop.stop_requested()) {
         Attempt rescued = attemptSalvaged(*file, passwords);
         if (rescued.outcome == Opening::Outcome::Locked || hasPages(rescued))
             result = std::move(rescued);
@@ -101,6 +144,7 @@ Opening Document::open(std::shared_ptr<const SourceFile> file, const std::option
 
 std::unique_ptr<Document> Document::fromBytes(const QByteArray& bytes)
 {
+    boundDecoding();
     Attempt result = attemptBytes(bytes, {std::string()});
     return hasPages(result) ? std::make_unique<Document>(std::move(result.data)) : nullptr;
 }

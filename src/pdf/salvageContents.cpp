@@ -1,5 +1,6 @@
 #include "pdf/salvageContents.h"
 
+#include "pdf/boundedDecoding.h"
 #include "pdf/qpdfInclude.h"
 
 #include <algorithm>
@@ -9,6 +10,7 @@ namespace folvane::pdf::salvage {
 namespace {
 
 constexpr qsizetype unpackedLimit = 256 * 1024 * 1024;
+constexpr qsizetype limitOfOne = 64 * 1024 * 1024;
 constexpr size_t mostObjects = 2'000'000;
 
 struct LimitReached {}; // no std::exception: qpdf would swallow that and go on unpacking
@@ -118,7 +120,7 @@ qsizetype add(Contents& contents, const FoundObject& container, QPDF& qpdf, qsiz
     QPDFObjectHandle stream = qpdf.getObjectByID(container.id.number, container.id.generation);
     if (!stream.isStream())
         return 0;
-    const QByteArray& content = contents.decoded.emplace_back(decoded(stream, room));
+    const QByteArray& content = contents.decoded.emplace_back(decoded(stream, std::min(room, limitOfOne)));
     if (const auto first = beginOfObjects(stream, content)) {
         const auto objects = objectsIn(content, *first, container);
         contents.objects.insert(contents.objects.end(), objects.begin(), objects.end());
@@ -131,6 +133,7 @@ qsizetype add(Contents& contents, const FoundObject& container, QPDF& qpdf, qsiz
 Contents contentsOf(const std::vector<FoundObject>& objectStreams, const QByteArray& file,
                     const std::vector<std::string>& passwords)
 {
+    boundDecoding();
     Contents contents;
     const auto qpdf = openedWithAny(file, passwords);
     contents.isLocked = !qpdf;

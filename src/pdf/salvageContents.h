@@ -16,7 +16,8 @@ struct Contents {
 };
 
 /// What stands in object streams. `file` is one that qpdf can open, with one of the passwords. Of a stream
-/// that is cut off or damaged, the objects before the damage. All together at most 256 MB are unpacked.
+/// that is cut off or damaged, the objects before the damage. At most 64 MB of one and 256 MB of
+/// all together are unpacked.
 Contents contentsOf(const std::vector<FoundObject>& objectStreams, const QByteArray& file,
                     const std::vector<std::string>& passwords);
 
