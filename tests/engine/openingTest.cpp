@@ -30,6 +30,26 @@ TEST_F(OpeningTest, ADocumentWithoutPagesIsRefusedButHeld)
     EXPECT_EQ(engine.open(url), OpenResult::opened(0));
 }
 
+TEST_F(OpeningTest, LiesOfTheCrossReferenceCostNothing)
+{
+    const QByteArray objects = "%PDF-1.5\n1 0 obj\n<< /Type /Catalog /Pages 2 0 R >>\nendobj\n"
+                               "2 0 obj\n<< /Type /Pages /Kids [3 0 R] /Count 1 >>\nendobj\n"
+                               "3 0 obj\n<< /Type /Page /MediaBox [0 0 9 9] >>\nendobj\n";
+    for (const char* lie : {"/Size 2000000000", "/Size 9 /Index [0 9 99 2000000000]", "/S#69ze 2000000000",
+                            "/Size 9 /DecodeParms << /Predictor 2 /Columns 2147483647 >>"}) {
+        const QByteArray entries =
+            QByteArray(lie) + " /Type /XRef /Root 1 0 R /W [1 2 1] /Filter /FlateDecode";
+        const QByteArray reference = pdf::rawStream(entries, qCompress(QByteArray(4000, '\1')).mid(4));
+        const QUrl url = write("lie.pdf", objects + "4 0 obj\n" + reference + "\nendobj\nstartxref\n"
+                                              + QByteArray::number(objects.size()) + "\n%%EOF\n");
+        EXPECT_EQ(engine.open(url), OpenResult::opened(1)) << lie;
+        engine.forget(url);
+    }
+    QFile zeros(path("zeros.pdf"));
+    ASSERT_TRUE(zeros.open(QIODevice::WriteOnly) && zeros.resize(20LL << 30)); // sparse
+    EXPECT_EQ(engine.open(QUrl::fromLocalFile(zeros.fileName())), OpenResult::unreadable());
+}
+
 TEST_F(OpeningTest, PageTreesThatLoopOrRepeatGiveTheirPages)
 {
     EXPECT_EQ(engine.open(write(
