@@ -8,12 +8,6 @@
 
 namespace folvane {
 
-namespace {
-
-constexpr int ringRoom = 4; // beside the text, for the ring of the focus
-
-} // namespace
-
 LinkButton::LinkButton(const QString& text, QWidget* parent) : QAbstractButton(parent)
 {
     setText(text);
@@ -26,7 +20,7 @@ LinkButton::LinkButton(const QString& text, QWidget* parent) : QAbstractButton(p
 
 QSize LinkButton::sizeHint() const
 {
-    return fontMetrics().size(Qt::TextSingleLine, text()) + QSize(2 * ringRoom, 4);
+    return fontMetrics().size(Qt::TextSingleLine, text()) + QSize(2 * ringRoom, 2);
 }
 
 void LinkButton::paintEvent(QPaintEvent*)

@@ -9,6 +9,9 @@ class LinkButton : public QAbstractButton {
     Q_OBJECT
 
 public:
+    /// At the left and right of its text, for the ring of the focus.
+    static constexpr int ringRoom = 4;
+
     explicit LinkButton(const QString& text, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;

@@ -29,13 +29,12 @@ inline constexpr QColor glow(255, 255, 255, 26);    // 0.1, over the accent unde
 inline constexpr QColor fieldBorder(0, 0, 0, 41);   // 0.16
 inline constexpr QColor disabledText(166, 160, 154);
 inline constexpr QColor disabledFill(214, 210, 205);
-inline constexpr QColor placeholder(112, 105, 99);      // 4.5 : 1 on a field that is off
-inline constexpr QColor scrollThumb(0, 0, 0, 71);       // 0.28
-inline constexpr QColor scrollThumbHover(0, 0, 0, 112); // 0.44
-inline constexpr QColor track(0, 0, 0, 15);             // 0.06, behind the choices of a picker
-inline constexpr QColor focus = accent;                 // whole, for 3 : 1 on every ground
-inline constexpr QColor secondaryTextOnAccentSoft(96, 89,
-                                                  83); // as strong there as the other on the background
+inline constexpr QColor placeholder(112, 105, 99);       // 4.5 : 1 on a field that is off
+inline constexpr QColor scrollThumb(0, 0, 0, 71);        // 0.28
+inline constexpr QColor scrollThumbHover(0, 0, 0, 112);  // 0.44
+inline constexpr QColor track(0, 0, 0, 15);              // 0.06, behind the choices of a picker
+inline constexpr QColor focus = accent;                  // whole, for 3 : 1 on every ground
+inline constexpr QColor secondaryTextOnTint(96, 89, 83); // on a row that is chosen or under the pointer
 
 /// The colour at `opacity` (0 to 1) of its own.
 QColor faded(QColor color, double opacity);

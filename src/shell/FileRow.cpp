@@ -88,7 +88,7 @@ void FileRow::drawAtRight(QPainter& painter) const
         painter.drawEllipse(dotBox());
     }
     painter.setFont(countFont());
-    painter.setPen(isCurrent() ? theme::secondaryTextOnAccentSoft : theme::secondaryText);
+    painter.setPen(isCurrent() || underMouse() ? theme::secondaryTextOnTint : theme::secondaryText);
     QRect digit(dotBox().right() + 1 + gap, 0, digitWidth(), height());
     for (const QChar shown : pageCount()) {
         painter.drawText(digit, Qt::AlignHCenter | Qt::AlignVCenter, shown);

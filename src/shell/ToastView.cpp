@@ -40,12 +40,10 @@ ToastView::ToastView(QWidget* area)
     setGraphicsEffect(m_fading);
 
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(16 + shadowRoom, 10 + shadowRoom, 16 + shadowRoom, 10 + shadowRoom);
     row->setSpacing(8);
     row->addWidget(icon);
     row->addWidget(m_text);
-    row->addSpacing(4);
-    row->addWidget(m_reveal);
+    row->addWidget(m_reveal); // with the room of its ring 12 from the text
     connect(m_reveal, &QAbstractButton::clicked, this, [this] {
         if (m_toast && m_toast->reveal)
             emit revealRequested(*m_toast->reveal);
@@ -89,6 +87,8 @@ void ToastView::showText(const Toast& toast)
     m_text->setText(toast.text);
     m_text->setFixedWidth(std::min(widestText, m_text->fontMetrics().horizontalAdvance(toast.text) + 2));
     m_reveal->setVisible(toast.reveal.has_value());
+    const int ring = toast.reveal ? LinkButton::ringRoom : 0; // lies over the padding
+    layout()->setContentsMargins(QMargins(16, 10, 16 - ring, 10) + shadowRoom);
     setAccessibleName(toast.text);
     layout()->activate();
     moveTo(m_shown);
