@@ -22,6 +22,12 @@ public:
         WindowTest::menuEntry, WindowTest::model, WindowTest::openPages, WindowTest::panels,
         WindowTest::press, WindowTest::shown, WindowTest::waitFor, WindowTest::window;
 
+    void SetUp() override
+    {
+        WindowTest::SetUp();
+        window.activateWindow();
+        ASSERT_TRUE(isActive(&window));
+    }
     FileRow* row(int at) { return window.findChildren<FileRow*>().at(at); }
     QUrl target() const { return QUrl::fromLocalFile(folder.filePath(QStringLiteral("copy.pdf"))); }
     QAbstractButton* named(const QString& name) const
@@ -41,6 +47,7 @@ public:
     {
         if (QWidget* asking = QApplication::activeModalWidget())
             ASSERT_TRUE(isActive(asking));
+        ASSERT_TRUE(QApplication::focusWidget());
         QTest::keyClick(QApplication::focusWidget()->window()->windowHandle(), key);
     }
 };
@@ -56,7 +63,6 @@ TEST_P(PagesHaveTheKeyboard, After)
 {
     openPages(3, QStringLiteral("one"));
     openPages(3, QStringLiteral("two"));
-    ASSERT_TRUE(isActive(&window));
     GetParam().act(*this);
     ASSERT_TRUE(isActive(&window));
     EXPECT_EQ(QApplication::focusWidget(), &grid());
@@ -110,6 +116,14 @@ INSTANTIATE_TEST_SUITE_P(
                  currentFile(on.model)->isEdited = true;
                  on.press(&on.window, QStringLiteral("Close “two”"));
                  on.press(on.shown<Alert>(), QStringLiteral("Cancel"));
+             }},
+        Deed{"APanel",
+             [](Keyboard& on) {
+                 QtPanels desktops;
+                 desktops.setWindow(&on.window);
+                 QCoro::Task<QList<QUrl>> choosing = desktops.chooseOpen({});
+                 on.type(Qt::Key_Escape);
+                 EXPECT_EQ(await(std::move(choosing)), QList<QUrl>());
              }},
         Deed{"SavingByMouse",
              [](Keyboard& on) {

@@ -68,6 +68,7 @@ TEST_F(InWindow, AWideSidebarTakesTheTitlesOfTheTools)
     QCoreApplication::processEvents();
     EXPECT_EQ(sidebar->width(), sidebar->maximumWidth());
     EXPECT_EQ(window.size(), window.minimumSize());
+    EXPECT_EQ(window.centralWidget()->size(), QSize(1000, 660)) << "below the menu bar";
     EXPECT_LT(split->frame().width(), withTitle);
     const auto* bar = window.findChild<DocumentBar*>();
     const auto* save = bar->findChildren<Button*>().last();
