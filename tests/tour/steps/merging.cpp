@@ -54,7 +54,7 @@ void showManyFiles(Tour& tour)
 {
     addMany(tour);
     tour.picture(QStringLiteral("merge-many-files"));
-    tour.window().resize(1000, 660);
+    tour.window().resize(tour.window().minimumSize());
     dragRow(tour, 98, -2.4, [&tour] { tour.picture(QStringLiteral("merge-many-dragging")); });
 }
 

@@ -9,7 +9,6 @@ namespace folvane {
 
 namespace {
 
-constexpr QSize smallest{1000, 660};
 constexpr QSize large{1920, 1080};
 
 void resize(Tour& tour, const QSize& size)
@@ -19,13 +18,18 @@ void resize(Tour& tour, const QSize& size)
                         [&tour, size] { return tour.window().size() == size; });
 }
 
+QSize smallest(Tour& tour)
+{
+    return tour.window().minimumSize();
+}
+
 /// The least room that the bar over a document gets.
 void showNarrowest(Tour& tour)
 {
-    resize(tour, smallest);
+    resize(tour, smallest(tour));
     const auto* sidebar = tour.window().findChild<SidebarView*>();
     tour.window().findChild<QSplitter*>()->setSizes(
-        {sidebar->maximumWidth(), smallest.width() - sidebar->maximumWidth()});
+        {sidebar->maximumWidth(), tour.window().width() - sidebar->maximumWidth()});
     tour.picture(QStringLiteral("narrowest-document"));
     tour.press(QStringLiteral("More"));
     tour.picture(QStringLiteral("narrowest-menu-more"));
@@ -40,7 +44,7 @@ void showNarrowest(Tour& tour)
 /// The sidebar goes and comes back by the View menu.
 void hideSidebar(Tour& tour)
 {
-    resize(tour, smallest);
+    resize(tour, smallest(tour));
     tour.openMenu(QStringLiteral("View"));
     tour.choose(QStringLiteral("Hide Sidebar"));
     tour.picture(QStringLiteral("sidebar-hidden"));
@@ -69,7 +73,7 @@ void showSizes(Tour& tour)
 {
     for (int number = 1; number <= 9; ++number)
         tour.open({tour.sample(QStringLiteral("Volume %1.pdf").arg(number), 10 * number, Paper::Mixed)});
-    showAt(tour, smallest);
+    showAt(tour, smallest(tour));
     showAt(tour, large);
     hideSidebar(tour);
     showNarrowest(tour);
