@@ -2,15 +2,19 @@
 
 #include "platform/spawn.h"
 
+#include <QElapsedTimer>
+#include <QScopedValueRollback>
+
 #include <algorithm>
 
 namespace folvane {
 
 namespace {
 
-constexpr qsizetype fittedKilobytes = 96 * 1024;
+constexpr qsizetype keptKilobytes = 32 * 1024; // at least, for scrolling back
+constexpr int longestTurn = 4; // milliseconds that the interface gives to unpacking and fitting at once
 
-qsizetype kilobytes(const QPixmap& picture)
+qsizetype kilobytes(const QSize& picture)
 {
     return qsizetype(picture.width()) * picture.height() * 4 / 1024 + 1;
 }
@@ -18,8 +22,13 @@ qsizetype kilobytes(const QPixmap& picture)
 } // namespace
 
 PagePictures::PagePictures(Thumbnails& thumbnails, QObject* parent)
-    : QObject(parent), m_thumbnails(thumbnails), m_fitted(fittedKilobytes)
+    : QObject(parent), m_thumbnails(thumbnails), m_fitted(keptKilobytes)
 {
+    m_nextTurn.setSingleShot(true);
+    connect(&m_nextTurn, &QTimer::timeout, this, [this] {
+        bringMore();
+        emit changed();
+    });
     connect(&thumbnails, &Thumbnails::changed, this, &PagePictures::follow);
     connect(&thumbnails, &Thumbnails::failed, this, &PagePictures::giveUp);
 }
@@ -57,27 +66,50 @@ bool PagePictures::isComplete() const
 void PagePictures::want(const QList<Key>& keys)
 {
     m_wanted = keys.first(std::min<qsizetype>(keys.size(), Thumbnails::mostInAll));
-    m_failed.intersect(QSet<Key>(m_wanted.begin(), m_wanted.end()));
+    const QSet<Key> wanted(m_wanted.begin(), m_wanted.end());
+    m_failed.intersect(wanted);
+    m_thumbnails.want(this, wanted);
+    makeRoom();
+    bringMore();
+}
+
+// What is wanted is never driven out: there is room for it, and what was used last goes last.
+void PagePictures::makeRoom()
+{
+    if (m_wanted.isEmpty())
+        m_fitted.clear();
+    const QSize largest =
+        m_room.isEmpty() ? QSize(Thumbnails::longestSmallSide, Thumbnails::longestSmallSide) : m_room;
+    m_fitted.setMaxCost(std::max(keptKilobytes, m_wanted.size() * kilobytes(largest)));
     for (const Key& key : m_wanted)
-        take(key);
-    startMore();
+        m_fitted.object(key);
 }
 
 void PagePictures::take(const Key& key)
 {
-    if (m_fitted.contains(key) || !m_thumbnails.contains(key))
-        return;
-    auto* picture = new QPixmap(fitted(m_thumbnails.image(key)));
-    m_fitted.insert(key, picture, kilobytes(*picture));
+    const QPixmap picture = fitted(m_thumbnails.image(key));
+    m_fitted.insert(key, new QPixmap(picture), kilobytes(picture.size()));
 }
 
-void PagePictures::startMore()
+// A picture that is there is taken, and only what is not there is asked for: asking for the other would end at once.
+void PagePictures::bringMore()
 {
+    if (m_bringing)
+        return;
+    const QScopedValueRollback bringing(m_bringing, true);
+    QElapsedTimer turn;
+    turn.start();
     for (const Key& key : QList(m_wanted)) {
-        if (m_underWay >= mostUnderWay)
-            return;
-        if (state(key) == State::Waiting && !m_thumbnails.isLoading(key))
+        if (m_fitted.contains(key))
+            continue;
+        if (m_thumbnails.contains(key)) {
+            if (turn.hasExpired(longestTurn))
+                return m_nextTurn.start();
+            take(key);
+        } else if (state(key) == State::Waiting && m_underWay < mostUnderWay
+                   && !m_thumbnails.isLoading(key)) {
             spawn(load(key));
+        }
     }
 }
 
@@ -90,7 +122,7 @@ QCoro::Task<> PagePictures::load(Key key)
     if (!alive)
         co_return;
     --m_underWay;
-    startMore();
+    bringMore();
 }
 
 // Another view may have had it made, and one that has been driven out comes back while its cell shows.
@@ -98,8 +130,7 @@ void PagePictures::follow(const Key& key)
 {
     if (!m_wanted.contains(key))
         return;
-    take(key);
-    startMore();
+    bringMore();
     emit changed();
 }
 

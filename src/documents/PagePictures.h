@@ -10,11 +10,12 @@
 #include <QPixmap>
 #include <QPointer>
 #include <QSet>
+#include <QTimer>
 
 namespace folvane {
 
 /// The pictures that one view shows just now: taken from the shared thumbnails, asked for a few at a time, and fitted to
-/// the view's cells.
+/// the view's cells. A view that shows nothing keeps none.
 class PagePictures : public QObject {
     Q_OBJECT
 
@@ -31,8 +32,8 @@ public:
     State state(const Key& key) const;
     /// Null unless Ready.
     const QPixmap* picture(const Key& key) const { return m_fitted.object(key); }
-    /// Everything that is on screen now, most wanted first: the next loads are chosen from it, in this order. What is
-    /// under way is made to its end. A picture that failed is tried again once it has been off the screen.
+    /// Everything that is on screen now, most wanted first: the next loads are chosen from it, in this order. What no
+    /// view wants any more is not made to its end. A picture that failed is tried again once it has been off the screen.
     void want(const QList<Key>& keys);
     /// Each wanted picture is there, or is known not to come.
     bool isComplete() const;
@@ -42,8 +43,9 @@ signals:
 
 private:
     QCoro::Task<> load(Key key);
+    void makeRoom();
     void take(const Key& key);
-    void startMore();
+    void bringMore();
     void follow(const Key& key);
     void giveUp(const Key& key);
     QPixmap fitted(const QImage& picture) const;
@@ -54,6 +56,8 @@ private:
     QList<Key> m_wanted;
     QSet<Key> m_failed;
     int m_underWay = 0;
+    bool m_bringing = false;
+    QTimer m_nextTurn; ///< what is left to take waits for it
 };
 
 } // namespace folvane

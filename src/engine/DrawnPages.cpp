@@ -1,6 +1,7 @@
 #include "engine/DrawnPages.h"
 
 #include "engine/EngineError.h"
+#include "engine/imageSamples.h"
 #include "engine/pageImages.h"
 #include "pdf/AreaScaler.h"
 #include "pdf/Document.h"
@@ -13,35 +14,6 @@
 namespace folvane {
 
 namespace {
-
-bool isGrey(const QImage& image)
-{
-    const int bytes = 3 * image.width();
-    for (int y = 0; y < image.height(); ++y) {
-        const uchar* row = image.constScanLine(y);
-        unsigned differences = 0;
-        for (int x = 0; x < bytes; x += 3)
-            differences |= unsigned(row[x] ^ row[x + 1]) | unsigned(row[x] ^ row[x + 2]);
-        if (differences)
-            return false;
-    }
-    return true;
-}
-
-/// In one channel where there is no colour: a third of the work for all that follows.
-pdf::ImageSamples samplesOf(const QImage& image)
-{
-    pdf::ImageSamples samples{image.size(), isGrey(image) ? 1 : 3, {}};
-    samples.bytes.resize(samples.stride() * static_cast<size_t>(image.height()));
-    const auto step = static_cast<size_t>(3 / samples.channels);
-    for (int y = 0; y < image.height(); ++y) {
-        const uchar* from = image.constScanLine(y);
-        uint8_t* to = samples.row(y);
-        for (size_t i = 0, count = samples.stride(); i < count; ++i)
-            to[i] = from[step * i];
-    }
-    return samples;
-}
 
 std::vector<QSizeF> displaySizes(const QByteArray& flat)
 {

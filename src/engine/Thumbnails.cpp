@@ -1,6 +1,9 @@
 #include "engine/Thumbnails.h"
 
 #include "engine/PDFEngine.h"
+#include "engine/PackedSamples.h"
+#include "engine/imageSamples.h"
+#include "platform/background.h"
 
 #include <QPointer>
 
@@ -11,27 +14,76 @@ namespace folvane {
 
 Thumbnails::Thumbnails(PDFEngine& engine, QObject* parent) : QObject(parent), m_engine(engine) {}
 
+Thumbnails::~Thumbnails() = default;
+
+QImage Thumbnails::image(const Key& key) const
+{
+    const Picture picture = m_images.value(key);
+    std::optional<pdf::ImageSamples> samples = picture ? picture->unpacked() : std::nullopt;
+    return samples ? imageOf(std::move(*samples)) : QImage();
+}
+
 QCoro::Task<> Thumbnails::load(Key key)
 {
-    if (m_images.contains(key) || m_loading.contains(key))
+    if (contains(key) || isLoading(key))
         co_return;
-    m_loading.insert(key);
+    const auto stop = std::make_shared<std::stop_source>();
+    m_loading.insert(key, stop);
     const QPointer<Thumbnails> alive(this);
-    QCoro::Task<std::optional<SendableImage>> making = m_engine.image(key.source, key.turn, key.longSide);
-    const std::optional<SendableImage> made = co_await making;
-    if (!alive)
+    QCoro::Task<Picture> making = made(key, stop->get_token());
+    const Picture picture = co_await making;
+    if (!alive || m_loading.value(key) != stop)
         co_return;
     m_loading.remove(key);
-    if (made && !made->image.isNull())
-        store(key, made->image);
+    if (picture)
+        store(key, picture);
     else
         emit failed(key);
 }
 
-// Each load adds one key, so that one eviction by each rule keeps both bounds.
-void Thumbnails::store(const Key& key, const QImage& image)
+// Packing takes a part of the time that drawing does, and neither the interface nor the next drawing waits for it.
+QCoro::Task<Thumbnails::Picture> Thumbnails::made(Key key, std::stop_token stop)
 {
-    m_images.insert(key, image);
+    try {
+        QCoro::Task<std::optional<SendableImage>> drawing =
+            m_engine.image(key.source, key.turn, key.longSide, stop);
+        const std::optional<SendableImage> drawn = co_await drawing;
+        if (!drawn || drawn->image.isNull())
+            co_return Picture();
+        const auto pack = [image = drawn->image] {
+            return std::make_shared<const PackedSamples>(samplesOf(image));
+        };
+        QCoro::Task<std::shared_ptr<const PackedSamples>> packing = inBackground(pack, stop);
+        co_return co_await packing;
+    } catch (const Cancelled&) {
+    } catch (const std::bad_alloc&) {
+    }
+    co_return Picture();
+}
+
+void Thumbnails::want(const QObject* view, const QSet<Key>& keys)
+{
+    if (!m_wanted.contains(view))
+        connect(view, &QObject::destroyed, this, [this, view] {
+            want(view, {});
+            m_wanted.remove(view);
+        });
+    const QSet<Key> before = std::exchange(m_wanted[view], keys);
+    for (const Key& key : before) {
+        if (isLoading(key) && !isWanted(key))
+            m_loading.take(key)->request_stop();
+    }
+}
+
+bool Thumbnails::isWanted(const Key& key) const
+{
+    return std::ranges::any_of(m_wanted, [&key](const QSet<Key>& keys) { return keys.contains(key); });
+}
+
+// Each load adds one key, so that one eviction by each rule keeps both bounds.
+void Thumbnails::store(const Key& key, const Picture& picture)
+{
+    m_images.insert(key, picture);
     m_order.append(key);
     if (const QList<Key> big = bigOnes(); big.size() > mostBig)
         evict(big.first());
@@ -54,6 +106,9 @@ void Thumbnails::keepOnly(const QUrl& source, const FileVersion& version)
     m_versions.insert(source, version);
     if (!isAnother)
         return;
+    for (const Key& key : m_loading.keys())
+        if (key.source.url == source)
+            m_loading.take(key)->request_stop();
     for (const Key& key : QList(m_order))
         if (key.source.url == source)
             evict(key);

@@ -92,6 +92,32 @@ TEST_F(ThumbnailsTest, The801stDropsTheOldestWhichCanComeBackAsTheNewest)
     EXPECT_TRUE(thumbnails.contains(key(2)));
 }
 
+TEST_F(ThumbnailsTest, WhatNoViewWantsAnyMoreIsNotMadeAndIsNoFailure)
+{
+    const QSignalSpy failures(&thumbnails, &Thumbnails::failed);
+    QObject grid;
+    auto list = std::make_unique<QObject>();
+    thumbnails.want(&grid, {key(90), key(91)});
+    thumbnails.want(list.get(), {key(91)});
+    std::vector<QCoro::Task<>> loads;
+    loads.push_back(thumbnails.load(key(90)));
+    loads.push_back(thumbnails.load(key(91)));
+    thumbnails.want(&grid, {});
+    EXPECT_FALSE(thumbnails.isLoading(key(90)));
+    EXPECT_TRUE(thumbnails.isLoading(key(91))) << "the other view still wants it";
+    loads.push_back(thumbnails.load(key(90)));
+    await(all(loads));
+    EXPECT_TRUE(thumbnails.contains(key(90))) << "asked for again";
+    EXPECT_TRUE(thumbnails.contains(key(91)));
+
+    thumbnails.want(list.get(), {key(92)});
+    QCoro::Task<> last = thumbnails.load(key(92));
+    list.reset();
+    await(std::move(last));
+    EXPECT_FALSE(thumbnails.contains(key(92)));
+    EXPECT_TRUE(failures.isEmpty());
+}
+
 TEST_F(ThumbnailsTest, APageThatCannotBeDrawnIsReportedAndTriedAgain)
 {
     const Thumbnails::Key nowhere{{QUrl::fromLocalFile("/nowhere.pdf"), 0}, 0, 90};

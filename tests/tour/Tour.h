@@ -26,6 +26,7 @@ struct TourStep {
 struct TourOptions {
     QDir folder; ///< for the pictures
     int manyPages = 5000;
+    int rounds = 1;    ///< in which the large document is browsed
     QList<QUrl> given; ///< files to show
 };
 

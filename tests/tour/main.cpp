@@ -49,7 +49,10 @@ Options readOptions()
                                   QStringLiteral("STEP"));
     const QCommandLineOption unscaled(QStringLiteral("unscaled"),
                                       QStringLiteral("Leave out the round at 200 %."));
-    parser.addOptions({to, pages, only, unscaled});
+    const QCommandLineOption rounds(QStringLiteral("rounds"),
+                                    QStringLiteral("How often the large document is browsed."),
+                                    QStringLiteral("N"), QStringLiteral("1"));
+    parser.addOptions({to, pages, rounds, only, unscaled});
     parser.addPositionalArgument(QStringLiteral("FILES"), QStringLiteral("Files to show as well."),
                                  QStringLiteral("[FILES]"));
     parser.process(*qApp);
@@ -58,7 +61,7 @@ Options readOptions()
         std::fprintf(stderr, "%s", qPrintable(parser.helpText()));
         std::exit(usageFault);
     }
-    Options options{{QDir(parser.value(to)), count, {}},
+    Options options{{QDir(parser.value(to)), count, parser.value(rounds).toInt(), {}},
                     parser.value(only),
                     !parser.isSet(unscaled),
                     parser.positionalArguments()};

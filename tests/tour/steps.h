@@ -9,6 +9,7 @@ namespace folvane {
 // Each in the file of its name in steps/.
 void showHome(Tour& tour);
 void showDocuments(Tour& tour);
+void showBrowsing(Tour& tour);
 void showSelecting(Tour& tour);
 void showDragging(Tour& tour);
 void showMenus(Tour& tour);
@@ -29,6 +30,7 @@ void showGivenFiles(Tour& tour);
 inline constexpr std::array tourSteps{
     TourStep{"home", showHome},
     TourStep{"documents", showDocuments},
+    TourStep{"browsing", showBrowsing},
     TourStep{"selecting", showSelecting},
     TourStep{"dragging", showDragging},
     TourStep{"menus", showMenus},
