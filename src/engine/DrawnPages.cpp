@@ -72,7 +72,7 @@ DrawnPages::Samples DrawnPages::full(int page, const std::stop_token& stop)
 
 DrawnPages::Samples DrawnPages::draw(int page, QSize pixels, const std::stop_token& stop)
 {
-    std::unique_ptr<pdf::PageRasteriser> rasteriser = takeRasteriser();
+    std::unique_ptr<pdf::PageRasteriser> rasteriser = takeRasteriser(stop);
     if (!rasteriser)
         return std::nullopt;
     const QImage image = rasteriser->draw(page, pixels, 0, stop);
@@ -83,7 +83,7 @@ DrawnPages::Samples DrawnPages::draw(int page, QSize pixels, const std::stop_tok
     return image.isNull() ? std::nullopt : std::optional(samplesOf(image));
 }
 
-std::unique_ptr<pdf::PageRasteriser> DrawnPages::takeRasteriser()
+std::unique_ptr<pdf::PageRasteriser> DrawnPages::takeRasteriser(const std::stop_token& stop)
 {
     {
         const std::lock_guard lock(m_mutex);
@@ -93,7 +93,7 @@ std::unique_ptr<pdf::PageRasteriser> DrawnPages::takeRasteriser()
             return last;
         }
     }
-    return pdf::PageRasteriser::open(m_flat);
+    return pdf::PageRasteriser::open(m_flat, stop);
 }
 
 } // namespace folvane

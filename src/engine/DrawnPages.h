@@ -45,7 +45,7 @@ private:
 
     Samples full(int page, const std::stop_token& stop);
     Samples draw(int page, QSize pixels, const std::stop_token& stop);
-    std::unique_ptr<pdf::PageRasteriser> takeRasteriser();
+    std::unique_ptr<pdf::PageRasteriser> takeRasteriser(const std::stop_token& stop);
 
     const QByteArray m_flat;
     std::vector<QSizeF> m_sizes;

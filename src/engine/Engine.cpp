@@ -5,6 +5,7 @@
 #include "engine/buildAsPictures.h"
 #include "engine/pageImages.h"
 #include "pdf/Assembly.h"
+#include "pdf/DrawingBudget.h"
 #include "pdf/ImageCache.h"
 #include "platform/Cancelled.h"
 
@@ -93,7 +94,7 @@ struct Engine::State {
     const std::shared_ptr<DrawnPages>& pagesToDraw(const BuildPlan& plan, const std::stop_token& stop);
     void forgetPictures();
     std::optional<SendableImage> drawn(const PageSource& source, int turn, double longSide,
-                                       const std::stop_token& stop);
+                                       pdf::DrawingBudget& budget);
 };
 
 std::optional<FoundPage> Engine::State::find(const PageSource& source)
@@ -174,7 +175,7 @@ void Engine::State::forgetPictures()
 }
 
 std::optional<SendableImage> Engine::State::drawn(const PageSource& source, int turn, double longSide,
-                                                  const std::stop_token& stop)
+                                                  pdf::DrawingBudget& budget)
 {
     const std::optional<FoundPage> page = find(source);
     if (!page || !page->document->isIntact())
@@ -182,7 +183,7 @@ std::optional<SendableImage> Engine::State::drawn(const PageSource& source, int 
     const QSizeF points = page->geometry.displaySize(turn);
     const double scale = longSide / std::max({points.width(), points.height(), 1.0});
     documents.noteDrawing(source.url);
-    QImage image = page->document->draw(source.index, pixelSize(points, scale), turn, stop);
+    QImage image = page->document->draw(source.index, pixelSize(points, scale), turn, budget);
     if (image.isNull())
         return std::nullopt;
     return SendableImage{std::move(image)};
@@ -196,7 +197,10 @@ OpenResult Engine::open(const QUrl& url, const std::optional<QString>& password,
                         std::stop_token stop)
 {
     try {
-        return m_state->documents.open(url, password, whenChanged, stop);
+        const OpenResult result = m_state->documents.open(url, password, whenChanged, stop);
+        if (pdf::Document* document = m_state->documents.find(url))
+            document->forgetFailedDrawings();
+        return result;
     } catch (const std::exception&) {
         return OpenResult::unreadable(); // out of memory, say: one bad file must not take the others with it
     }
@@ -231,10 +235,21 @@ QByteArray Engine::build(const BuildPlan& plan, std::stop_token stop)
 std::optional<SendableImage> Engine::image(const PageSource& source, int turn, double longSide,
                                            std::stop_token stop)
 {
+    return draw(source, turn, longSide, std::move(stop), {}).picture;
+}
+
+Engine::Drawing Engine::draw(const PageSource& source, int turn, double longSide, std::stop_token stop,
+                             pdf::DrawingBudget::Waiting waiting)
+{
+    using Budget = pdf::DrawingBudget;
+    Budget budget(longSide <= longestThumbnail ? Budget::ofThumbnail : Budget::ofPicture, std::move(stop),
+                  std::move(waiting));
     try {
-        return m_state->drawn(source, turn, longSide, stop);
+        Drawing drawing{m_state->drawn(source, turn, longSide, budget)};
+        drawing.madeRoom = !drawing.picture && budget.end() == Budget::End::MakesRoom;
+        return drawing;
     } catch (const std::exception&) {
-        return std::nullopt; // out of memory, say: a placeholder is shown
+        return {}; // out of memory, say: a placeholder is shown
     }
 }
 

@@ -4,6 +4,7 @@
 #include "documents/PageItem.h"
 #include "engine/OpenResult.h"
 #include "engine/SendableImage.h"
+#include "pdf/DrawingBudget.h"
 
 #include <QByteArray>
 #include <QList>
@@ -41,8 +42,18 @@ public:
     /// The bytes of a new PDF. Throws EngineError, or Cancelled once `stop` is asked for.
     QByteArray build(const BuildPlan& plan, std::stop_token stop = {});
     /// The page on white, its long side `longSide` pixels; nothing when it cannot be found or drawn, or when stopped.
+    /// A page that takes too long counts as one that cannot be drawn until its file is opened again.
     std::optional<SendableImage> image(const PageSource& source, int turn, double longSide,
                                        std::stop_token stop = {});
+
+    struct Drawing {
+        std::optional<SendableImage> picture;
+        bool madeRoom = false; ///< it was cut short, for those who wait
+    };
+    /// The same, which makes room once it has gone on for a while and somebody waits.
+    Drawing draw(const PageSource& source, int turn, double longSide, std::stop_token stop,
+                 pdf::DrawingBudget::Waiting waiting);
+
     /// Every page as the bytes of a PNG, or of a JPEG at quality 0.85, at `dpi`, in order.
     /// Throws EngineError, or Cancelled.
     QList<QByteArray> pictures(const BuildPlan& plan, double dpi, bool jpeg, std::stop_token stop = {});

@@ -3,10 +3,13 @@
 #include "engine/Engine.h"
 #include "platform/SerialWorker.h"
 
+#include <atomic>
+
 namespace folvane {
 
 /// The asynchronous face of `Engine`: one serial worker, requests in order of arrival, each awaited on the
-/// caller's thread. What an operation does and throws is told at `Engine`.
+/// caller's thread. What an operation does and throws is told at `Engine`. Only a thumbnail that takes its time makes
+/// room for what arrives behind it, and is asked for once more after that.
 class PDFEngine {
 public:
     PDFEngine();
@@ -23,6 +26,11 @@ public:
     QCoro::Task<QList<QByteArray>> pictures(BuildPlan plan, double dpi, bool jpeg, std::stop_token stop);
 
 private:
+    template <std::invocable F>
+    QCoro::Task<std::invoke_result_t<F>> runJob(F job, std::stop_token stop = {});
+
+    const std::shared_ptr<std::atomic<int>> m_jobsWaiting = std::make_shared<std::atomic<int>>(0);
+    const std::shared_ptr<void> m_alive = std::make_shared<char>();
     std::unique_ptr<Engine> m_engine; // touched on the worker only
     SerialWorker m_worker;
 };

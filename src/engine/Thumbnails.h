@@ -81,7 +81,7 @@ private:
     QList<Key> m_order; ///< of arrival, oldest first
     QHash<Key, std::shared_ptr<std::stop_source>> m_loading;
     QHash<const QObject*, QSet<Key>> m_wanted; ///< by view
-    QHash<QUrl, FileVersion> m_versions; ///< of the sources, when they were opened last
+    QHash<QUrl, FileVersion> m_versions;       ///< of the sources, when they were opened last
 };
 
 } // namespace folvane

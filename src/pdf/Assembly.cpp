@@ -187,17 +187,17 @@ std::unique_ptr<PageRasteriser> rasteriserOf(Document& document, const std::stop
 {
     DocumentData& data = document.data();
     if (data.readsFileAsItIs) {
-        std::unique_ptr<PageRasteriser> direct = PageRasteriser::open(data.file);
+        std::unique_ptr<PageRasteriser> direct = PageRasteriser::open(data.file, stop);
         if (direct && direct->pageCount() == document.pageCount())
             return direct;
     }
     if (!data.file && !data.bytes.isEmpty())
-        return PageRasteriser::open(data.bytes);
+        return PageRasteriser::open(data.bytes, stop);
     std::vector<PageCopy> all;
     for (int i = 0; i < document.pageCount(); ++i)
         all.push_back({&document, i, document.rotation(i).value_or(0)});
     try {
-        return PageRasteriser::open(Assembly(all, stop).written({}, stop));
+        return PageRasteriser::open(Assembly(all, stop).written({}, stop), stop);
     } catch (const std::exception&) {
         return nullptr; // a page that cannot be drawn is a placeholder, not an error
     }

@@ -5,6 +5,8 @@
 #include "pdf/PageRasteriser.h"
 #include "pdf/pageAttributes.h"
 
+#include <algorithm>
+
 namespace folvane::pdf {
 
 Document::Document(std::unique_ptr<DocumentData> data) : m_data(std::move(data)) {}
@@ -42,33 +44,50 @@ quint64 Document::failedReads() const
 
 QImage Document::draw(int index, QSize pixels, int turn, std::stop_token stop)
 {
+    DrawingBudget budget(DrawingBudget::ofPicture, std::move(stop));
+    return draw(index, pixels, turn, budget);
+}
+
+QImage Document::draw(int index, QSize pixels, int turn, DrawingBudget& budget)
+{
+    if (const auto known = m_data->notDrawnWithin.find(index);
+        known != m_data->notDrawnWithin.end() && budget.time() <= known->second)
+        return {};
     const quint64 failedBefore = failedReads();
-    QImage image = drawAsItStands(index, pixels, turn, stop);
+    QImage image = drawAsItStands(index, pixels, turn, budget);
     if (failedReads() != failedBefore) {
         releaseDrawing(); // what drawing keeps of the file may have holes now
         return {};
     }
-    if (!image.isNull() || stop.stop_requested() || !m_data->readsFileAsItIs)
-        return image;
-    // The file may be stranger than it seemed; what a copy makes of it can be drawn, or nothing can.
-    m_data->readsFileAsItIs = false;
-    releaseDrawing();
-    return drawAsItStands(index, pixels, turn, stop);
+    if (image.isNull() && !budget.isOver() && m_data->readsFileAsItIs) {
+        // The file may be stranger than it seemed; what a copy makes of it can be drawn, or nothing can.
+        m_data->readsFileAsItIs = false;
+        releaseDrawing();
+        image = drawAsItStands(index, pixels, turn, budget);
+    }
+    if (image.isNull() && budget.isHopeless())
+        m_data->notDrawnWithin[index] = std::max(budget.time(), m_data->notDrawnWithin[index]);
+    return image;
 }
 
-QImage Document::drawAsItStands(int index, QSize pixels, int turn, const std::stop_token& stop)
+QImage Document::drawAsItStands(int index, QSize pixels, int turn, DrawingBudget& budget)
 {
     if (!m_data->rasteriser && !m_data->cannotBeDrawn) {
-        m_data->rasteriser = rasteriserOf(*this, stop);
-        m_data->cannotBeDrawn = !m_data->rasteriser && !stop.stop_requested();
+        m_data->rasteriser = rasteriserOf(*this, budget.stop());
+        m_data->cannotBeDrawn = !m_data->rasteriser && !budget.stop().stop_requested();
     }
-    return m_data->rasteriser ? m_data->rasteriser->draw(index, pixels, turn, stop) : QImage();
+    return m_data->rasteriser ? m_data->rasteriser->draw(index, pixels, turn, budget) : QImage();
 }
 
 void Document::releaseDrawing()
 {
     m_data->rasteriser.reset();
     m_data->cannotBeDrawn = false;
+}
+
+void Document::forgetFailedDrawings()
+{
+    m_data->notDrawnWithin.clear();
 }
 
 } // namespace folvane::pdf

@@ -14,6 +14,7 @@
 
 namespace folvane::pdf {
 
+class DrawingBudget;
 struct DocumentData;
 struct Opening;
 
@@ -40,15 +41,20 @@ public:
     /// See SourceFile::failedReads(); none of a document in memory.
     quint64 failedReads() const;
     /// The page's crop box on opaque white in exactly `pixels`, turned by `turn` degrees on top of its own rotation;
-    /// null when it cannot be drawn, the file cannot be read, or `stop` is asked for.
+    /// null when the file cannot be read, or the page not be drawn within the budget. That is remembered, and answered at once when a budget of no more
+    /// time is offered for the page again.
+    QImage draw(int index, QSize pixels, int turn, DrawingBudget& budget);
+    /// With the budget of a picture.
     QImage draw(int index, QSize pixels, int turn, std::stop_token stop);
     /// Gives back the memory that drawing keeps.
     void releaseDrawing();
+    /// Pages that could not be drawn in time are tried again.
+    void forgetFailedDrawings();
 
     DocumentData& data() const { return *m_data; }
 
 private:
-    QImage drawAsItStands(int index, QSize pixels, int turn, const std::stop_token& stop);
+    QImage drawAsItStands(int index, QSize pixels, int turn, DrawingBudget& budget);
 
     std::unique_ptr<DocumentData> m_data;
 };

@@ -7,6 +7,8 @@
 
 #include <QByteArray>
 
+#include <chrono>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -25,10 +27,11 @@ struct DocumentData {
     bool attachmentsAreLocked = false; ///< the one thing for which the password is missing
     bool readsFileAsItIs = false; ///< not encrypted, repaired or made: other readers see the same in the file
 
-    std::unique_ptr<PageRasteriser> rasteriser;       ///< made at the first drawing
-    bool cannotBeDrawn = false;                       ///< trying again would fail again
-    std::optional<DestinationTable> destinationTable; ///< read at the first build
-    std::optional<FormTree> formTree;                 ///< read at the first build
+    std::unique_ptr<PageRasteriser> rasteriser;              ///< made at the first drawing
+    bool cannotBeDrawn = false;                              ///< trying again would fail again
+    std::map<int, std::chrono::milliseconds> notDrawnWithin; ///< by page: trying again with no more time, too
+    std::optional<DestinationTable> destinationTable;        ///< read at the first build
+    std::optional<FormTree> formTree;                        ///< read at the first build
 
     ~DocumentData();
 

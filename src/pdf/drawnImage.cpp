@@ -96,7 +96,7 @@ QByteArray documentOfImage(QPDFObjectHandle stream, QSize size, const char* spac
 std::optional<ImageSamples> drawnImage(const QByteArray& document, QSize size, int channels,
                                        const std::stop_token& stop)
 {
-    const std::unique_ptr<PageRasteriser> page = PageRasteriser::open(document);
+    const std::unique_ptr<PageRasteriser> page = PageRasteriser::open(document, stop);
     const QImage image = page ? page->draw(0, size, 0, stop) : QImage();
     if (image.isNull())
         return std::nullopt;

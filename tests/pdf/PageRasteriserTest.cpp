@@ -204,6 +204,89 @@ TEST(PageRasteriser, StopsOnRequest)
     EXPECT_FALSE(pages->draw(0, {50, 50}, 0).isNull()); // still fit for use
 }
 
+QByteArray form(const QByteArray& entries, const QByteArray& content)
+{
+    return rawStream("/Type /XObject /Subtype /Form /BBox [0 0 100 100] " + entries, content);
+}
+
+/// The first page draws each form twice in the one before, forty deep; the second is marked.
+QByteArray endlessPageBeforeAnother()
+{
+    QList<QByteArray> objects{
+        "<< /Type /Catalog /Pages 2 0 R >>",
+        "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 /MediaBox [0 0 100 100] >>",
+        "<< /Type /Page /Parent 2 0 R /Contents 5 0 R /Resources << /XObject << /F 7 0 R >> >> >>",
+        "<< /Type /Page /Parent 2 0 R /Contents 6 0 R >>",
+        rawStream({}, "/F Do"),
+        rawStream({}, "1 0 0 rg 0 0 100 100 re f")};
+    for (int next = 8; next < 48; ++next)
+        objects +=
+            form("/Resources << /XObject << /F " + QByteArray::number(next) + " 0 R >> >>", "/F Do /F Do");
+    return rawPdf(objects + QList<QByteArray>{form({}, "0 0 9 9 re f")});
+}
+
+TEST(PageRasteriser, APageWithoutEndIsGivenUpAndTheOthersAreDrawn)
+{
+    const auto pages = PageRasteriser::open(endlessPageBeforeAnother());
+    ASSERT_TRUE(pages);
+    for (int round = 0; round < 2; ++round) {
+        DrawingBudget budget(std::chrono::milliseconds(30), {});
+        EXPECT_TRUE(pages->draw(0, {100, 100}, 0, budget).isNull());
+        EXPECT_EQ(budget.end(), DrawingBudget::End::TimeIsUp);
+        EXPECT_EQ(pages->draw(1, {100, 100}, 0).pixel(50, 50), red);
+    }
+}
+
+struct HostileCase {
+    const char* name;
+    QByteArray content;
+    QByteArray resource;
+};
+
+class PageRasteriserHostile : public testing::TestWithParam<HostileCase> {};
+
+TEST_P(PageRasteriserHostile, IsGivenUpAtOnce)
+{
+    const auto& [name, content, resource] = GetParam();
+    const QByteArray page =
+        "/MediaBox [0 0 100 100] /Resources << /Pattern << /P 5 0 R >> /XObject << /X 5 0 R >> >>";
+    const auto pages = PageRasteriser::open(onePage(page, content, {resource}));
+    ASSERT_TRUE(pages);
+    DrawingBudget budget(std::chrono::seconds(20), {});
+    EXPECT_TRUE(pages->draw(0, {100, 100}, 0, budget).isNull());
+    EXPECT_EQ(budget.end(), DrawingBudget::End::TooLarge);
+}
+
+/// As a filter unpacks it.
+QByteArray packed(const QByteArray& text, int times)
+{
+    return qCompress(text.repeated(times)).mid(4); // without the length that Qt puts before it
+}
+
+const QByteArray tooMuch = packed(QByteArray(1 << 20, ' '), 257);
+const QByteArray patternEntries = "/PatternType 1 /PaintType 1 /TilingType 1 /Resources << >> ";
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, PageRasteriserHostile,
+    testing::Values(
+        HostileCase{"NestedStates", QByteArray("q ").repeated(10'010), "null"},
+        HostileCase{"FormThatUnpacksToTooMuch", "/X Do", form("/Filter /FlateDecode ", tooMuch)},
+        HostileCase{
+            "TilesWithoutNumber", "/Pattern cs /P scn 0 0 100 100 re f",
+            rawStream(patternEntries + "/BBox [0 0 1 1] /XStep 0.0001 /YStep 0.0001", "0 0 1 1 re f")},
+        HostileCase{
+            "ImageFarLargerThanThePage", "1000000 0 0 1000000 0 0 cm /X Do",
+            rawStream("/Subtype /Image /Width 1 /Height 1 /BitsPerComponent 8 /ColorSpace /DeviceGray",
+                      "0")}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST(PageRasteriser, DashesWithoutNumberBecomeALine)
+{
+    const QImage image =
+        drawn(onePage("/MediaBox [0 0 20 20]", "4 w [0.00001] 0 d 0 10 m 20 10 l S"), {20, 20});
+    EXPECT_EQ(image.pixel(10, 10), 0xff000000);
+}
+
 TEST(PageRasteriser, WhatCannotBeDrawnIsNull)
 {
     const auto pages = PageRasteriser::open(markedPage(0));
