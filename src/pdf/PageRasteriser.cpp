@@ -7,6 +7,7 @@
 // output device for each page and so loads every font again, which doubles the time of a small picture of a
 // text page.
 #include <Error.h>
+#include <GfxState.h>
 #include <GlobalParams.h>
 #include <PDFDoc.h>
 #include <Page.h>
@@ -27,7 +28,10 @@ void prepareLibrary()
     static const bool prepared = [] {
         globalParams = std::make_unique<GlobalParams>();
         setErrorCallback([](ErrorCategory, Goffset, const char*) {}); // it would write to standard error
-        return true;
+        // The first graphics state makes the colour profiles that all share, without a lock: here no other thread draws yet.
+        const PDFRectangle anyBox(0, 0, 1, 1);
+        const GfxState first(72, 72, &anyBox, 0, false);
+        return GfxState::sRGBProfile != nullptr;
     }();
     Q_UNUSED(prepared);
 }
