@@ -11,8 +11,13 @@ namespace folvane {
 /// A decoded picture packed without loss, for keeping. Pages are mostly paper: many times as many fit into memory.
 class PackedSamples {
 public:
+    enum class Effort {
+        Quick,
+        Small, ///< also tries what suits photographs
+    };
+
     /// Throws std::bad_alloc.
-    explicit PackedSamples(const pdf::ImageSamples& samples);
+    explicit PackedSamples(const pdf::ImageSamples& samples, Effort effort = Effort::Quick);
 
     /// Of what is kept.
     size_t byteCount() const { return static_cast<size_t>(m_bytes.size()); }
@@ -21,6 +26,7 @@ public:
 private:
     QSize m_size;
     int m_channels;
+    bool m_areDifferences = false;
     QByteArray m_bytes; // one frame of Zstandard (RFC 8878)
 };
 

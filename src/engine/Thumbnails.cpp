@@ -51,7 +51,7 @@ QCoro::Task<Thumbnails::Picture> Thumbnails::made(Key key, std::stop_token stop)
         if (!drawn || drawn->image.isNull())
             co_return Picture();
         const auto pack = [image = drawn->image] {
-            return std::make_shared<const PackedSamples>(samplesOf(image));
+            return std::make_shared<const PackedSamples>(samplesOf(image), PackedSamples::Effort::Small);
         };
         QCoro::Task<std::shared_ptr<const PackedSamples>> packing = inBackground(pack, stop);
         co_return co_await packing;
