@@ -65,6 +65,8 @@ QImage withoutTransparency(QImage picture, const std::stop_token& stop)
         }
     }
     half = {};
+    if (stop.stop_requested() || !picture.reinterpretAsFormat(QImage::Format_RGBX8888))
+        return {};
     return std::move(picture).convertToFormat(QImage::Format_RGB888);
 }
 
