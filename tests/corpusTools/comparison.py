@@ -6,6 +6,7 @@ from functools import cached_property
 from pathlib import Path
 
 from corpusTools import outsideTools as tools
+from corpusTools.passwords import ONLY_ATTACHMENTS_LOCKED
 from corpusTools.pdfReader import PdfReader, Unreadable
 
 AWAY_FROM_PAGE = ("/Parent", "/P", "/Dest", "/A", "/B", "/StructParents", "/Popup", "/IRT")
@@ -208,7 +209,7 @@ def _leaks(source, copy, kept):
 
 
 def _locks(source, saved):
-    if not source.password:
+    if not source.password or source.path.name in ONLY_ATTACHMENTS_LOCKED:
         return [Difference("password", "the copy asks for one")] if tools.is_locked(saved) else []
     found = []
     if not tools.is_locked(saved):

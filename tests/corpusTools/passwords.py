@@ -11,3 +11,9 @@ PASSWORDS = {
     "libreoffice-writer-password.pdf": "openpassword",
     "nontrivial-crypt-filter.pdf": "asdfqwer",
 }
+
+# Only their attachments are locked, so they open and are copied without a question, and without these.
+ONLY_ATTACHMENTS_LOCKED = {
+    "enc-XI-R6,V5,U=attachment,encrypted-attachments.pdf",
+    "nontrivial-crypt-filter.pdf",
+}
