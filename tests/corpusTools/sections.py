@@ -5,7 +5,7 @@ import re
 
 def write_section(path, title, text):
     """Puts the text in place of the section with that title, or at the end; the others stay."""
-    head, *sections = re.split(r"^## ", path.read_text(), flags=re.MULTILINE)
+    head, *sections = re.split(r"^## ", path.read_text() if path.exists() else "", flags=re.MULTILINE)
     texts = dict(section.split("\n", 1) for section in sections)
-    texts[title] = f"\n{text.strip()}\n\n"
-    path.write_text((head + "".join(f"## {name}\n{body}" for name, body in texts.items())).rstrip() + "\n")
+    texts[title] = text
+    path.write_text(head + "\n\n".join(f"## {name}\n\n{body.strip()}" for name, body in texts.items()) + "\n")
