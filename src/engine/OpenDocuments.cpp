@@ -18,7 +18,7 @@ pdf::Opening openingOf(const QUrl& url, const std::shared_ptr<const SourceFile>&
                        const std::optional<QString>& password, const std::stop_token& stop = {})
 {
     if (fileKind(url) == FileKind::Pdf)
-        return pdf::Document::open(file, password);
+        return pdf::Document::open(file, password, stop);
     std::unique_ptr<pdf::Document> picture =
         pdf::pictureDocument(file, QFileInfo(url.fileName()).suffix().toLower(), stop);
     const auto outcome = picture ? pdf::Opening::Outcome::Opened : pdf::Opening::Outcome::Unreadable;

@@ -12,7 +12,7 @@
 
 namespace folvane::pdf {
 
-DrawingDevice::DrawingDevice(SplashColorPtr paper) : BoundedImages(splashModeRGB8, 4, false, paper)
+DrawingDevice::DrawingDevice(SplashColorPtr paper) : SplashOutputDev(splashModeRGB8, 4, false, paper)
 {
     setFontAntialias(true);
     setVectorAntialias(true);

@@ -1,13 +1,14 @@
 #pragma once
 
-#include "pdf/BoundedImages.h"
 #include "pdf/ContentGauge.h"
 
 #include <PDFDoc.h>
+#include <SplashOutputDev.h>
 
 #include <QSize>
 
 #include <set>
+#include <vector>
 
 namespace folvane::pdf {
 
@@ -15,7 +16,7 @@ class DrawingBudget;
 
 /// The library's device for bitmaps, kept within a budget of time and memory. The library asks between operators of a
 /// page whether to go on, but not in patterns, long texts and meshes; and it nests as deep as a page tells it to.
-class DrawingDevice final : public BoundedImages {
+class DrawingDevice final : public SplashOutputDev {
 public:
     static constexpr int mostStates = 10'000; ///< in one another
 
@@ -40,6 +41,9 @@ public:
                   CharCode code, int bytes, const Unicode* text, int length) override;
     bool beginType3Char(GfxState* state, double x, double y, double dx, double dy, CharCode code,
                         const Unicode* text, int length) override;
+    void setSoftMaskFromImageMask(GfxState* state, Object* ref, Stream* stream, int width, int height,
+                                  bool invert, bool isInline, double* baseMatrix) override;
+    void unsetSoftMaskFromImageMask(GfxState* state, double* baseMatrix) override;
     void drawImageMask(GfxState* state, Object* ref, Stream* stream, int width, int height, bool invert,
                        bool interpolate, bool isInline) override;
     void drawImage(GfxState* state, Object* ref, Stream* stream, int width, int height,
@@ -62,11 +66,13 @@ private:
         int states = 0;
         qint64 imageMemory = 0; ///< allowed so far
         std::set<Ref> forms = {};
+        std::vector<bool> softMasks = {}; ///< of those in one another, whether the library has it
     };
 
     static bool mustEnd(void* budget);
     bool isOverNowAndThen();
-    bool isFitting(GfxState* state, int width, int height);
+    bool isFitting(GfxState& state, Stream& stream, int width, int height, GfxImageColorMap* colours,
+                   bool isInline);
     bool leaveDashesOut(GfxState* state);
 
     Drawing* m_drawing = nullptr; ///< during draw(), and the library calls at no other time

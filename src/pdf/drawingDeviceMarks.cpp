@@ -1,5 +1,6 @@
 #include "pdf/DrawingBudget.h"
 #include "pdf/DrawingDevice.h"
+#include "pdf/imageBounds.h"
 
 #include <Gfx.h>
 #include <splash/Splash.h>
@@ -15,11 +16,9 @@ namespace {
 
 constexpr qint64 mostTiles = 1 << 27;  // of a pattern: the library takes a second for them, and asks nobody
 constexpr double mostDashes = 200'000; // of one stroke: each takes 2.5 KB
-constexpr double mostScaled = 1 << 28; // pixels of an image at its size on the page: all of them are made
 constexpr qint64 mostPixels = qint64(1) << 31; // of an image, which take ten seconds
 constexpr qint64 bytesOfAPixel = 6;            // as a decoder may hold an image whole
 constexpr qint64 mostImageMemory = qint64(1) << 30;
-constexpr int widestImage = 1 << 24; // pixels: of a row several copies are made
 
 /// The way along the lines of a path, with the control points of curves, in user space.
 double lengthOf(const GfxPath& path)
@@ -116,11 +115,11 @@ void DrawingDevice::clipToStrokePath(GfxState* state)
         updateLineDash(state);
 }
 
-bool DrawingDevice::isFitting(GfxState* state, int width, int height)
+// A page without one of its images would pass for the whole page.
+bool DrawingDevice::isFitting(GfxState& state, Stream& stream, int width, int height,
+                              GfxImageColorMap* colours, bool isInline)
 {
-    const double* matrix = state->getCTM();
-    const double scaled = std::hypot(matrix[0], matrix[1]) * std::hypot(matrix[2], matrix[3]);
-    if (!(scaled <= mostScaled) || width > widestImage || qint64(width) * height > mostPixels)
+    if (qint64(width) * height > mostPixels || !imageFits(state, stream, width, colours, isInline))
         m_drawing->budget.endAsTooLarge();
     const qint64 memory = std::min(bytesOfAPixel * width * height, mostImageMemory);
     m_drawing->budget.allowMemory(std::max<qint64>(memory - m_drawing->imageMemory, 0));
@@ -128,29 +127,47 @@ bool DrawingDevice::isFitting(GfxState* state, int width, int height)
     return !isOverNowAndThen();
 }
 
+void DrawingDevice::setSoftMaskFromImageMask(GfxState* state, Object* ref, Stream* stream, int width,
+                                             int height, bool invert, bool isInline, double* baseMatrix)
+{
+    m_drawing->softMasks.push_back(isFitting(*state, *stream, width, height, nullptr, isInline));
+    if (m_drawing->softMasks.back())
+        SplashOutputDev::setSoftMaskFromImageMask(state, ref, stream, width, height, invert, isInline,
+                                                  baseMatrix);
+}
+
+void DrawingDevice::unsetSoftMaskFromImageMask(GfxState* state, double* baseMatrix)
+{
+    const bool isSet = m_drawing->softMasks.back();
+    m_drawing->softMasks.pop_back();
+    if (isSet)
+        SplashOutputDev::unsetSoftMaskFromImageMask(state, baseMatrix);
+}
+
 void DrawingDevice::drawImageMask(GfxState* state, Object* ref, Stream* stream, int width, int height,
                                   bool invert, bool interpolate, bool isInline)
 {
-    if (isFitting(state, width, height))
-        BoundedImages::drawImageMask(state, ref, stream, width, height, invert, interpolate, isInline);
+    if (isFitting(*state, *stream, width, height, nullptr, isInline))
+        SplashOutputDev::drawImageMask(state, ref, stream, width, height, invert, interpolate, isInline);
 }
 
 void DrawingDevice::drawImage(GfxState* state, Object* ref, Stream* stream, int width, int height,
                               GfxImageColorMap* colours, bool interpolate, const int* maskColours,
                               bool isInline)
 {
-    if (isFitting(state, width, height))
-        BoundedImages::drawImage(state, ref, stream, width, height, colours, interpolate, maskColours,
-                                 isInline);
+    if (isFitting(*state, *stream, width, height, colours, isInline))
+        SplashOutputDev::drawImage(state, ref, stream, width, height, colours, interpolate, maskColours,
+                                   isInline);
 }
 
 void DrawingDevice::drawMaskedImage(GfxState* state, Object* ref, Stream* stream, int width, int height,
                                     GfxImageColorMap* colours, bool interpolate, Stream* maskStream,
                                     int maskWidth, int maskHeight, bool maskInvert, bool maskInterpolate)
 {
-    if (isFitting(state, std::max(width, maskWidth), std::max(height, maskHeight)))
-        BoundedImages::drawMaskedImage(state, ref, stream, width, height, colours, interpolate, maskStream,
-                                       maskWidth, maskHeight, maskInvert, maskInterpolate);
+    if (isFitting(*state, *stream, width, height, colours, false)
+        && isFitting(*state, *maskStream, maskWidth, maskHeight, nullptr, false))
+        SplashOutputDev::drawMaskedImage(state, ref, stream, width, height, colours, interpolate, maskStream,
+                                         maskWidth, maskHeight, maskInvert, maskInterpolate);
 }
 
 void DrawingDevice::drawSoftMaskedImage(GfxState* state, Object* ref, Stream* stream, int width, int height,
@@ -158,9 +175,10 @@ void DrawingDevice::drawSoftMaskedImage(GfxState* state, Object* ref, Stream* st
                                         int maskWidth, int maskHeight, GfxImageColorMap* maskColours,
                                         bool maskInterpolate)
 {
-    if (isFitting(state, std::max(width, maskWidth), std::max(height, maskHeight)))
-        BoundedImages::drawSoftMaskedImage(state, ref, stream, width, height, colours, interpolate,
-                                           maskStream, maskWidth, maskHeight, maskColours, maskInterpolate);
+    if (isFitting(*state, *stream, width, height, colours, false)
+        && isFitting(*state, *maskStream, maskWidth, maskHeight, maskColours, false))
+        SplashOutputDev::drawSoftMaskedImage(state, ref, stream, width, height, colours, interpolate,
+                                             maskStream, maskWidth, maskHeight, maskColours, maskInterpolate);
 }
 
 } // namespace folvane::pdf

@@ -20,6 +20,7 @@ namespace folvane {
 
 namespace {
 
+constexpr quint64 mostTiffSamples = 32; // a pixel; the library makes room for all of them, however many
 constexpr int bytesPerMegabyte = 1 << 20;
 
 /// Qt's name of a format that its plugins read.
@@ -142,6 +143,8 @@ std::optional<Picture> decodeQtFile(PictureBytes content, PictureFormat format, 
 std::optional<Picture> decodeTiffFile(PictureBytes content, const std::stop_token& stop)
 {
     const TiffDirectory largest = largestTiffDirectory(content.bytes);
+    if (tiffSamplesPerPixel(content.bytes, largest) > mostTiffSamples)
+        return std::nullopt;
     std::optional<InkSamples> inks = decodeTiffInks(content.bytes, largest.index, stop);
     if (!inks)
         return decodeQtFile(std::move(content), PictureFormat::Tiff, largest.index, stop);

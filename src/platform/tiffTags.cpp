@@ -9,7 +9,8 @@ namespace folvane {
 
 namespace {
 
-constexpr quint16 widthTag = 0x0100, heightTag = 0x0101, orientationTag = 0x0112, profileTag = 0x8773;
+constexpr quint16 widthTag = 0x0100, heightTag = 0x0101, orientationTag = 0x0112, samplesTag = 0x0115,
+                  profileTag = 0x8773;
 constexpr quint16 typeShort = 3;
 // A chain may run in a circle, and its directories may share their entries.
 constexpr int mostDirectories = 1000;
@@ -110,6 +111,13 @@ TiffDirectory largestTiffDirectory(QByteArrayView tiff)
         }
     }
     return largest;
+}
+
+quint64 tiffSamplesPerPixel(QByteArrayView tiff, const TiffDirectory& directory)
+{
+    const TiffBlock block(tiff);
+    const std::optional<quint64> entry = block.find(directory.offset, samplesTag);
+    return entry ? block.number(*entry) : 1;
 }
 
 int tiffOrientation(QByteArrayView tiff, const TiffDirectory& directory)

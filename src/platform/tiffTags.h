@@ -13,6 +13,9 @@ struct TiffDirectory {
 /// The picture with the most pixels, the first of equal ones: what stands beside it is smaller versions of it.
 TiffDirectory largestTiffDirectory(QByteArrayView tiff);
 
+/// How many values a pixel has: 1 where that is not told.
+quint64 tiffSamplesPerPixel(QByteArrayView tiff, const TiffDirectory& directory);
+
 /// Orientation 1 to 8; 1 if there is none or a bad one.
 int tiffOrientation(QByteArrayView tiff, const TiffDirectory& directory);
 /// That of the first directory, the one that tells of the picture around an EXIF block.

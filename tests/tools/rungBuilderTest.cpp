@@ -39,6 +39,7 @@ TEST_F(RungBuilders, BuildOnceForAllWhoAsk)
 
 TEST_F(RungBuilders, TakeOverWhenTheFirstIsStopped)
 {
+    QCoro::Task<QByteArray> before = engine.build(copyPlan(*open({putPdf("long.pdf", 500)})), {});
     std::stop_source stop;
     QCoro::Task<QByteArray> stopped = build(medium, stop.get_token());
     QCoro::Task<QByteArray> waiting = build(medium);
@@ -46,6 +47,7 @@ TEST_F(RungBuilders, TakeOverWhenTheFirstIsStopped)
     EXPECT_THROW(await(std::move(stopped)), Cancelled);
     EXPECT_TRUE(await(std::move(waiting)).startsWith("%PDF"));
     EXPECT_EQ(builder->builds(), 2);
+    await(std::move(before));
 }
 
 TEST_F(RungBuilders, LetWhoWaitsGoAtOnceWhenStopped)

@@ -1,5 +1,6 @@
 #include "tour/accessibleTree.h"
 
+#include <QAbstractItemView>
 #include <QWidget>
 
 namespace folvane {
@@ -14,9 +15,10 @@ bool isOnScreen(QAccessibleInterface& item)
     return !item.state().invisible && (!widget || widget->isVisible());
 }
 
-bool hasManyItems(QAccessible::Role role)
+/// Views that make their items when asked; lists of a few widgets are not among them.
+bool hasManyItems(const QAccessibleInterface& item)
 {
-    return role == QAccessible::List || role == QAccessible::Table || role == QAccessible::Tree;
+    return qobject_cast<QAbstractItemView*>(item.object());
 }
 
 QAccessibleInterface* find(QAccessibleInterface& item, const Fits& fits)
@@ -25,7 +27,7 @@ QAccessibleInterface* find(QAccessibleInterface& item, const Fits& fits)
         return nullptr;
     if (fits(item))
         return &item;
-    if (hasManyItems(item.role()))
+    if (hasManyItems(item))
         return nullptr;
     for (int child = 0; child < item.childCount(); ++child) {
         QAccessibleInterface* below = item.child(child);

@@ -82,7 +82,7 @@ void showBrowsing(Tour& tour)
     browseTo(tour, read, Pace::Reading);
     browseTo(tour, 0, Pace::Reading);
     for (int round = 0; round < tour.options().rounds; ++round) {
-        for (const QSize& size : {QSize(1000, 660), QSize(1440, 900), QSize(1920, 1080)})
+        for (const QSize& size : {tour.window().minimumSize(), QSize(1440, 900), QSize(1920, 1080)})
             browseBothWays(tour, size);
     }
     tour.picture(QStringLiteral("after-browsing-a-long-document"));
