@@ -32,7 +32,7 @@ qint64 jpegMemory(const StoredImage& image)
                + pixelCount(image.size) * image.channels * qint64(sizeof(int16_t));
     JpegStream jpeg(image.bytes, image.colourTransform);
     const std::optional<JpegShape> shape = jpeg.shape();
-    return shape ? rows * shape->channels * shape->size.width() + jpeg.coefficientMemory() : 0;
+    return shape ? rows * shape->channels * shape->size.width() + jpeg.coefficientMemory().value_or(0) : 0;
 }
 
 /// The size at which a picture meets its mask.

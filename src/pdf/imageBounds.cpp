@@ -41,8 +41,8 @@ qint64 coefficientMemory(Stream& packed, qsizetype headerBytes)
     header.truncate(
         packed.doGetChars(static_cast<int>(headerBytes), reinterpret_cast<unsigned char*>(header.data())));
     JpegStream jpeg(header, std::nullopt);
-    if (jpeg.shape())
-        return jpeg.coefficientMemory();
+    if (const std::optional<qint64> memory = jpeg.coefficientMemory())
+        return *memory;
     const bool isWhole = header.size() < headerBytes || headerBytes >= mostHeader;
     return isWhole ? 0 : coefficientMemory(packed, 8 * headerBytes);
 }

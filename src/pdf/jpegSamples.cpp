@@ -124,7 +124,14 @@ struct JpegStream::Decoder {
         codec.progress = &progress;
         jpeg_mem_src(&codec, reinterpret_cast<const uchar*>(bytes.constData()),
                      static_cast<size_t>(bytes.size()));
-        return jpeg_read_header(&codec, TRUE) == JPEG_HEADER_OK && isFeasible(codec);
+        return jpeg_read_header(&codec, TRUE) == JPEG_HEADER_OK;
+    }
+
+    bool hasHeader()
+    {
+        if (!header)
+            header = readHeader();
+        return *header;
     }
 
     bool start(unsigned eighths)
@@ -151,6 +158,7 @@ struct JpegStream::Decoder {
     ErrorManager errors;
     jpeg_progress_mgr progress{};
     jpeg_decompress_struct codec{};
+    std::optional<bool> header; ///< whether it could be read, once that was tried
 };
 
 JpegStream::JpegStream(const QByteArray& bytes, std::optional<int> colourTransform)
@@ -163,7 +171,7 @@ JpegStream::~JpegStream() = default;
 std::optional<JpegShape> JpegStream::shape()
 {
     const jpeg_decompress_struct& codec = m_decoder->codec;
-    if (codec.global_state == 0 && !m_decoder->readHeader())
+    if (!m_decoder->hasHeader() || !isFeasible(codec))
         return std::nullopt;
     const int channels = codec.num_components;
     if (channels != 1 && channels != 3 && channels != 4)
@@ -172,9 +180,9 @@ std::optional<JpegShape> JpegStream::shape()
                      channels, channels == 4 && codec.saw_Adobe_marker};
 }
 
-qint64 JpegStream::coefficientMemory()
+std::optional<qint64> JpegStream::coefficientMemory()
 {
-    return coefficientBytes(m_decoder->codec);
+    return m_decoder->hasHeader() ? std::optional(coefficientBytes(m_decoder->codec)) : std::nullopt;
 }
 
 bool JpegStream::decode(int longest, const std::stop_token& stop, const std::function<void(QSize)>& takeSize,

@@ -32,8 +32,9 @@ public:
     /// Nothing when it is no JPEG of 8 bits and 1, 3 or 4 components, or is too large.
     std::optional<JpegShape> shape();
 
-    /// What a JPEG in several scans takes until its last one is there, in bytes; 0 for others. Once shape() is known.
-    qint64 coefficientMemory();
+    /// What a JPEG in several scans takes until its last one is there, in bytes; 0 for others, nothing where the bytes
+    /// have no whole header.
+    std::optional<qint64> coefficientMemory();
 
     /// Decodes at the smallest of the sizes 1/8, 1/4, 1/2 and 1 (those quick in the transform domain) whose long side is
     /// at least `longest`; at full size when there is none. Tells the size before the first row is made.

@@ -236,7 +236,7 @@ qint64 Reader::drawingMemory() const
         return rows + pixelCount(image.size) / 4;
     JpegStream jpeg(image.bytes, image.colourTransform);
     const bool isKnown = image.filters.empty() && jpeg.shape();
-    return rows + (isKnown ? jpeg.coefficientMemory() : pixelCount(image.size) * 8);
+    return rows + (isKnown ? jpeg.coefficientMemory().value_or(0) : pixelCount(image.size) * 8);
 }
 
 bool isColourKey(QPDFObjectHandle mask)
