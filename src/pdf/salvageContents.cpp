@@ -84,7 +84,7 @@ std::vector<Place> placesIn(QByteArrayView stream, qsizetype first)
         const auto offset = asInteger(tokens.next().text);
         if (!number || !offset || places.size() > mostObjects)
             return places;
-        if (*number > 0 && *number <= 8388607 && *offset >= 0 && *offset < stream.size() - first)
+        if (*number > 0 && *number <= highestObjectNumber && *offset >= 0 && *offset < stream.size() - first)
             places.push_back({int(*number), index, first + qsizetype(*offset)});
     }
 }

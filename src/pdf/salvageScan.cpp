@@ -10,7 +10,6 @@ namespace folvane::pdf::salvage {
 
 namespace {
 
-constexpr qint64 highestNumber = 8388607;
 constexpr qint64 highestGeneration = 65535;
 constexpr size_t mostMarks = 10'000'000; // a file of more is hostile
 constexpr int longestGap = 32;           // white space between number, generation and "obj"
@@ -75,7 +74,7 @@ std::optional<Mark> headerEndingAt(QByteArrayView file, qsizetype word)
     const auto generation = reader.number(highestGeneration);
     if (!generation || !reader.skipGap())
         return {};
-    const auto number = reader.number(highestNumber);
+    const auto number = reader.number(highestObjectNumber);
     if (!number || *number == 0)
         return {};
     return Mark{reader.position(), end, {*number, *generation}};

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 
 namespace folvane::pdf::salvage {
 
@@ -294,7 +293,7 @@ std::optional<Reference> asReference(QByteArrayView value)
     const auto generation = asInteger(tokens.next().text);
     if (!number || !generation || tokens.next().text != "R")
         return {};
-    if (*number <= 0 || *number > std::numeric_limits<int>::max() || *generation < 0 || *generation > 65535)
+    if (*number <= 0 || *number > highestObjectNumber || *generation < 0 || *generation > 65535)
         return {};
     return Reference{int(*number), int(*generation)};
 }

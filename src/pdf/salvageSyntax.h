@@ -10,6 +10,9 @@
 /// throws, nothing recurses, and views point into the text that was given.
 namespace folvane::pdf::salvage {
 
+/// As ISO 32000-1, annex C, has it; there is room above for objects that are made anew.
+constexpr qint64 highestObjectNumber = 8'388'607;
+
 struct Reference {
     int number = 0;
     int generation = 0;

@@ -31,7 +31,7 @@ bool isCompleteBmp(QByteArrayView bytes)
     if (packing == rle8 || packing == rle4)
         return pixelsAt + littleAt<quint32>(bytes, 34) <= bytes.size();
     const qint64 rowBytes = (width * littleAt<quint16>(bytes, 28) + 31) / 32 * 4;
-    return pixelsAt + rowBytes * height - 3 <= bytes.size();
+    return rowBytes <= 0 || height <= (bytes.size() - pixelsAt + 3) / rowBytes; // no product: it can overflow
 }
 
 qsizetype paletteBytes(int flags)
