@@ -41,8 +41,8 @@ public:
     /// See SourceFile::failedReads(); none of a document in memory.
     quint64 failedReads() const;
     /// The page's crop box on opaque white in exactly `pixels`, turned by `turn` degrees on top of its own rotation;
-    /// null when the file cannot be read, or the page not be drawn within the budget. That is remembered, and answered at once when a budget of no more
-    /// time is offered for the page again.
+    /// null when the file cannot be read, or the page not be drawn within the budget. The latter is remembered, and
+    /// answered at once when a budget of no more time is offered for the page again.
     QImage draw(int index, QSize pixels, int turn, DrawingBudget& budget);
     /// With the budget of a picture.
     QImage draw(int index, QSize pixels, int turn, std::stop_token stop);

@@ -119,8 +119,10 @@ void DrawingDevice::clipToStrokePath(GfxState* state)
 bool DrawingDevice::isFitting(GfxState& state, Stream& stream, int width, int height,
                               GfxImageColorMap* colours, bool isInline)
 {
-    if (qint64(width) * height > mostPixels || !imageFits(state, stream, width, colours, isInline))
+    if (qint64(width) * height > mostPixels || !imageFits(state, stream, width, colours, isInline)) {
         m_drawing->budget.endAsTooLarge();
+        return false;
+    }
     const qint64 memory = std::min(bytesOfAPixel * width * height, mostImageMemory);
     m_drawing->budget.allowMemory(std::max<qint64>(memory - m_drawing->imageMemory, 0));
     m_drawing->imageMemory = std::max(memory, m_drawing->imageMemory);
