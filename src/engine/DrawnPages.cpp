@@ -2,7 +2,7 @@
 
 #include "engine/EngineError.h"
 #include "engine/imageSamples.h"
-#include "engine/pageImages.h"
+#include "engine/pixelSize.h"
 #include "pdf/AreaScaler.h"
 #include "pdf/Document.h"
 #include "pdf/PageRasteriser.h"

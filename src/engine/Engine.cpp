@@ -2,8 +2,9 @@
 
 #include "engine/EngineError.h"
 #include "engine/OpenDocuments.h"
+#include "engine/PageExport.h"
 #include "engine/buildAsPictures.h"
-#include "engine/pageImages.h"
+#include "engine/pixelSize.h"
 #include "pdf/Assembly.h"
 #include "pdf/DrawingBudget.h"
 #include "pdf/ImageCache.h"
@@ -91,6 +92,7 @@ struct Engine::State {
     std::vector<pdf::PageCopy> resolved(const BuildPlan& plan);
     QByteArray assembled(const BuildPlan& plan, const std::stop_token& stop);
     QByteArray built(const BuildPlan& plan, const std::stop_token& stop);
+    QList<QByteArray> exported(const BuildPlan& plan, PageExport pictures, const std::stop_token& stop);
     const std::shared_ptr<DrawnPages>& pagesToDraw(const BuildPlan& plan, const std::stop_token& stop);
     void forgetPictures();
     std::optional<SendableImage> drawn(const PageSource& source, int turn, double longSide,
@@ -153,6 +155,29 @@ QByteArray Engine::State::built(const BuildPlan& plan, const std::stop_token& st
     }
     return buildAsPictures(pagesToDraw(flatCopy(plan), stop), *plan.quality,
                            plan.password.value_or(QString()), stop);
+}
+
+// What a copy of the pages would show, without the copy: of an album of photographs it would fill the memory.
+QList<QByteArray> Engine::State::exported(const BuildPlan& plan, PageExport pictures,
+                                          const std::stop_token& stop)
+{
+    const std::vector<pdf::PageCopy> pages = resolved(plan);
+    const SourceWatch sources(pages);
+    for (size_t i = 0; i < pages.size(); ++i) {
+        throwIfStopped(stop);
+        const PageSource& source = plan.pages[i].source;
+        const int turn = plan.pages[i].turn;
+        const QSize size = pictures.pixels(pages[i].source->geometry(source.index)->displaySize(turn));
+        pictures.makeRoom();
+        documents.noteDrawing(source.url);
+        QImage drawn = pages[i].source->draw(source.index, size, turn, stop);
+        throwIfStopped(stop);
+        sources.requireIntact();
+        if (drawn.isNull())
+            throw EngineError(EngineError::Kind::WriteFailed);
+        pictures.add(std::move(drawn));
+    }
+    return pictures.finished();
 }
 
 const std::shared_ptr<DrawnPages>& Engine::State::pagesToDraw(const BuildPlan& plan,
@@ -257,9 +282,8 @@ QList<QByteArray> Engine::pictures(const BuildPlan& plan, double dpi, bool jpeg,
 {
     if (plan.pages.empty())
         return {};
-    const PictureFormat format = jpeg ? PictureFormat::Jpeg : PictureFormat::Png;
-    return withOwnErrors(
-        [&] { return pagePictures(m_state->assembled(flatCopy(plan), stop), dpi, format, stop); });
+    const ExportFormat format = jpeg ? ExportFormat::Jpeg : ExportFormat::Png;
+    return withOwnErrors([&] { return m_state->exported(plan, PageExport(dpi, format, stop), stop); });
 }
 
 } // namespace folvane
