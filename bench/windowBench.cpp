@@ -3,9 +3,9 @@
 //                                                  square of the colour in their middle
 //     folvane-window-bench saving FILE TO          the longest gap of the interface thread while FILE is saved
 
-#include "platform/spawn.h"
+#include "platform/tasks/spawn.h"
 #include "shell/DocumentView.h"
-#include "shell/PageGrid.h"
+#include "shell/pageGrid/PageGrid.h"
 #include "tour/Stage.h"
 #include "tour/TourFailed.h"
 #include "tour/Watchdog.h"

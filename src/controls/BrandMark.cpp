@@ -1,9 +1,9 @@
 #include "controls/BrandMark.h"
 
-#include "controls/Shadow.h"
-#include "controls/brandPictures.h"
-#include "controls/continuousRect.h"
-#include "controls/visualMargin.h"
+#include "controls/style/Shadow.h"
+#include "controls/style/brandPictures.h"
+#include "controls/style/continuousRect.h"
+#include "controls/style/visualMargin.h"
 
 #include <QPainter>
 

@@ -1,11 +1,11 @@
 #include "controls/Button.h"
 
-#include "controls/Shadow.h"
 #include "controls/appearance.h"
-#include "controls/continuousRect.h"
-#include "controls/drawFaded.h"
-#include "controls/focusRing.h"
-#include "controls/visualMargin.h"
+#include "controls/style/Shadow.h"
+#include "controls/style/continuousRect.h"
+#include "controls/style/drawFaded.h"
+#include "controls/style/focusRing.h"
+#include "controls/style/visualMargin.h"
 
 #include <QEvent>
 #include <QPainter>

@@ -1,10 +1,10 @@
 #include "controls/ChoiceRow.h"
 
 #include "controls/Spinner.h"
-#include "controls/Theme.h"
 #include "controls/appearance.h"
-#include "controls/continuousRect.h"
-#include "controls/icons.h"
+#include "controls/style/Theme.h"
+#include "controls/style/continuousRect.h"
+#include "controls/style/icons.h"
 
 #include <QPainter>
 

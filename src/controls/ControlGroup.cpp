@@ -1,8 +1,8 @@
 #include "controls/ControlGroup.h"
 
-#include "controls/Theme.h"
-#include "controls/continuousRect.h"
-#include "controls/focusRing.h"
+#include "controls/style/Theme.h"
+#include "controls/style/continuousRect.h"
+#include "controls/style/focusRing.h"
 
 #include <QAbstractButton>
 #include <QHBoxLayout>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/icons.h"
+#include "controls/style/icons.h"
 
 #include <QWidget>
 

@@ -1,8 +1,8 @@
 #include "controls/LinkButton.h"
 
-#include "controls/Theme.h"
 #include "controls/appearance.h"
-#include "controls/focusRing.h"
+#include "controls/style/Theme.h"
+#include "controls/style/focusRing.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
 #include "controls/SectionHeader.h"
 
-#include "controls/Theme.h"
 #include "controls/appearance.h"
+#include "controls/style/Theme.h"
 
 namespace folvane {
 

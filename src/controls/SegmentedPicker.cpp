@@ -1,9 +1,9 @@
 #include "controls/SegmentedPicker.h"
 
-#include "controls/Shadow.h"
 #include "controls/appearance.h"
-#include "controls/continuousRect.h"
-#include "controls/focusRing.h"
+#include "controls/style/Shadow.h"
+#include "controls/style/continuousRect.h"
+#include "controls/style/focusRing.h"
 
 #include <QButtonGroup>
 #include <QHBoxLayout>

@@ -1,6 +1,6 @@
 #include "controls/Spinner.h"
 
-#include "controls/Theme.h"
+#include "controls/style/Theme.h"
 
 #include <QPainter>
 

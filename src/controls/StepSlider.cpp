@@ -1,7 +1,7 @@
 #include "controls/StepSlider.h"
 
-#include "controls/Shadow.h"
-#include "controls/focusRing.h"
+#include "controls/style/Shadow.h"
+#include "controls/style/focusRing.h"
 
 #include <QMouseEvent>
 #include <QPainter>

@@ -1,11 +1,11 @@
 #include "controls/appearance.h"
 
-#include "controls/FolvaneStyle.h"
-#include "controls/Theme.h"
 #include "controls/accessibility.h"
-#include "controls/brandPictures.h"
-#include "controls/mnemonics.h"
-#include "controls/returnKey.h"
+#include "controls/style/FolvaneStyle.h"
+#include "controls/style/Theme.h"
+#include "controls/style/brandPictures.h"
+#include "controls/style/mnemonics.h"
+#include "controls/style/returnKey.h"
 
 #include <QApplication>
 #include <QDir>

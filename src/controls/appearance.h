@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/focusRing.h"
+#include "controls/style/focusRing.h"
 
 class QApplication;
 class QFont;

@@ -1,9 +1,9 @@
 #include "controls/paper.h"
 
-#include "controls/Shadow.h"
 #include "controls/Spinner.h"
-#include "controls/Theme.h"
-#include "controls/icons.h"
+#include "controls/style/Shadow.h"
+#include "controls/style/Theme.h"
+#include "controls/style/icons.h"
 
 #include <QPainter>
 #include <QPixmap>

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "documents/Answer.h"
-#include "documents/BuildPlan.h"
-#include "documents/BusyState.h"
-#include "documents/Destination.h"
-#include "documents/FileSheet.h"
 #include "documents/MergeModel.h"
 #include "documents/OpenFile.h"
-#include "documents/PasswordRequest.h"
 #include "documents/Sources.h"
-#include "documents/Toast.h"
 #include "engine/Thumbnails.h"
-#include "platform/Panels.h"
+#include "platform/desktop/Panels.h"
+#include "platform/tasks/Answer.h"
+#include "records/BuildPlan.h"
+#include "records/BusyState.h"
+#include "records/Destination.h"
+#include "records/FileSheet.h"
+#include "records/PasswordRequest.h"
+#include "records/Toast.h"
 
 #include <QCoroTask>
 

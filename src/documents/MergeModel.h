@@ -1,6 +1,6 @@
 #pragma once
 
-#include "documents/MergeItem.h"
+#include "records/MergeItem.h"
 
 #include <QProperty>
 #include <QSet>

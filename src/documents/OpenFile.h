@@ -1,6 +1,6 @@
 #pragma once
 
-#include "documents/PageItem.h"
+#include "records/PageItem.h"
 
 #include <QProperty>
 #include <QSet>

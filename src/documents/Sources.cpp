@@ -1,7 +1,7 @@
 #include "documents/Sources.h"
 
 #include "engine/PDFEngine.h"
-#include "platform/spawn.h"
+#include "platform/tasks/spawn.h"
 
 #include <QFileInfo>
 

@@ -2,7 +2,7 @@
 
 #include "engine/OpenResult.h"
 #include "engine/Thumbnails.h"
-#include "platform/SourceFile.h"
+#include "platform/files/SourceFile.h"
 
 #include <QCoroTask>
 

@@ -1,6 +1,6 @@
 #include "documents/AppModel.h"
 #include "documents/pageLists.h"
-#include "platform/localeTexts.h"
+#include "platform/texts/localeTexts.h"
 
 #include <algorithm>
 

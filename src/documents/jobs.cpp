@@ -1,8 +1,8 @@
 #include "documents/AppModel.h"
 #include "engine/EngineError.h"
-#include "platform/Cancelled.h"
-#include "platform/spawn.h"
-#include "platform/writeFile.h"
+#include "platform/files/writeFile.h"
+#include "platform/tasks/Cancelled.h"
+#include "platform/tasks/spawn.h"
 
 // The one job that runs behind the busy overlay.
 

@@ -1,7 +1,7 @@
 #include "documents/AppModel.h"
 #include "documents/pageLists.h"
 #include "documents/suggestedNames.h"
-#include "platform/fileKind.h"
+#include "platform/files/fileKind.h"
 
 namespace folvane {
 

@@ -1,8 +1,8 @@
 #include "documents/AppModel.h"
 #include "documents/fileNames.h"
 #include "documents/pageLists.h"
-#include "platform/fileKind.h"
-#include "platform/localeTexts.h"
+#include "platform/files/fileKind.h"
+#include "platform/texts/localeTexts.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,8 +1,8 @@
 #include "documents/AppModel.h"
 #include "documents/pageLists.h"
 #include "engine/PDFEngine.h"
-#include "platform/fileKind.h"
-#include "platform/spawn.h"
+#include "platform/files/fileKind.h"
+#include "platform/tasks/spawn.h"
 
 #include <algorithm>
 #include <iterator>

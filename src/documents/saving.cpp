@@ -3,11 +3,11 @@
 #include "documents/pageLists.h"
 #include "documents/suggestedNames.h"
 #include "engine/PDFEngine.h"
-#include "platform/Cancelled.h"
-#include "platform/Preferences.h"
-#include "platform/background.h"
-#include "platform/fileKind.h"
-#include "platform/writeFile.h"
+#include "platform/desktop/Preferences.h"
+#include "platform/files/fileKind.h"
+#include "platform/files/writeFile.h"
+#include "platform/tasks/Cancelled.h"
+#include "platform/tasks/background.h"
 
 #include <QFileInfo>
 

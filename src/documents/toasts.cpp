@@ -1,6 +1,6 @@
 #include "documents/AppModel.h"
-#include "platform/Clock.h"
-#include "platform/spawn.h"
+#include "platform/tasks/Clock.h"
+#include "platform/tasks/spawn.h"
 
 namespace folvane {
 

@@ -1,8 +1,8 @@
 #include "documents/AppModel.h"
 #include "documents/fileNames.h"
-#include "platform/Cancelled.h"
-#include "platform/background.h"
-#include "platform/writeFile.h"
+#include "platform/files/writeFile.h"
+#include "platform/tasks/Cancelled.h"
+#include "platform/tasks/background.h"
 
 namespace folvane {
 

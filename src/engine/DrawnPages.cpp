@@ -1,12 +1,12 @@
 #include "engine/DrawnPages.h"
 
 #include "engine/EngineError.h"
-#include "engine/imageSamples.h"
 #include "engine/pixelSize.h"
-#include "pdf/AreaScaler.h"
 #include "pdf/Document.h"
-#include "pdf/PageRasteriser.h"
-#include "pdf/jpegSamples.h"
+#include "pdf/drawing/PageRasteriser.h"
+#include "pictures/AreaScaler.h"
+#include "pictures/jpegSamples.h"
+#include "pictures/samplesOf.h"
 
 #include <algorithm>
 #include <new>
@@ -49,8 +49,8 @@ pdf::PicturePages::Picture DrawnPages::picture(int page, int longSide, int quali
     const Samples drawn = longSide > fullSide ? draw(page, wanted, stop) : full(page, stop);
     if (!drawn || stop.stop_requested())
         return {};
-    const pdf::ImageSamples samples = scaled(*drawn, wanted, stop);
-    return {pdf::encodedJpeg(samples, quality, stop), wanted, samples.channels};
+    const ImageSamples samples = scaled(*drawn, wanted, stop);
+    return {encodedJpeg(samples, quality, stop), wanted, samples.channels};
 }
 
 DrawnPages::Samples DrawnPages::full(int page, const std::stop_token& stop)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "engine/PackedSamples.h"
-#include "pdf/BoundedCache.h"
 #include "pdf/PicturePages.h"
+#include "pictures/BoundedCache.h"
+#include "pictures/PackedSamples.h"
 
 #include <QByteArray>
 #include <QSize>
@@ -41,7 +41,7 @@ public:
 
 private:
     QSize pixels(int page, int longSide) const;
-    using Samples = std::optional<pdf::ImageSamples>;
+    using Samples = std::optional<ImageSamples>;
 
     Samples full(int page, const std::stop_token& stop);
     Samples draw(int page, QSize pixels, const std::stop_token& stop);
@@ -49,7 +49,7 @@ private:
 
     const QByteArray m_flat;
     std::vector<QSizeF> m_sizes;
-    pdf::BoundedCache<PackedSamples> m_full{448U << 20, pdf::WhenFull::NewestLeaves}; // by page
+    BoundedCache<PackedSamples> m_full{448U << 20, WhenFull::NewestLeaves}; // by page
     std::mutex m_mutex;
     std::vector<std::unique_ptr<pdf::PageRasteriser>> m_free; // each keeps its fonts from page to page
 };

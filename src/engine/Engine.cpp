@@ -6,9 +6,9 @@
 #include "engine/buildAsPictures.h"
 #include "engine/pixelSize.h"
 #include "pdf/Assembly.h"
-#include "pdf/DrawingBudget.h"
-#include "pdf/ImageCache.h"
-#include "platform/Cancelled.h"
+#include "pdf/drawing/DrawingBudget.h"
+#include "pdf/images/ImageCache.h"
+#include "platform/tasks/Cancelled.h"
 
 #include <QHash>
 

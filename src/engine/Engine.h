@@ -1,10 +1,10 @@
 #pragma once
 
-#include "documents/BuildPlan.h"
-#include "documents/PageItem.h"
 #include "engine/OpenResult.h"
 #include "engine/SendableImage.h"
-#include "pdf/DrawingBudget.h"
+#include "pdf/drawing/DrawingBudget.h"
+#include "records/BuildPlan.h"
+#include "records/PageItem.h"
 
 #include <QByteArray>
 #include <QList>

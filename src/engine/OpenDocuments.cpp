@@ -1,7 +1,7 @@
 #include "engine/OpenDocuments.h"
 
 #include "pdf/pictureDocument.h"
-#include "platform/fileKind.h"
+#include "platform/files/fileKind.h"
 
 #include <QFileInfo>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SourceFile.h"
+#include "platform/files/SourceFile.h"
 
 #include <optional>
 

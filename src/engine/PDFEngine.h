@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/Engine.h"
-#include "platform/SerialWorker.h"
+#include "platform/tasks/SerialWorker.h"
 
 #include <atomic>
 

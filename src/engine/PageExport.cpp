@@ -2,7 +2,7 @@
 
 #include "engine/EngineError.h"
 #include "engine/pixelSize.h"
-#include "platform/jpeg.h"
+#include "pictures/jpeg.h"
 
 #include <QBuffer>
 
@@ -30,7 +30,7 @@ QByteArray encoded(const QImage& image, ExportFormat format)
 
 size_t mostBitmaps()
 {
-    return static_cast<size_t>(pdf::pixelThreads().maxThreadCount());
+    return static_cast<size_t>(pixelThreads().maxThreadCount());
 }
 
 } // namespace

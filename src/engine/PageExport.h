@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/FanOut.h"
+#include "pictures/FanOut.h"
 
 #include <QByteArray>
 #include <QImage>
@@ -33,7 +33,7 @@ private:
 
     double m_dpi;
     ExportFormat m_format;
-    pdf::FanOut<QByteArray> m_fanOut;
+    FanOut<QByteArray> m_fanOut;
     QList<QByteArray> m_files;
 };
 

@@ -1,9 +1,9 @@
 #include "engine/Thumbnails.h"
 
 #include "engine/PDFEngine.h"
-#include "engine/PackedSamples.h"
-#include "engine/imageSamples.h"
-#include "platform/background.h"
+#include "pictures/PackedSamples.h"
+#include "pictures/samplesOf.h"
+#include "platform/tasks/background.h"
 
 #include <QPointer>
 
@@ -19,7 +19,7 @@ Thumbnails::~Thumbnails() = default;
 QImage Thumbnails::image(const Key& key) const
 {
     const Picture picture = m_images.value(key);
-    std::optional<pdf::ImageSamples> samples = picture ? picture->unpacked() : std::nullopt;
+    std::optional<ImageSamples> samples = picture ? picture->unpacked() : std::nullopt;
     return samples ? imageOf(std::move(*samples)) : QImage();
 }
 

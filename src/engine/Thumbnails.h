@@ -1,8 +1,8 @@
 #pragma once
 
-#include "documents/PageItem.h"
 #include "engine/SendableImage.h"
-#include "platform/SourceFile.h"
+#include "platform/files/SourceFile.h"
+#include "records/PageItem.h"
 
 #include <QCoro/QCoroTask>
 

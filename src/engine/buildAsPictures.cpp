@@ -1,9 +1,9 @@
 #include "engine/buildAsPictures.h"
 
 #include "engine/EngineError.h"
-#include "pdf/FanOut.h"
 #include "pdf/PicturePages.h"
-#include "platform/Cancelled.h"
+#include "pictures/FanOut.h"
+#include "platform/tasks/Cancelled.h"
 
 #include <cmath>
 
@@ -49,7 +49,7 @@ private:
     std::shared_ptr<DrawnPages> m_drawn;
     CompressionStep m_step;
     std::stop_token m_stop;
-    pdf::FanOut<pdf::PicturePages::Picture> m_work;
+    FanOut<pdf::PicturePages::Picture> m_work;
     int m_settled = 0;
     pdf::PicturePages m_pages;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "documents/CompressionStep.h"
 #include "engine/DrawnPages.h"
+#include "records/CompressionStep.h"
 
 #include <QByteArray>
 #include <QString>

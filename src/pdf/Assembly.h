@@ -1,6 +1,6 @@
 #pragma once
 
-#include "documents/CompressionStep.h"
+#include "records/CompressionStep.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,9 +1,9 @@
 #include "pdf/Document.h"
 
 #include "pdf/Assembly.h"
-#include "pdf/DocumentData.h"
-#include "pdf/PageRasteriser.h"
-#include "pdf/pageAttributes.h"
+#include "pdf/drawing/PageRasteriser.h"
+#include "pdf/structure/DocumentData.h"
+#include "pdf/structure/pageAttributes.h"
 
 #include <algorithm>
 

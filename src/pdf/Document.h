@@ -1,7 +1,7 @@
 #pragma once
 
-#include "pdf/PageGeometry.h"
-#include "platform/SourceFile.h"
+#include "pdf/structure/PageGeometry.h"
+#include "platform/files/SourceFile.h"
 
 #include <QByteArray>
 #include <QImage>

@@ -1,8 +1,8 @@
 #include "pdf/DocumentWriter.h"
 
 #include "pdf/passwords.h"
-#include "platform/Cancelled.h"
-#include "platform/GatheredBytes.h"
+#include "platform/files/GatheredBytes.h"
+#include "platform/tasks/Cancelled.h"
 
 #include <new>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/qpdfInclude.h"
+#include "pdf/structure/qpdfInclude.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/FileInput.h"
+#include "pdf/structure/FileInput.h"
 
 #include <stop_token>
 

@@ -1,7 +1,7 @@
 #include "pdf/openingBounds.h"
 
-#include "pdf/salvageScan.h"
-#include "platform/SourceFile.h"
+#include "pdf/salvage/salvageScan.h"
+#include "platform/files/SourceFile.h"
 
 #include <algorithm>
 #include <unordered_set>

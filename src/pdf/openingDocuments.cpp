@@ -1,11 +1,11 @@
 #include "pdf/Document.h"
 
-#include "pdf/DocumentData.h"
 #include "pdf/OpeningInput.h"
-#include "pdf/Salvage.h"
-#include "pdf/boundedDecoding.h"
 #include "pdf/openingBounds.h"
 #include "pdf/passwords.h"
+#include "pdf/salvage/Salvage.h"
+#include "pdf/structure/DocumentData.h"
+#include "pdf/structure/boundedDecoding.h"
 
 #include <functional>
 

@@ -1,6 +1,6 @@
 #include "pdf/passwords.h"
 
-#include "pdf/qpdfInclude.h"
+#include "pdf/structure/qpdfInclude.h"
 
 #include <unicode/usprep.h>
 

@@ -1,10 +1,10 @@
 #include "pdf/pictureDocument.h"
 
-#include "pdf/DocumentData.h"
-#include "pdf/PageRasteriser.h"
-#include "pdf/transparency.h"
-#include "platform/jpeg.h"
-#include "platform/pictures.h"
+#include "pdf/drawing/PageRasteriser.h"
+#include "pdf/structure/DocumentData.h"
+#include "pictures/jpeg.h"
+#include "pictures/pictures.h"
+#include "pictures/transparency.h"
 
 #include <array>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "shell/Alerts.h"
 
-#include "controls/Alert.h"
-#include "platform/spawn.h"
+#include "controls/sheets/Alert.h"
+#include "platform/tasks/spawn.h"
 #include "shell/PasswordPrompt.h"
 #include "shell/discard.h"
 #include "shell/lossQuestion.h"

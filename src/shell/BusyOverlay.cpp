@@ -1,10 +1,10 @@
 #include "shell/BusyOverlay.h"
 
 #include "controls/Button.h"
-#include "controls/Shadow.h"
 #include "controls/Spinner.h"
-#include "controls/Theme.h"
 #include "controls/appearance.h"
+#include "controls/style/Shadow.h"
+#include "controls/style/Theme.h"
 
 #include <QKeyEvent>
 #include <QLabel>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "documents/BusyState.h"
+#include "records/BusyState.h"
 
 #include <QPointer>
 #include <QWidget>

@@ -2,7 +2,7 @@
 
 #include "config.h"
 #include "documents/AppModel.h"
-#include "platform/x11Activation.h"
+#include "platform/desktop/x11Activation.h"
 #include "shell/RootView.h"
 
 #include <QEvent>

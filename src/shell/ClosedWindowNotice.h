@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/DesktopNotification.h"
+#include "platform/desktop/DesktopNotification.h"
 
 #include <QObject>
 

@@ -1,9 +1,9 @@
 #include "shell/Commands.h"
 
-#include "platform/spawn.h"
+#include "documents/addToMerge.h"
+#include "documents/currentFile.h"
+#include "platform/tasks/spawn.h"
 #include "shell/DocumentBar.h"
-#include "shell/addToMerge.h"
-#include "shell/currentFile.h"
 
 #include <QMenu>
 #include <QMenuBar>

@@ -4,13 +4,13 @@
 #include "controls/ControlGroup.h"
 #include "controls/ElidedLabel.h"
 #include "controls/TextLabel.h"
-#include "controls/Theme.h"
 #include "controls/appearance.h"
 #include "controls/popUpBelow.h"
+#include "controls/style/Theme.h"
+#include "documents/addToMerge.h"
 #include "documents/statusLine.h"
-#include "platform/spawn.h"
+#include "platform/tasks/spawn.h"
 #include "shell/ToolButtons.h"
-#include "shell/addToMerge.h"
 
 #include <QHBoxLayout>
 #include <QMenu>

@@ -1,12 +1,12 @@
 #include "shell/DocumentView.h"
 
 #include "controls/ElidedLabel.h"
-#include "controls/Theme.h"
 #include "controls/appearance.h"
-#include "controls/icons.h"
-#include "platform/spawn.h"
+#include "controls/style/Theme.h"
+#include "controls/style/icons.h"
+#include "platform/tasks/spawn.h"
 #include "shell/DocumentBar.h"
-#include "shell/PageGrid.h"
+#include "shell/pageGrid/PageGrid.h"
 
 #include <QHBoxLayout>
 #include <QMenu>

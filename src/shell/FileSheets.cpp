@@ -1,10 +1,10 @@
 #include "shell/FileSheets.h"
 
 #include "shell/discard.h"
-#include "tools/CompressSheet.h"
-#include "tools/ExportImagesSheet.h"
-#include "tools/PasswordSheet.h"
-#include "tools/SplitSheet.h"
+#include "tools/compress/CompressSheet.h"
+#include "tools/exportImages/ExportImagesSheet.h"
+#include "tools/protect/PasswordSheet.h"
+#include "tools/split/SplitSheet.h"
 
 namespace folvane {
 

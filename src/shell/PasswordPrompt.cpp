@@ -2,8 +2,8 @@
 
 #include "controls/Button.h"
 #include "controls/TextLabel.h"
-#include "controls/Theme.h"
 #include "controls/appearance.h"
+#include "controls/style/Theme.h"
 
 #include <QLineEdit>
 #include <QVBoxLayout>

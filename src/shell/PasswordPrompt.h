@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/SheetFrame.h"
-#include "documents/PasswordRequest.h"
+#include "controls/sheets/SheetFrame.h"
+#include "records/PasswordRequest.h"
 
 class QLineEdit;
 

@@ -1,7 +1,7 @@
 #include "shell/QtPanels.h"
 
-#include "controls/Alert.h"
-#include "platform/fileKind.h"
+#include "controls/sheets/Alert.h"
+#include "platform/files/fileKind.h"
 #include "shell/lossQuestion.h"
 
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Panels.h"
+#include "platform/desktop/Panels.h"
 
 #include <QPointer>
 #include <QWidget>

@@ -1,9 +1,9 @@
 #include "shell/SystemEvents.h"
 
-#include "controls/Alert.h"
+#include "controls/sheets/Alert.h"
 #include "documents/AppModel.h"
-#include "platform/spawn.h"
-#include "platform/x11Activation.h"
+#include "platform/desktop/x11Activation.h"
+#include "platform/tasks/spawn.h"
 #include "shell/RootView.h"
 #include "shell/lossQuestion.h"
 

@@ -2,10 +2,10 @@
 
 #include "controls/ElidedLabel.h"
 #include "controls/LinkButton.h"
-#include "controls/Shadow.h"
-#include "controls/Theme.h"
 #include "controls/appearance.h"
-#include "controls/icons.h"
+#include "controls/style/Shadow.h"
+#include "controls/style/Theme.h"
+#include "controls/style/icons.h"
 
 #include <QAccessible>
 #include <QEvent>

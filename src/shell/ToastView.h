@@ -1,6 +1,6 @@
 #pragma once
 
-#include "documents/Toast.h"
+#include "records/Toast.h"
 
 #include <QPointer>
 #include <QVariantAnimation>

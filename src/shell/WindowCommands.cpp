@@ -1,6 +1,6 @@
 #include "shell/WindowCommands.h"
 
-#include "shell/currentFile.h"
+#include "documents/currentFile.h"
 
 #include <QEvent>
 #include <QMenu>

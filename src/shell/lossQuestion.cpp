@@ -1,6 +1,6 @@
 #include "shell/lossQuestion.h"
 
-#include "controls/Alert.h"
+#include "controls/sheets/Alert.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/SheetFrame.h"
-#include "controls/Theme.h"
+#include "controls/sheets/SheetFrame.h"
+#include "controls/style/Theme.h"
 
 namespace folvane {
 

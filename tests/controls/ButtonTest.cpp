@@ -1,7 +1,7 @@
 #include "controls/Button.h"
 
 #include "controls/pictures.h"
-#include "controls/visualMargin.h"
+#include "controls/style/visualMargin.h"
 
 #include <QSignalSpy>
 #include <QTest>

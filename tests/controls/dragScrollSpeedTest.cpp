@@ -1,4 +1,4 @@
-#include "controls/dragScrollSpeed.h"
+#include "controls/dragging/dragScrollSpeed.h"
 
 #include <gtest/gtest.h>
 

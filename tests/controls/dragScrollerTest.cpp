@@ -1,4 +1,4 @@
-#include "controls/DragScroller.h"
+#include "controls/dragging/DragScroller.h"
 
 #include <QApplication>
 #include <QScrollArea>

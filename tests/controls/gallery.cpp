@@ -1,19 +1,19 @@
 // folvane-gallery FOLDER: draws every control in every state, at 100 % and 200 %, for people to look at.
 
-#include "controls/Alert.h"
 #include "controls/BrandMark.h"
 #include "controls/Button.h"
 #include "controls/ControlGroup.h"
-#include "controls/DropZone.h"
 #include "controls/LinkButton.h"
-#include "controls/NoteBanner.h"
-#include "controls/Panel.h"
 #include "controls/SectionHeader.h"
 #include "controls/SegmentedPicker.h"
-#include "controls/SheetFrame.h"
 #include "controls/Spinner.h"
-#include "controls/Theme.h"
 #include "controls/appearance.h"
+#include "controls/dragging/DropZone.h"
+#include "controls/sheets/Alert.h"
+#include "controls/sheets/NoteBanner.h"
+#include "controls/sheets/Panel.h"
+#include "controls/sheets/SheetFrame.h"
+#include "controls/style/Theme.h"
 
 #include <QAction>
 #include <QApplication>

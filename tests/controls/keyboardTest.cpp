@@ -1,11 +1,11 @@
-#include "controls/Alert.h"
 #include "controls/BrandMark.h"
 #include "controls/ControlGroup.h"
 #include "controls/LinkButton.h"
-#include "controls/NoteBanner.h"
 #include "controls/SectionHeader.h"
 #include "controls/SegmentedPicker.h"
 #include "controls/pictures.h"
+#include "controls/sheets/Alert.h"
+#include "controls/sheets/NoteBanner.h"
 
 #include <QAccessible>
 #include <QAction>

@@ -1,11 +1,11 @@
-#include "controls/Alert.h"
 #include "controls/BrandMark.h"
 #include "controls/ControlGroup.h"
-#include "controls/NoteBanner.h"
-#include "controls/Panel.h"
 #include "controls/pictures.h"
 #include "controls/popUpBelow.h"
-#include "controls/visualMargin.h"
+#include "controls/sheets/Alert.h"
+#include "controls/sheets/NoteBanner.h"
+#include "controls/sheets/Panel.h"
+#include "controls/style/visualMargin.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>

@@ -1,4 +1,4 @@
-#include "controls/mnemonics.h"
+#include "controls/style/mnemonics.h"
 
 #include <QMenu>
 #include <QMenuBar>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/Theme.h"
+#include "controls/style/Theme.h"
 
 #include <QImage>
 #include <QWidget>

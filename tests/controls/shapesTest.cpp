@@ -1,9 +1,9 @@
 #include "controls/BrandMark.h"
-#include "controls/Panel.h"
-#include "controls/Shadow.h"
-#include "controls/continuousRect.h"
 #include "controls/pictures.h"
-#include "controls/visualMargin.h"
+#include "controls/sheets/Panel.h"
+#include "controls/style/Shadow.h"
+#include "controls/style/continuousRect.h"
+#include "controls/style/visualMargin.h"
 
 #include <QPainter>
 

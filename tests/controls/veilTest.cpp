@@ -1,4 +1,4 @@
-#include "controls/Veil.h"
+#include "controls/sheets/Veil.h"
 
 #include <QDialog>
 #include <QTest>

@@ -1,8 +1,8 @@
 #include "documents/ModelTest.h"
 
 #include "documents/fileNames.h"
-#include "platform/background.h"
-#include "platform/spawn.h"
+#include "platform/tasks/background.h"
+#include "platform/tasks/spawn.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>

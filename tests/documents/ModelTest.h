@@ -2,9 +2,9 @@
 
 #include "documents/AppModel.h"
 #include "engine/PDFEngine.h"
-#include "platform/Preferences.h"
-#include "platform/ScriptedPanels.h"
-#include "platform/Workspace.h"
+#include "platform/desktop/Preferences.h"
+#include "platform/desktop/ScriptedPanels.h"
+#include "platform/desktop/Workspace.h"
 #include "support/ManualClock.h"
 #include "support/await.h"
 

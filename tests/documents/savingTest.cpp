@@ -1,6 +1,6 @@
 #include "documents/ModelTest.h"
 
-#include "platform/background.h"
+#include "platform/tasks/background.h"
 
 #include <QFile>
 

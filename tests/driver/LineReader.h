@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/JobQueue.h"
+#include "platform/tasks/JobQueue.h"
 
 #include <QByteArray>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ScriptedPanels.h"
+#include "platform/desktop/ScriptedPanels.h"
 
 #include <QJsonArray>
 

@@ -3,10 +3,10 @@
 #include "PanelScript.h"
 #include "documents/AppModel.h"
 #include "engine/PDFEngine.h"
-#include "platform/Clock.h"
-#include "platform/Preferences.h"
-#include "platform/Workspace.h"
-#include "tools/CompressMeasuring.h"
+#include "platform/desktop/Preferences.h"
+#include "platform/desktop/Workspace.h"
+#include "platform/tasks/Clock.h"
+#include "tools/compress/CompressMeasuring.h"
 
 #include <QPropertyNotifier>
 

@@ -2,10 +2,10 @@
 
 #include "engine/EngineError.h"
 #include "engine/PDFEngine.h"
-#include "platform/Cancelled.h"
-#include "platform/spawn.h"
+#include "platform/tasks/Cancelled.h"
+#include "platform/tasks/spawn.h"
 #include "settled.h"
-#include "tools/CompressMeasuring.h"
+#include "tools/compress/CompressMeasuring.h"
 
 #include <array>
 

@@ -2,8 +2,8 @@
 #include "serve.h"
 
 #include "config.h"
-#include "platform/SourceFile.h"
-#include "platform/pictures.h"
+#include "pictures/pictures.h"
+#include "platform/files/SourceFile.h"
 
 #include <QGuiApplication>
 

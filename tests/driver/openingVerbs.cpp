@@ -1,6 +1,6 @@
 #include "verbs.h"
 
-#include "platform/fileKind.h"
+#include "platform/files/fileKind.h"
 #include "shownFile.h"
 
 #include <algorithm>

@@ -1,11 +1,11 @@
 #include "verbs.h"
 
 #include "pages.h"
-#include "platform/Preferences.h"
+#include "platform/desktop/Preferences.h"
 #include "settled.h"
-#include "tools/exporting.h"
-#include "tools/protecting.h"
-#include "tools/splitting.h"
+#include "tools/exportImages/exporting.h"
+#include "tools/protect/protecting.h"
+#include "tools/split/splitting.h"
 
 // What the sheets over a document do, each as if its sheet were up.
 

@@ -2,7 +2,7 @@
 
 #include "engine/BookFixture.h"
 #include "engine/EngineTest.h"
-#include "platform/Cancelled.h"
+#include "platform/tasks/Cancelled.h"
 #include "support/await.h"
 
 #include <numeric>

@@ -1,7 +1,7 @@
 #include "engine/EngineTest.h"
-#include "platform/jpeg.h"
-#include "platform/orientation.h"
-#include "platform/pictures.h"
+#include "pictures/jpeg.h"
+#include "pictures/orientation.h"
+#include "pictures/pictures.h"
 #include "support/tools.h"
 
 #include <QBuffer>

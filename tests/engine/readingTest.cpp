@@ -2,8 +2,8 @@
 
 #include "engine/EngineTest.h"
 #include "pdf/rawPdf.h"
-#include "platform/Cancelled.h"
-#include "platform/jpeg.h"
+#include "pictures/jpeg.h"
+#include "platform/tasks/Cancelled.h"
 #include "support/readHook.h"
 
 #include <QImage>

@@ -1,7 +1,7 @@
 #include "engine/EngineTest.h"
 #include "pdf/madeImages.h"
 #include "pdf/rawPdf.h"
-#include "platform/Cancelled.h"
+#include "platform/tasks/Cancelled.h"
 #include "support/similarity.h"
 #include "support/tools.h"
 

@@ -1,12 +1,12 @@
 #include "pdf/Assembly.h"
 
 #include "pdf/Document.h"
-#include "pdf/ImageCache.h"
-#include "pdf/MemoryBudget.h"
-#include "pdf/jpegSamples.h"
+#include "pdf/images/ImageCache.h"
 #include "pdf/madeImages.h"
 #include "pdf/rawPdf.h"
-#include "platform/Cancelled.h"
+#include "pictures/MemoryBudget.h"
+#include "pictures/jpegSamples.h"
+#include "platform/tasks/Cancelled.h"
 #include "support/similarity.h"
 #include "support/tools.h"
 

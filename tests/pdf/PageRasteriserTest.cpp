@@ -1,4 +1,4 @@
-#include "pdf/PageRasteriser.h"
+#include "pdf/drawing/PageRasteriser.h"
 
 #include "pdf/rawPdf.h"
 

@@ -1,7 +1,7 @@
-#include "pdf/Salvage.h"
+#include "pdf/salvage/Salvage.h"
 
-#include "pdf/qpdfInclude.h"
 #include "pdf/rawPdf.h"
+#include "pdf/structure/qpdfInclude.h"
 
 #include <QFile>
 #include <QProcess>

@@ -1,5 +1,5 @@
-#include "pdf/boundedDecoding.h"
-#include "pdf/qpdfInclude.h"
+#include "pdf/structure/boundedDecoding.h"
+#include "pdf/structure/qpdfInclude.h"
 
 #include <gtest/gtest.h>
 

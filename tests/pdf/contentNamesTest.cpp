@@ -1,6 +1,6 @@
-#include "pdf/contentNames.h"
-#include "pdf/ResourcePruner.h"
-#include "pdf/defaultAppearance.h"
+#include "pdf/copying/contentNames.h"
+#include "pdf/copying/ResourcePruner.h"
+#include "pdf/copying/defaultAppearance.h"
 
 #include <gtest/gtest.h>
 

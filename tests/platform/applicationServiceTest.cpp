@@ -1,6 +1,6 @@
-#include "platform/ApplicationService.h"
-#include "platform/sessionBus.h"
-#include "platform/x11Activation.h"
+#include "platform/desktop/ApplicationService.h"
+#include "platform/desktop/sessionBus.h"
+#include "platform/desktop/x11Activation.h"
 #include "support/PrivateBus.h"
 
 #include <QDBusMessage>

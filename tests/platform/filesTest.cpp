@@ -1,8 +1,8 @@
 // Writing files and holding sources open.
 
-#include "platform/Preferences.h"
-#include "platform/SourceFile.h"
-#include "platform/writeFile.h"
+#include "platform/desktop/Preferences.h"
+#include "platform/files/SourceFile.h"
+#include "platform/files/writeFile.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,4 +1,4 @@
-#include "platform/fileKind.h"
+#include "platform/files/fileKind.h"
 #include "support/tools.h"
 
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "platform/SerialWorker.h"
+#include "platform/tasks/SerialWorker.h"
 
 #include "support/await.h"
 

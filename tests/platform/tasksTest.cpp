@@ -1,8 +1,8 @@
 // Tasks that nobody awaits, the background queue, and clocks.
 
-#include "platform/Cancelled.h"
-#include "platform/background.h"
-#include "platform/spawn.h"
+#include "platform/tasks/Cancelled.h"
+#include "platform/tasks/background.h"
+#include "platform/tasks/spawn.h"
 
 #include "support/ManualClock.h"
 #include "support/await.h"

@@ -1,7 +1,7 @@
 // File kinds, sizes, order and lists of names.
 
-#include "platform/fileKind.h"
-#include "platform/localeTexts.h"
+#include "platform/files/fileKind.h"
+#include "platform/texts/localeTexts.h"
 
 #include <QLocale>
 

@@ -1,8 +1,8 @@
 #include "shell/WindowTest.h"
 
-#include "platform/writeFile.h"
+#include "documents/currentFile.h"
+#include "platform/files/writeFile.h"
 #include "shell/DocumentView.h"
-#include "shell/currentFile.h"
 #include "support/await.h"
 
 #include <QAbstractButton>

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "engine/PDFEngine.h"
-#include "platform/Preferences.h"
-#include "platform/ScriptedPanels.h"
-#include "platform/Workspace.h"
-#include "shell/PageGrid.h"
+#include "platform/desktop/Preferences.h"
+#include "platform/desktop/ScriptedPanels.h"
+#include "platform/desktop/Workspace.h"
 #include "shell/RootView.h"
+#include "shell/pageGrid/PageGrid.h"
 #include "support/ManualClock.h"
 
 #include <QTemporaryDir>

@@ -1,11 +1,11 @@
 #include "shell/WindowTest.h"
 
-#include "controls/Alert.h"
-#include "shell/FileRow.h"
+#include "controls/sheets/Alert.h"
 #include "shell/PasswordPrompt.h"
+#include "shell/sidebar/FileRow.h"
 #include "support/await.h"
-#include "tools/MergeList.h"
-#include "tools/MergeView.h"
+#include "tools/merge/MergeList.h"
+#include "tools/merge/MergeView.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>

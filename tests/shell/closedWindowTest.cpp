@@ -1,7 +1,7 @@
 #include "FakeNotifications.h"
 #include "WindowTest.h"
 
-#include "controls/Alert.h"
+#include "controls/sheets/Alert.h"
 #include "shell/ClosedWindowNotice.h"
 #include "support/PrivateBus.h"
 

@@ -1,9 +1,9 @@
 #include "shell/WindowTest.h"
 
 #include "support/await.h"
-#include "tools/ExportImagesSheet.h"
-#include "tools/PasswordSheet.h"
-#include "tools/SplitSheet.h"
+#include "tools/exportImages/ExportImagesSheet.h"
+#include "tools/protect/PasswordSheet.h"
+#include "tools/split/SplitSheet.h"
 
 #include <QAbstractButton>
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "shell/WindowTest.h"
 
-#include "platform/writeFile.h"
+#include "platform/files/writeFile.h"
 #include "support/await.h"
 
 #include <QMimeData>

@@ -1,6 +1,6 @@
 #include "shell/WindowTest.h"
 
-#include "controls/Alert.h"
+#include "controls/sheets/Alert.h"
 
 #include <QContextMenuEvent>
 #include <QMenu>

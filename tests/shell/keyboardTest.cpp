@@ -1,13 +1,13 @@
 #include "shell/WindowTest.h"
 
-#include "controls/Alert.h"
-#include "controls/focusRing.h"
+#include "controls/sheets/Alert.h"
+#include "controls/style/focusRing.h"
+#include "documents/currentFile.h"
 #include "shell/BusyOverlay.h"
-#include "shell/FileRow.h"
-#include "shell/HomeView.h"
 #include "shell/QtPanels.h"
 #include "shell/ToastView.h"
-#include "shell/currentFile.h"
+#include "shell/home/HomeView.h"
+#include "shell/sidebar/FileRow.h"
 #include "support/await.h"
 
 #include <QAccessible>

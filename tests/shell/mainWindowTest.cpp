@@ -3,8 +3,8 @@
 #include "controls/Button.h"
 #include "shell/BusyOverlay.h"
 #include "shell/DocumentBar.h"
-#include "shell/SidebarView.h"
 #include "shell/ToastView.h"
+#include "shell/sidebar/SidebarView.h"
 #include "support/await.h"
 
 #include <QAction>

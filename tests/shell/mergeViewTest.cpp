@@ -1,9 +1,9 @@
 #include "shell/WindowTest.h"
 
 #include "support/await.h"
-#include "tools/MergeList.h"
-#include "tools/MergeView.h"
-#include "tools/mergeRow.h"
+#include "tools/merge/MergeList.h"
+#include "tools/merge/MergeView.h"
+#include "tools/merge/mergeRow.h"
 
 #include <QAbstractButton>
 #include <QMenu>

@@ -1,4 +1,4 @@
-#include "shell/PageGridLayout.h"
+#include "shell/pageGrid/PageGridLayout.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "shell/pageSelection.h"
+#include "shell/pageGrid/pageSelection.h"
 
 #include <QList>
 

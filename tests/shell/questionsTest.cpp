@@ -1,8 +1,8 @@
 #include "shell/WindowTest.h"
 
-#include "controls/Alert.h"
+#include "controls/sheets/Alert.h"
+#include "documents/currentFile.h"
 #include "shell/PasswordPrompt.h"
-#include "shell/currentFile.h"
 #include "support/await.h"
 
 #include <QLineEdit>

@@ -3,8 +3,8 @@
 #include "WindowTest.h"
 
 #include "config.h"
-#include "controls/Alert.h"
-#include "platform/ApplicationService.h"
+#include "controls/sheets/Alert.h"
+#include "platform/desktop/ApplicationService.h"
 #include "shell/PasswordPrompt.h"
 #include "support/PrivateBus.h"
 

@@ -1,4 +1,4 @@
-#include "tools/CompressMeasuring.h"
+#include "tools/compress/CompressMeasuring.h"
 
 #include "documents/ModelTest.h"
 #include "tools/pdfSamples.h"

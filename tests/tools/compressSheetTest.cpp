@@ -1,11 +1,11 @@
-#include "tools/CompressSheet.h"
+#include "tools/compress/CompressSheet.h"
 
 #include "controls/ChoiceRow.h"
-#include "controls/NoteBanner.h"
 #include "controls/StepSlider.h"
 #include "controls/accessibility.h"
+#include "controls/sheets/NoteBanner.h"
 #include "documents/ModelTest.h"
-#include "platform/localeTexts.h"
+#include "platform/texts/localeTexts.h"
 #include "tools/pdfSamples.h"
 
 #include <QAccessible>

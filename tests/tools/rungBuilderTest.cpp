@@ -1,9 +1,9 @@
-#include "tools/RungBuilder.h"
+#include "tools/compress/RungBuilder.h"
 
 #include "documents/ModelTest.h"
 #include "engine/EngineError.h"
-#include "platform/Cancelled.h"
-#include "tools/CompressMeasuring.h"
+#include "platform/tasks/Cancelled.h"
+#include "tools/compress/CompressMeasuring.h"
 
 namespace folvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "tools/SplitChoice.h"
+#include "tools/split/SplitChoice.h"
 
 #include <gtest/gtest.h>
 

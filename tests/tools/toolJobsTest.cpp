@@ -1,7 +1,7 @@
 #include "documents/ModelTest.h"
 
-#include "tools/exporting.h"
-#include "tools/splitting.h"
+#include "tools/exportImages/exporting.h"
+#include "tools/split/splitting.h"
 
 #include <QDir>
 #include <QFile>

@@ -2,9 +2,9 @@
 
 #include "config.h"
 #include "controls/appearance.h"
-#include "platform/SourceFile.h"
-#include "platform/pictures.h"
-#include "platform/writeFile.h"
+#include "pictures/pictures.h"
+#include "platform/files/SourceFile.h"
+#include "platform/files/writeFile.h"
 
 #include <QApplication>
 #include <QFile>

@@ -1,8 +1,8 @@
 #include "tour/Tour.h"
 
+#include "documents/currentFile.h"
 #include "shell/DocumentView.h"
-#include "shell/PageGrid.h"
-#include "shell/currentFile.h"
+#include "shell/pageGrid/PageGrid.h"
 #include "support/tools.h"
 #include "tour/TourFailed.h"
 #include "tour/accessibleTree.h"

@@ -1,6 +1,6 @@
 #include "tour/sampleFiles.h"
 
-#include "platform/writeFile.h"
+#include "platform/files/writeFile.h"
 #include "support/tools.h"
 #include "tour/TourFailed.h"
 

@@ -1,4 +1,4 @@
-#include "shell/PageGrid.h"
+#include "shell/pageGrid/PageGrid.h"
 #include "tour/TourFailed.h"
 #include "tour/steps.h"
 

@@ -1,4 +1,4 @@
-#include "platform/spawn.h"
+#include "platform/tasks/spawn.h"
 #include "tour/TourFailed.h"
 #include "tour/steps.h"
 

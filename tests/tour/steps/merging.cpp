@@ -1,6 +1,6 @@
-#include "tools/MergeList.h"
-#include "tools/MergeView.h"
-#include "tools/mergeRow.h"
+#include "tools/merge/MergeList.h"
+#include "tools/merge/MergeView.h"
+#include "tools/merge/mergeRow.h"
 #include "tour/sampleFiles.h"
 #include "tour/steps.h"
 

@@ -1,5 +1,5 @@
 #include "shell/RootView.h"
-#include "shell/SidebarView.h"
+#include "shell/sidebar/SidebarView.h"
 #include "tour/sampleFiles.h"
 #include "tour/steps.h"
 

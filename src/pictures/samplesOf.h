@@ -1,0 +1,16 @@
+#pragma once
+
+#include "pictures/ImageSamples.h"
+
+#include <QImage>
+
+namespace folvane {
+
+/// The samples of a picture in Format_RGB888; in one channel where there is no colour, which is a third of the work for
+/// all that follows.
+ImageSamples samplesOf(const QImage& image);
+
+/// The way back, without a copy: Format_RGB888, or Format_Grayscale8 for one channel.
+QImage imageOf(ImageSamples samples);
+
+} // namespace folvane

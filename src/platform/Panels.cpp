@@ -1,7 +1,0 @@
-#include "platform/Panels.h"
-
-namespace folvane {
-
-Panels::~Panels() = default;
-
-} // namespace folvane

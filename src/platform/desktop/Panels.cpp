@@ -1,0 +1,7 @@
+#include "platform/desktop/Panels.h"
+
+namespace folvane {
+
+Panels::~Panels() = default;
+
+} // namespace folvane

@@ -1,0 +1,146 @@
+#include "platform/tasks/JobQueue.h"
+
+#include <QAbstractEventDispatcher>
+#include <QThread>
+
+#include <mutex>
+#include <unordered_set>
+
+// Read by jemalloc when the program starts (see cmake/allocator.cmake): large blocks are kept for the next picture of a
+// page instead of going back to the system, which would hand them out again page by page. What nobody has taken for a
+// second goes back, by a thread of its own: an idle program would otherwise hold for ever what its last job took.
+extern "C" {
+extern const char* malloc_conf;
+const char* malloc_conf = "oversize_threshold:0,background_thread:true,dirty_decay_ms:1000,muzzy_decay_ms:0";
+}
+
+namespace folvane {
+
+namespace {
+
+/// Who waits for a job. A coroutine whose thread has no event loop any more waits until the process ends, since what it
+/// would go on with has gone; this keeps it from looking lost meanwhile.
+class Waiting {
+public:
+    static void add(std::coroutine_handle<> one)
+    {
+        const std::scoped_lock lock(s_mutex);
+        all().insert(one.address());
+    }
+    static void resume(std::coroutine_handle<> one)
+    {
+        {
+            const std::scoped_lock lock(s_mutex);
+            all().erase(one.address());
+        }
+        one.resume();
+    }
+
+private:
+    static std::unordered_set<void*>& all()
+    {
+        static auto& handles = *new std::unordered_set<void*>; // never destroyed: see above
+        return handles;
+    }
+
+    static inline std::mutex s_mutex;
+};
+
+} // namespace
+
+/// A job on its way: whoever claims it first, the thread or a stop, brings it to its end.
+class JobQueue::Request {
+public:
+    Request(std::function<void()> body, std::shared_ptr<const std::atomic<bool>> closing)
+        : m_body(std::move(body)), m_closing(std::move(closing)), m_home(QThread::currentThread())
+    {
+    }
+
+    void begin()
+    {
+        if (m_claimed.exchange(true))
+            return;
+        if (!*m_closing)
+            m_body();
+        finish();
+    }
+
+    void cancel()
+    {
+        if (!m_claimed.exchange(true))
+            finish();
+    }
+
+    /// By the event loop, also when the end has come already: nobody goes on in the middle of asking.
+    void resumeAtEnd(std::coroutine_handle<> waiting)
+    {
+        Waiting::add(waiting);
+        const std::scoped_lock lock(m_mutex);
+        m_waiting = waiting;
+        if (m_ended)
+            post();
+    }
+
+private:
+    void finish()
+    {
+        m_body = nullptr; // what the job captured is gone before anyone hears of its end
+        const std::scoped_lock lock(m_mutex);
+        m_ended = true;
+        if (m_waiting)
+            post();
+    }
+
+    // One posted call and nothing else: a future and its watcher cost a third of what drawing a small page does.
+    void post()
+    {
+        if (QObject* loop = QAbstractEventDispatcher::instance(m_home))
+            QMetaObject::invokeMethod(
+                loop, [waiting = m_waiting] { Waiting::resume(waiting); }, Qt::QueuedConnection);
+    }
+
+    std::atomic<bool> m_claimed = false;
+    std::function<void()> m_body;
+    std::shared_ptr<const std::atomic<bool>> m_closing;
+    QThread* m_home; ///< the one that asked and is told
+    std::mutex m_mutex;
+    std::coroutine_handle<> m_waiting;
+    bool m_ended = false;
+};
+
+JobQueue::JobQueue(const QString& threadName, int threads, uint stackBytes)
+{
+    m_pool.setObjectName(threadName);
+    m_pool.setMaxThreadCount(threads);
+    m_pool.setStackSize(stackBytes);
+    m_pool.setExpiryTimeout(-1);
+}
+
+JobQueue::~JobQueue()
+{
+    *m_closing = true;
+    m_pool.waitForDone();
+}
+
+std::shared_ptr<JobQueue::Request> JobQueue::enqueue(std::function<void()> body)
+{
+    auto request = std::make_shared<Request>(std::move(body), m_closing);
+    m_pool.start([request, name = m_pool.objectName()] {
+        if (QThread* thread = QThread::currentThread(); thread->objectName() != name)
+            thread->setObjectName(name);
+        request->begin();
+    });
+    return request;
+}
+
+void JobQueue::cancel(Request& request)
+{
+    request.cancel();
+}
+
+void JobQueue::resumeAtEnd(Request& request, std::coroutine_handle<> waiting)
+{
+    request.resumeAtEnd(waiting);
+}
+
+} // namespace folvane

@@ -1,0 +1,133 @@
+#include "platform/texts/localeTexts.h"
+
+#include "platform/texts/icuLocale.h"
+
+#include <QCoreApplication>
+
+#include <unicode/coll.h>
+#include <unicode/listformatter.h>
+#include <unicode/measunit.h>
+#include <unicode/numberformatter.h>
+
+#include <array>
+#include <cmath>
+#include <memory>
+#include <vector>
+
+namespace folvane {
+
+namespace {
+
+struct Unit {
+    qint64 bytes;
+    int decimals;
+    const char* words;
+};
+
+constexpr std::array units{
+    Unit{1, 0, QT_TRANSLATE_NOOP("byteCount", "%1 bytes")},
+    Unit{1'000, 0, QT_TRANSLATE_NOOP("byteCount", "%1 KB")},
+    Unit{1'000'000, 1, QT_TRANSLATE_NOOP("byteCount", "%1 MB")},
+    Unit{1'000'000'000, 2, QT_TRANSLATE_NOOP("byteCount", "%1 GB")},
+    Unit{1'000'000'000'000, 2, QT_TRANSLATE_NOOP("byteCount", "%1 TB")},
+    Unit{1'000'000'000'000'000, 2, QT_TRANSLATE_NOOP("byteCount", "%1 PB")},
+};
+
+/// The size in the unit's last decimal place, halves rounded up: whole numbers know no rounding errors.
+qint64 steps(qint64 bytes, const Unit& unit)
+{
+    const qint64 step = unit.bytes / (unit.decimals == 0 ? 1 : unit.decimals == 1 ? 10 : 100);
+    return bytes / step + (bytes % step * 2 >= step ? 1 : 0);
+}
+
+bool roundsUpToNextUnit(qint64 bytes, const Unit& unit)
+{
+    const qint64 perUnit = unit.decimals == 0 ? 1 : unit.decimals == 1 ? 10 : 100;
+    return steps(bytes, unit) >= 1000 * perUnit;
+}
+
+QString localNumber(qint64 value, int decimals)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::UnicodeString text = icu::number::NumberFormatter::withLocale(icuLocale())
+                                        .precision(icu::number::Precision::maxFraction(decimals))
+                                        .scale(icu::number::Scale::powerOfTen(-decimals))
+                                        .formatInt(value, status)
+                                        .toString(status);
+    return U_SUCCESS(status) ? fromIcu(text) : QString::number(double(value) / std::pow(10, decimals));
+}
+
+std::unique_ptr<icu::Collator> makeCollator(const icu::Locale& locale)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    std::unique_ptr<icu::Collator> collator(icu::Collator::createInstance(locale, status));
+    if (collator)
+        collator->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_ON, status);
+    return collator;
+}
+
+/// Kept for the next call, because making one is slow beside comparing with it.
+const icu::Collator* numericCollator()
+{
+    thread_local icu::Locale madeFor;
+    thread_local std::unique_ptr<icu::Collator> collator;
+    const icu::Locale locale = icuLocale();
+    if (!collator || madeFor != locale) {
+        collator = makeCollator(locale);
+        madeFor = locale;
+    }
+    return collator.get();
+}
+
+} // namespace
+
+QString byteCount(qint64 bytes)
+{
+    if (bytes == 1)
+        return QCoreApplication::translate("byteCount", "%1 byte").arg(localNumber(1, 0));
+    size_t unit = 0;
+    while (unit + 1 < units.size() && roundsUpToNextUnit(bytes, units[unit]))
+        ++unit;
+    const Unit& chosen = units[unit];
+    return QCoreApplication::translate("byteCount", chosen.words)
+        .arg(localNumber(steps(bytes, chosen), chosen.decimals));
+}
+
+QString megabytes(double megabytes)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::UnicodeString text = icu::number::NumberFormatter::withLocale(icuLocale())
+                                        .unit(icu::MeasureUnit::getMegabyte())
+                                        .unitWidth(UNUM_UNIT_WIDTH_SHORT)
+                                        .precision(icu::number::Precision::maxFraction(2))
+                                        .formatDouble(megabytes, status)
+                                        .toString(status);
+    return U_SUCCESS(status) ? fromIcu(text) : QString::number(megabytes) + QStringLiteral(" MB");
+}
+
+int naturalCompare(const QString& a, const QString& b)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::Collator* collator = numericCollator();
+    if (!collator)
+        return a.compare(b);
+    const QStringView left = a, right = b;
+    return collator->compare(left.utf16(), int32_t(left.size()), right.utf16(), int32_t(right.size()),
+                             status);
+}
+
+QString joinedNames(const QStringList& names)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::ListFormatter> formatter(
+        icu::ListFormatter::createInstance(icuLocale(), ULISTFMT_TYPE_AND, ULISTFMT_WIDTH_WIDE, status));
+    std::vector<icu::UnicodeString> items;
+    for (const QString& name : names)
+        items.push_back(toIcu(name));
+    icu::UnicodeString text;
+    if (formatter)
+        formatter->format(items.data(), int32_t(items.size()), text, status);
+    return U_SUCCESS(status) && formatter ? fromIcu(text) : names.join(QStringLiteral(", "));
+}
+
+} // namespace folvane

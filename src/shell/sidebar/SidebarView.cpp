@@ -1,0 +1,99 @@
+#include "shell/sidebar/SidebarView.h"
+
+#include "controls/BrandMark.h"
+#include "controls/SectionHeader.h"
+#include "controls/TextLabel.h"
+#include "controls/appearance.h"
+#include "controls/style/Theme.h"
+#include "documents/currentFile.h"
+#include "platform/tasks/spawn.h"
+#include "shell/sidebar/FileList.h"
+#include "shell/sidebar/SidebarRow.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace folvane {
+
+namespace {
+
+QWidget* makeHeader(const QString& text, QWidget* parent)
+{
+    auto* header = new SectionHeader(text, parent);
+    header->setContentsMargins(10, 14, 0, 4);
+    return header;
+}
+
+QLayout* makeBrand(QWidget* parent)
+{
+    auto* words = new QVBoxLayout;
+    words->setSpacing(0);
+    words->addWidget(
+        new TextLabel(SidebarView::tr("Folvane"), interfaceFont(12, Weight::SemiBold), theme::text, parent));
+    words->addWidget(new TextLabel(SidebarView::tr("by Merrowlight Apps"), interfaceFont(10),
+                                   theme::secondaryText, parent));
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(12, 12, 12, 12);
+    row->setSpacing(8);
+    row->addWidget(new BrandMark(28, parent), 0, Qt::AlignVCenter);
+    row->addLayout(words, 1);
+    return row;
+}
+
+} // namespace
+
+SidebarView::SidebarView(AppModel& model, QWidget* parent) : QWidget(parent), m_model(model)
+{
+    QPalette colors = palette();
+    colors.setColor(QPalette::Window, theme::chrome);
+    setPalette(colors);
+    setAutoFillBackground(true);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(makeList(), 1);
+    column->addLayout(makeBrand(this));
+
+    connect(m_home, &SidebarRow::clicked, this, [this] { go(Destination()); });
+    connect(m_open, &SidebarRow::clicked, this, [this] { spawn(m_model.chooseAndOpen()); });
+    connect(m_merge, &SidebarRow::clicked, this, [this] { go(Destination(Destination::Place::Merge)); });
+    connect(m_files, &FileList::chosen, this, &SidebarView::chosen);
+    m_watches.keep([this] { markCurrent(); }, m_model.files, m_model.destination);
+}
+
+QWidget* SidebarView::makeList()
+{
+    auto* list = new QWidget(this);
+    m_home = new SidebarRow(Icon::Home, tr("Home"), list);
+    m_files = new FileList(m_model, list);
+    m_files->setTabPredecessor(m_home);
+    m_open = new SidebarRow(Icon::Add, tr("Open…"), list);
+    m_open->setColor(theme::accentDeep);
+    m_merge = new SidebarRow(Icon::Layers, tr("Merge PDFs"), list);
+    auto* column = new QVBoxLayout(list);
+    column->setContentsMargins(10, 12, 10, 12);
+    column->setSpacing(2);
+    column->addWidget(m_home);
+    column->addWidget(makeHeader(tr("Files"), list));
+    column->addWidget(m_files);
+    column->addWidget(m_open);
+    column->addWidget(makeHeader(tr("Tools"), list));
+    column->addWidget(m_merge);
+    column->addStretch();
+    return list;
+}
+
+void SidebarView::go(const Destination& destination)
+{
+    m_model.destination = destination;
+    emit chosen();
+}
+
+void SidebarView::markCurrent()
+{
+    const bool merges = m_model.destination.value() == Destination(Destination::Place::Merge);
+    m_home->setCurrent(!currentFile(m_model) && !merges);
+    m_merge->setCurrent(merges);
+}
+
+} // namespace folvane

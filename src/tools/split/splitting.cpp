@@ -1,0 +1,42 @@
+#include "tools/split/splitting.h"
+
+#include "documents/fileNames.h"
+#include "documents/pageLists.h"
+#include "engine/PDFEngine.h"
+
+namespace folvane {
+
+namespace {
+
+std::vector<PageItem> pagesIn(const PageRange& range, const std::vector<PageItem>& pages)
+{
+    return duplicates({pages.begin() + range.first - 1, pages.begin() + range.last});
+}
+
+QCoro::Task<> nothing()
+{
+    co_return;
+}
+
+} // namespace
+
+QCoro::Task<> split(AppModel& model, const OpenFile& file, const SplitChoice& choice)
+{
+    const std::vector<PageItem> pages = file.pages;
+    const auto ranges = choice.ranges(static_cast<int>(pages.size()));
+    if (!ranges || ranges->isEmpty())
+        return nothing();
+    QList<AppModel::FileName> names;
+    QList<BuildPlan> plans;
+    for (const PageRange& range : *ranges) {
+        names.append({nameWithTail(file.name, u' ' + rangeName(range)), QStringLiteral("pdf")});
+        plans.append(BuildPlan{pagesIn(range, pages), {}, file.password, std::nullopt});
+    }
+    PDFEngine& engine = model.engine();
+    const auto make = [&engine, plans, kept = model.keepSources(pages)](int index, std::stop_token stop) {
+        return engine.build(plans[index], stop);
+    };
+    return model.writeFiles(names, file.url, AppModel::tr("Split Here"), AppModel::tr("Splitting…"), make);
+}
+
+} // namespace folvane
