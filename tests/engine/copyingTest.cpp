@@ -1,7 +1,7 @@
 #include "engine/BookFixture.h"
 #include "engine/EngineTest.h"
 #include "engine/outsideView.h"
-#include "pdf/rawPdf.h"
+#include "support/madePdf.h"
 #include "support/tools.h"
 
 #include <QJsonArray>
@@ -248,7 +248,7 @@ namespace {
 QByteArray twoPages(const QByteArray& catalogue, const QByteArray& firstPage,
                     const QList<QByteArray>& more = {})
 {
-    return pdf::rawPdf(
+    return pdfOfObjects(
         QList<QByteArray>{"<< /Type /Catalog /Pages 2 0 R " + catalogue + " >>",
                           "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 /MediaBox [0 0 200 200] >>",
                           "<< /Type /Page /Parent 2 0 R " + firstPage + " >>",
@@ -302,12 +302,12 @@ TEST_F(CopyingTest, AnAnswerToANoteOnALeftOutPageDoesNotBringTheNote)
 {
     const QUrl source = opened(
         "notes.pdf",
-        pdf::rawPdf({"<< /Type /Catalog /Pages 2 0 R >>",
-                     "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 /MediaBox [0 0 200 200] >>",
-                     "<< /Type /Page /Parent 2 0 R /Annots [5 0 R] >>",
-                     "<< /Type /Page /Parent 2 0 R /Annots [6 0 R] >>",
-                     "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /Contents (question) >>",
-                     "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /Contents (answer) /IRT 5 0 R >>"}));
+        pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>",
+                      "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 /MediaBox [0 0 200 200] >>",
+                      "<< /Type /Page /Parent 2 0 R /Annots [5 0 R] >>",
+                      "<< /Type /Page /Parent 2 0 R /Annots [6 0 R] >>",
+                      "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /Contents (question) >>",
+                      "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /Contents (answer) /IRT 5 0 R >>"}));
     const auto plain = [this](const BuildPlan& plan) {
         return runTool("qpdf", {"--qdf", "--object-streams=disable", built(plan), "-"}).output;
     };
@@ -327,7 +327,7 @@ TEST_F(CopyingTest, DamagedListsOfFieldsTakeNothingAway)
         opened("font.pdf", twoPages("/AcroForm << /Fields [2 0 R 3 0 R 5 0 R] >>",
                                     "/Resources << /Font << /F1 5 0 R >> >> /Contents 6 0 R",
                                     {"<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>",
-                                     pdf::rawStream({}, "BT /F1 9 Tf 9 9 Td (still here) Tj ET")}));
+                                     pdfStream({}, "BT /F1 9 Tf 9 9 Td (still here) Tj ET")}));
     for (const std::vector<int>& pages : {std::vector<int>{0}, std::vector<int>{0, 1}})
         EXPECT_TRUE(textOf(built(source, pages)).contains("still here"));
 }
@@ -336,7 +336,7 @@ TEST_F(CopyingTest, DirectTreeNodesGiveTheirPagesAndAttributes)
 {
     const QUrl source = opened(
         "direct.pdf",
-        pdf::rawPdf(
+        pdfOfObjects(
             {"<< /Type /Catalog /Pages 2 0 R >>",
              "<< /Type /Pages /Count 2 /Kids ["
              "<< /Type /Pages /Count 1 /MediaBox [0 0 100 50] /Kids [<< /Type /Page >>] >>"

@@ -1,6 +1,6 @@
 #include "engine/BookFixture.h"
 #include "engine/EngineTest.h"
-#include "pdf/rawPdf.h"
+#include "support/madePdf.h"
 #include "support/tools.h"
 
 #include <QFile>
@@ -25,7 +25,7 @@ TEST_F(OpeningTest, ADocumentWithoutPagesIsRefusedButHeld)
 {
     const QUrl url =
         write("none.pdf",
-              pdf::rawPdf({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [] /Count 0 >>"}));
+              pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [] /Count 0 >>"}));
     EXPECT_EQ(engine.open(url), OpenResult::unreadable());
     EXPECT_EQ(engine.open(url), OpenResult::opened(0));
 }
@@ -39,7 +39,7 @@ TEST_F(OpeningTest, LiesOfTheCrossReferenceCostNothing)
                             "/Size 9 /DecodeParms << /Predictor 2 /Columns 2147483647 >>"}) {
         const QByteArray entries =
             QByteArray(lie) + " /Type /XRef /Root 1 0 R /W [1 2 1] /Filter /FlateDecode";
-        const QByteArray reference = pdf::rawStream(entries, qCompress(QByteArray(4000, '\1')).mid(4));
+        const QByteArray reference = pdfStream(entries, qCompress(QByteArray(4000, '\1')).mid(4));
         const QUrl url = write("lie.pdf", objects + "4 0 obj\n" + reference + "\nendobj\nstartxref\n"
                                               + QByteArray::number(objects.size()) + "\n%%EOF\n");
         EXPECT_EQ(engine.open(url), OpenResult::opened(1)) << lie;
@@ -54,9 +54,9 @@ TEST_F(OpeningTest, PageTreesThatLoopOrRepeatGiveTheirPages)
 {
     EXPECT_EQ(engine.open(write(
                   "loop.pdf",
-                  pdf::rawPdf({"<< /Type /Catalog /Pages 2 0 R >>",
-                               "<< /Type /Pages /Kids [3 0 R 2 0 R 3 0 R << /Type /Page >>] /Count 9 >>",
-                               "<< /Type /Page /MediaBox [0 0 100 100] >>"}))),
+                  pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>",
+                                "<< /Type /Pages /Kids [3 0 R 2 0 R 3 0 R << /Type /Page >>] /Count 9 >>",
+                                "<< /Type /Page /MediaBox [0 0 100 100] >>"}))),
               OpenResult::opened(3));
 }
 

@@ -1,9 +1,9 @@
 // Sources that cannot be read for a while, and work that is stopped in the middle of reading them.
 
 #include "engine/EngineTest.h"
-#include "pdf/rawPdf.h"
 #include "pictures/jpeg.h"
 #include "platform/tasks/Cancelled.h"
+#include "support/madePdf.h"
 #include "support/readHook.h"
 
 #include <QImage>
@@ -22,10 +22,10 @@ QByteArray longPage()
     QByteArray text = "BT /F1 12 Tf 20 20 Td (Kept) Tj ET\n";
     for (int i = 0; text.size() < someKilobytes; ++i)
         text += QByteArray::number(i * 7919 % 300) + " 20 " + QByteArray::number(i % 97) + " 5 re f\n";
-    return pdf::rawPdf({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 1 /Kids [3 0 R] >>",
-                        "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 300 200] /Contents 4 0 R "
-                        "/Resources << /Font << /F1 5 0 R >> >> >>",
-                        pdf::rawStream({}, text), "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>"});
+    return pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 1 /Kids [3 0 R] >>",
+                         "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 300 200] /Contents 4 0 R "
+                         "/Resources << /Font << /F1 5 0 R >> >> >>",
+                         pdfStream({}, text), "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>"});
 }
 
 QByteArray noisyPhoto()

@@ -1,7 +1,7 @@
 #include "engine/EngineTest.h"
 #include "pdf/madeImages.h"
-#include "pdf/rawPdf.h"
 #include "platform/tasks/Cancelled.h"
+#include "support/madePdf.h"
 #include "support/similarity.h"
 #include "support/tools.h"
 
@@ -18,15 +18,15 @@ const QSize photo(900, 600);
 QByteArray album()
 {
     QList<QByteArray> objects{"<< /Type /Catalog /Pages 2 0 R >>", {}};
-    objects << pdf::rawStream("/Type /XObject /Subtype /Image /Width 900 /Height 600 /ColorSpace /DeviceRGB "
-                              "/BitsPerComponent 8 /Filter /DCTDecode",
-                              pdf::jpegBytes(pdf::madePhoto(photo, 3), photo, 3));
+    objects << pdfStream("/Type /XObject /Subtype /Image /Width 900 /Height 600 /ColorSpace /DeviceRGB "
+                         "/BitsPerComponent 8 /Filter /DCTDecode",
+                         pdf::jpegBytes(pdf::madePhoto(photo, 3), photo, 3));
     QByteArray kids;
     for (int i = 0; i < 4; ++i) {
         const QByteArray number = QByteArray::number(i);
         kids += QByteArray::number(objects.size() + 2) + " 0 R ";
-        objects << pdf::rawStream({}, "q 320 0 0 220 40 20 cm /Im0 Do Q BT /F1 20 Tf 100 100 Td (Page"
-                                          + number + ") Tj ET");
+        objects << pdfStream({}, "q 320 0 0 220 40 20 cm /Im0 Do Q BT /F1 20 Tf 100 100 Td (Page" + number
+                                     + ") Tj ET");
         objects << "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 400 300] /CropBox [30 10 370 250] /Rotate "
                        + QByteArray::number(90 * i) + " /Contents " + QByteArray::number(objects.size())
                        + " 0 R /Resources << /XObject << /Im0 3 0 R >> /Font << /F1 << /Type /Font /Subtype "
@@ -34,7 +34,7 @@ QByteArray album()
                          "/BaseFont /Helvetica >> >> >> >>";
     }
     objects[1] = "<< /Type /Pages /Count 4 /Kids [" + kids + "] >>";
-    return pdf::rawPdf(objects);
+    return pdfOfObjects(objects);
 }
 
 class SmallerBuilds : public EngineTest {
@@ -121,12 +121,12 @@ TEST_F(SmallerBuilds, TakesTheSamePicturesWhateverWasBuiltBefore)
 
 TEST_F(SmallerBuilds, TakesPicturesInGreyOfPagesWithoutColour)
 {
-    const QByteArray text = pdf::rawStream({}, "BT /F1 20 Tf 30 30 Td (Grey) Tj ET 0.4 g 60 60 80 20 re f");
+    const QByteArray text = pdfStream({}, "BT /F1 20 Tf 30 30 Td (Grey) Tj ET 0.4 g 60 60 80 20 re f");
     BuildPlan mixed;
     add(mixed,
         opened(
             QStringLiteral("grey.pdf"),
-            pdf::rawPdf(
+            pdfOfObjects(
                 {"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 1 /Kids [4 0 R] >>", text,
                  "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 200 100] /Contents 3 0 R /Resources << /Font "
                  "<< /F1 << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >> >> >>"})),

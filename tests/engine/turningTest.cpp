@@ -1,5 +1,5 @@
 #include "engine/EngineTest.h"
-#include "pdf/rawPdf.h"
+#include "support/madePdf.h"
 #include "support/tools.h"
 
 #include <QColor>
@@ -14,11 +14,11 @@ namespace {
 /// A page whose crop box starts off the origin, with a red mark at its lower left corner, as it stands in the file.
 QByteArray cropped(int rotation)
 {
-    return pdf::rawPdf({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
-                        "<< /Type /Page /Parent 2 0 R /MediaBox [10 20 500 700] /CropBox [100 150 300 450] "
-                        "/Contents 4 0 R /Rotate "
-                            + QByteArray::number(rotation) + " >>",
-                        pdf::rawStream({}, "1 0 0 rg 100 150 40 40 re f")});
+    return pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                         "<< /Type /Page /Parent 2 0 R /MediaBox [10 20 500 700] /CropBox [100 150 300 450] "
+                         "/Contents 4 0 R /Rotate "
+                             + QByteArray::number(rotation) + " >>",
+                         pdfStream({}, "1 0 0 rg 100 150 40 40 re f")});
 }
 
 /// Where the mark must be after so many quarter turns clockwise: x and y in 0..1 from the top left.
@@ -85,8 +85,8 @@ TEST_F(PixelSizeTest, IsRoundedToTheNearestPixelAndNeverNothing)
     const auto sizeAt = [this](const char* box, double dpi) {
         const QUrl source = opened(
             QString::fromLatin1(box).remove(' ') + ".pdf",
-            pdf::rawPdf({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
-                         "<< /Type /Page /Parent 2 0 R /MediaBox [" + QByteArray(box) + "] >>"}));
+            pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                          "<< /Type /Page /Parent 2 0 R /MediaBox [" + QByteArray(box) + "] >>"}));
         return QImage::fromData(engine.pictures({{page(source, 0)}, {}, {}, {}}, dpi, true).value(0)).size();
     };
     EXPECT_EQ(sizeAt("0 0 595 842", 300), QSize(2479, 3508));

@@ -3,10 +3,10 @@
 #include "pdf/Document.h"
 #include "pdf/images/ImageCache.h"
 #include "pdf/madeImages.h"
-#include "pdf/rawPdf.h"
 #include "pictures/MemoryBudget.h"
 #include "pictures/jpegSamples.h"
 #include "platform/tasks/Cancelled.h"
+#include "support/madePdf.h"
 #include "support/similarity.h"
 #include "support/tools.h"
 
@@ -31,11 +31,11 @@ using Objects = QList<QByteArray>;
 /// A page with text on which the image lies, leaving a margin of blue.
 QByteArray documentWith(const Objects& objects)
 {
-    return rawPdf(
+    return pdfOfObjects(
         Objects{"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
                 "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 240 160] /Contents 4 0 R /Resources << /XObject "
                 "<< /Im0 6 0 R >> /Font << /F1 5 0 R >> >> >>",
-                rawStream({}, "0.2 0.4 0.8 rg 0 0 240 160 re f q 220 0 0 140 10 10 cm /Im0 Do Q "
+                pdfStream({}, "0.2 0.4 0.8 rg 0 0 240 160 re f q 220 0 0 140 10 10 cm /Im0 Do Q "
                               "BT /F1 8 Tf 20 2 Td (Words remain) Tj ET"),
                 "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>"}
         + objects);
@@ -43,7 +43,7 @@ QByteArray documentWith(const Objects& objects)
 
 QByteArray image(const QByteArray& entries, const QByteArray& data, QSize size = photo)
 {
-    return rawStream("/Type /XObject /Subtype /Image /Width " + QByteArray::number(size.width()) + " /Height "
+    return pdfStream("/Type /XObject /Subtype /Image /Width " + QByteArray::number(size.width()) + " /Height "
                          + QByteArray::number(size.height()) + " " + entries,
                      data);
 }
@@ -239,12 +239,12 @@ INSTANTIATE_TEST_SUITE_P(
         KindCase{"IccRgb",
                  [] {
                      return Objects{flateOf(3, 8, "[/ICCBased 7 0 R]"),
-                                    rawStream("/N 3 /Alternate /DeviceRGB", "no profile")};
+                                    pdfStream("/N 3 /Alternate /DeviceRGB", "no profile")};
                  }},
         KindCase{"IccCmyk",
                  [] {
                      return Objects{flateOf(4, 8, "[/ICCBased 7 0 R]"),
-                                    rawStream("/N 4 /Alternate /DeviceCMYK", "no profile")};
+                                    pdfStream("/N 4 /Alternate /DeviceCMYK", "no profile")};
                  }},
         KindCase{"Lab", [] { return Objects{flateOf(3, 8, lab)}; }, Fate::Recoded, notJudged},
         KindCase{"Indexed4",
@@ -253,7 +253,7 @@ INSTANTIATE_TEST_SUITE_P(
                  [] {
                      return Objects{
                          flateOf(1, 4, "[/Indexed /DeviceRGB 15 7 0 R]"),
-                         rawStream("/Filter /FlateDecode", deflatedBytes(QByteArray::fromHex(palette(3))))};
+                         pdfStream("/Filter /FlateDecode", deflatedBytes(QByteArray::fromHex(palette(3))))};
                  }},
         KindCase{"IndexedCmykBackwards", // each sample counts from the palette's end
                  [] {
@@ -269,7 +269,7 @@ INSTANTIATE_TEST_SUITE_P(
         KindCase{"DeviceN",
                  [] {
                      return Objects{flateOf(2, 8, "[/DeviceN [/Spot /Other] /DeviceRGB 7 0 R]"),
-                                    rawStream("/FunctionType 4 /Domain [0 1 0 1] /Range [0 1 0 1 0 1]",
+                                    pdfStream("/FunctionType 4 /Domain [0 1 0 1] /Range [0 1 0 1 0 1]",
                                               "{ 1 exch sub exch 1 exch sub dup 3 1 roll }")};
                  }},
         KindCase{"GreyBackwards",
@@ -491,11 +491,11 @@ TEST_P(ImagePlaces, AreAllFound)
 {
     const PlaceCase row = GetParam();
     const QByteArray file =
-        rawPdf(Objects{"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
-                       "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 240 160] /Contents 4 0 R "
-                           + row.pageEntries + " >>",
-                       rawStream({}, row.content), "<< /XObject << /Im0 6 0 R >> >>", photoImage()}
-               + row.more);
+        pdfOfObjects(Objects{"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                             "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 240 160] /Contents 4 0 R "
+                                 + row.pageEntries + " >>",
+                             pdfStream({}, row.content), "<< /XObject << /Im0 6 0 R >> >>", photoImage()}
+                     + row.more);
     const QByteArray before = built(file, {}), after = built(file, step);
     EXPECT_LT(after.size(), before.size() / 4);
     EXPECT_LT(largestCellDifference(drawn(before), drawn(after)), 8);
@@ -518,21 +518,21 @@ INSTANTIATE_TEST_SUITE_P(
         PlaceCase{"InTheContentOfAForm",
                   "/Resources << /XObject << /Fm0 7 0 R >> >>",
                   "/Fm0 Do",
-                  {rawStream("/Type /XObject /Subtype /Form /BBox [0 0 240 160] /Resources << >>",
+                  {pdfStream("/Type /XObject /Subtype /Form /BBox [0 0 240 160] /Resources << >>",
                              inlined("/W 480 /H 320 /BPC 8 /CS /G /F /Fl", 1))}},
         PlaceCase{
             "FormInAForm",
             "/Resources << /XObject << /Fm0 7 0 R >> >>",
             "/Fm0 Do",
-            {rawStream("/Type /XObject /Subtype /Form /BBox [0 0 240 160] /Resources << /XObject << /Fm1 8 0 "
+            {pdfStream("/Type /XObject /Subtype /Form /BBox [0 0 240 160] /Resources << /XObject << /Fm1 8 0 "
                        "R >> >>",
                        "/Fm1 Do"),
-             rawStream("/Type /XObject /Subtype /Form /BBox [0 0 240 160] /Resources 5 0 R", wholePage)}},
+             pdfStream("/Type /XObject /Subtype /Form /BBox [0 0 240 160] /Resources 5 0 R", wholePage)}},
         PlaceCase{
             "Pattern",
             "/Resources << /Pattern << /P0 7 0 R >> >>",
             "/Pattern cs /P0 scn 0 0 240 160 re f",
-            {rawStream(
+            {pdfStream(
                 "/Type /Pattern /PatternType 1 /PaintType 1 /TilingType 1 /BBox [0 0 240 160] /XStep 240 "
                 "/YStep 160 /Resources 5 0 R",
                 wholePage)}},
@@ -540,7 +540,7 @@ INSTANTIATE_TEST_SUITE_P(
             "Annotation",
             "/Annots [<< /Type /Annot /Subtype /Stamp /F 4 /Rect [0 0 240 160] /AP << /N 7 0 R >> >>]",
             "",
-            {rawStream("/Type /XObject /Subtype /Form /BBox [0 0 240 160] /Resources 5 0 R", wholePage)}},
+            {pdfStream("/Type /XObject /Subtype /Form /BBox [0 0 240 160] /Resources 5 0 R", wholePage)}},
         PlaceCase{
             "Glyph",
             "/Resources << /Font << /F0 7 0 R >> >>",
@@ -548,12 +548,12 @@ INSTANTIATE_TEST_SUITE_P(
             {"<< /Type /Font /Subtype /Type3 /FontBBox [0 0 1500 1000] /FontMatrix [0.001 0 0 0.001 0 0] "
              "/CharProcs << /a 8 0 R >> /Encoding << /Type /Encoding /Differences [97 /a] >> /FirstChar 97 "
              "/LastChar 97 /Widths [1500] /Resources 5 0 R >>",
-             rawStream({}, "1500 0 d0 1500 0 0 1000 0 0 cm /Im0 Do")}},
+             pdfStream({}, "1500 0 d0 1500 0 0 1000 0 0 cm /Im0 Do")}},
         PlaceCase{
             "MaskingGroup",
             "/Resources << /ExtGState << /G0 << /SMask << /S /Luminosity /G 7 0 R >> >> >> >>",
             "/G0 gs 1 0 0 rg 0 0 240 160 re f",
-            {rawStream("/Type /XObject /Subtype /Form /BBox [0 0 240 160] /Group << /S /Transparency /CS "
+            {pdfStream("/Type /XObject /Subtype /Form /BBox [0 0 240 160] /Group << /S /Transparency /CS "
                        "/DeviceRGB >> /Resources 5 0 R",
                        wholePage)}}),
     [](const auto& row) { return std::string(row.param.name); });
@@ -564,12 +564,12 @@ QByteArray threePages()
     const QByteArray page =
         "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 240 160] /Resources << /XObject << /Im0 8 0 R >> >> "
         "/Contents 7 0 R >>";
-    return rawPdf(
+    return pdfOfObjects(
         {"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R 4 0 R 5 0 R] /Count 3 >>", page,
          page,
          "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 240 160] /Contents 6 0 R /Resources << /Font << /F1 << "
          "/Type /Font /Subtype /Type1 /BaseFont /Times-Roman >> >> >> >>",
-         rawStream({}, "BT /F1 30 Tf 20 60 Td (Only words) Tj ET"), rawStream({}, wholePage), photoImage()});
+         pdfStream({}, "BT /F1 30 Tf 20 60 Td (Only words) Tj ET"), pdfStream({}, wholePage), photoImage()});
 }
 
 TEST(ImageRecoder, ChangesASharedImageOnceAndNoOtherPage)
@@ -609,10 +609,10 @@ TEST(ImageRecoder, DecodesNoPictureTwiceForTheSameSearch)
 TEST(ImageRecoder, LeavesAnInlineImageThatGainsNothing)
 {
     const QByteArray dots = deflatedBytes(packedPhoto(photo, 1, 1));
-    const QByteArray file = rawPdf(
+    const QByteArray file = pdfOfObjects(
         {"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
          "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 240 160] /Contents 4 0 R /Resources << >> >>",
-         rawStream({}, "q 240 0 0 160 0 0 cm BI /W 480 /H 320 /BPC 1 /CS /G /F /Fl ID " + dots + " EI Q")});
+         pdfStream({}, "q 240 0 0 160 0 0 cm BI /W 480 /H 320 /BPC 1 /CS /G /F /Fl ID " + dots + " EI Q")});
     const CompressionStep best{2000, 1.0, false};
     EXPECT_EQ(built(file, best).size(), built(file, {}).size());
     EXPECT_EQ(drawn(built(file, best)), drawn(built(file, {})));

@@ -1,6 +1,6 @@
 #include "pdf/drawing/PageRasteriser.h"
 
-#include "pdf/rawPdf.h"
+#include "support/madePdf.h"
 
 #include <QFile>
 #include <QProcess>
@@ -18,11 +18,12 @@ constexpr QRgb white = 0xffffffff, red = 0xffff0000, green = 0xff00ff00, blue = 
 QByteArray onePage(const QByteArray& pageEntries, const QByteArray& content,
                    const QList<QByteArray>& more = {}, const QByteArray& catalogueEntries = {})
 {
-    return rawPdf(QList<QByteArray>{"<< /Type /Catalog /Pages 2 0 R " + catalogueEntries + " >>",
-                                    "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
-                                    "<< /Type /Page /Parent 2 0 R /Contents 4 0 R " + pageEntries + " >>",
-                                    rawStream({}, content)}
-                  + more);
+    return pdfOfObjects(
+        QList<QByteArray>{"<< /Type /Catalog /Pages 2 0 R " + catalogueEntries + " >>",
+                          "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                          "<< /Type /Page /Parent 2 0 R /Contents 4 0 R " + pageEntries + " >>",
+                          pdfStream({}, content)}
+        + more);
 }
 
 // The crop box is 60 x 40 and starts at (50, 30). Red, green and blue mark three corners of it, the fourth is
@@ -155,7 +156,7 @@ TEST(PageRasteriser, EdgesAreSmooth)
 TEST(PageRasteriser, DrawsAFilledFieldButNoHiddenNote)
 {
     const QByteArray fill =
-        rawStream("/Type /XObject /Subtype /Form /BBox [0 0 10 10]", "0 0 1 rg 0 0 10 10 re f");
+        pdfStream("/Type /XObject /Subtype /Form /BBox [0 0 10 10]", "0 0 1 rg 0 0 10 10 re f");
     const QByteArray widget =
         "<< /Type /Annot /Subtype /Widget /FT /Tx /T (name) /V (Ada) /F 4 /Rect [0 0 10 10] "
         "/AP << /N 7 0 R >> >>";
@@ -185,7 +186,7 @@ TEST(PageRasteriser, APageWithAnImageBeyondAllBoundsIsNotDrawnWithoutIt)
 {
     const QByteArray file = onePage("/MediaBox [0 0 400 400] /Resources << /XObject << /I 5 0 R >> >>",
                                     "q 399 65535 0 400 0 0 cm /I Do Q q 40 0 0 40 0 0 cm /I Do Q",
-                                    {rawStream("/Type /XObject /Subtype /Image /Width 1 /Height 1 "
+                                    {pdfStream("/Type /XObject /Subtype /Image /Width 1 /Height 1 "
                                                "/ColorSpace /DeviceGray /BitsPerComponent 8",
                                                QByteArray(1, '\0'))});
     EXPECT_EQ(drawn(file, {100, 100}).pixel(5, 95), qRgb(0, 0, 0));
@@ -205,7 +206,7 @@ TEST(PageRasteriser, StopsOnRequest)
 
 QByteArray form(const QByteArray& entries, const QByteArray& content)
 {
-    return rawStream("/Type /XObject /Subtype /Form /BBox [0 0 100 100] " + entries, content);
+    return pdfStream("/Type /XObject /Subtype /Form /BBox [0 0 100 100] " + entries, content);
 }
 
 /// The first page draws each form twice in the one before, forty deep; the second is marked.
@@ -216,12 +217,12 @@ QByteArray endlessPageBeforeAnother()
         "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 /MediaBox [0 0 100 100] >>",
         "<< /Type /Page /Parent 2 0 R /Contents 5 0 R /Resources << /XObject << /F 7 0 R >> >> >>",
         "<< /Type /Page /Parent 2 0 R /Contents 6 0 R >>",
-        rawStream({}, "/F Do"),
-        rawStream({}, "1 0 0 rg 0 0 100 100 re f")};
+        pdfStream({}, "/F Do"),
+        pdfStream({}, "1 0 0 rg 0 0 100 100 re f")};
     for (int next = 8; next < 48; ++next)
         objects +=
             form("/Resources << /XObject << /F " + QByteArray::number(next) + " 0 R >> >>", "/F Do /F Do");
-    return rawPdf(objects + QList<QByteArray>{form({}, "0 0 9 9 re f")});
+    return pdfOfObjects(objects + QList<QByteArray>{form({}, "0 0 9 9 re f")});
 }
 
 TEST(PageRasteriser, APageWithoutEndIsGivenUpAndTheOthersAreDrawn)
@@ -272,10 +273,10 @@ INSTANTIATE_TEST_SUITE_P(
         HostileCase{"FormThatUnpacksToTooMuch", "/X Do", form("/Filter /FlateDecode ", tooMuch)},
         HostileCase{
             "TilesWithoutNumber", "/Pattern cs /P scn 0 0 100 100 re f",
-            rawStream(patternEntries + "/BBox [0 0 1 1] /XStep 0.0001 /YStep 0.0001", "0 0 1 1 re f")},
+            pdfStream(patternEntries + "/BBox [0 0 1 1] /XStep 0.0001 /YStep 0.0001", "0 0 1 1 re f")},
         HostileCase{
             "ImageFarLargerThanThePage", "1000000 0 0 1000000 0 0 cm /X Do",
-            rawStream("/Subtype /Image /Width 1 /Height 1 /BitsPerComponent 8 /ColorSpace /DeviceGray",
+            pdfStream("/Subtype /Image /Width 1 /Height 1 /BitsPerComponent 8 /ColorSpace /DeviceGray",
                       "0")}),
     [](const auto& row) { return std::string(row.param.name); });
 

@@ -1,7 +1,7 @@
 #include "pdf/salvage/Salvage.h"
 
-#include "pdf/rawPdf.h"
 #include "pdf/structure/qpdfInclude.h"
+#include "support/madePdf.h"
 
 #include <QFile>
 #include <QProcess>
@@ -295,7 +295,7 @@ INSTANTIATE_TEST_SUITE_P(
                  {3, 4}},
         TreeCase{"FileWithinTheFile",
                  catalogue + twoPages + page(3, parent) + page(4, parent)
-                     + object(8, rawStream("", twoPages + page(4, parent) + page(3, "/Rotate 90")
+                     + object(8, pdfStream("", twoPages + page(4, parent) + page(3, "/Rotate 90")
                                                    + object(8, "<< /Type /Catalog /Pages 3 0 R >>"))),
                  {3, 4}},
         TreeCase{"UnclosedString",
