@@ -6,24 +6,19 @@
 
 namespace folvane::driver {
 
-Call::Call(Program& program, Request asked)
-    : request(std::move(asked)), m_program(program), m_passwords(request)
+Call::Call(Program& ofProgram, Request asked)
+    : program(ofProgram), request(std::move(asked)), passwords(request)
 {
     m_ended.start();
 }
 
 OpenFilePtr Call::file() const
 {
-    const int place = request.integer("file");
+    const int place = request.get<int>("file");
     const QList<OpenFilePtr> files = model().files.value();
     if (place < 0 || place >= files.size())
         throw BadRequest(QStringLiteral("there is no document %1").arg(place));
     return files[place];
-}
-
-void Call::startTime()
-{
-    m_started = std::chrono::steady_clock::now();
 }
 
 void Call::stopTime()
@@ -45,16 +40,30 @@ void Call::takeNotices()
     }
 }
 
+void Call::takePanels()
+{
+    for (const QJsonValue& panel : program.panels.takeAsked())
+        answer.panels.append(panel);
+}
+
 void Call::noteWritten(const QUrl& file)
 {
     answer.saved.append(file.toLocalFile());
-    answer.bytes += QFileInfo(answer.saved.last()).size();
+    answer.bytes += QFileInfo(file.toLocalFile()).size();
 }
 
-void Call::takePanels()
+void Call::end()
 {
-    for (const QJsonValue& panel : m_program.panels.takeAsked())
-        answer.panels.append(panel);
+    stopTime();
+    takeNotices();
+    takePanels();
+    for (const QJsonValue& prompt : passwords.asked())
+        answer.prompts.append(prompt);
+    if (!answer.outcome && answer.error)
+        answer.outcome = withError;
+    else if (!answer.outcome && passwords.wasCancelled())
+        answer.outcome = Outcome::Cancelled;
+    m_ended.finish();
 }
 
 } // namespace folvane::driver

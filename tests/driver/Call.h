@@ -9,32 +9,30 @@
 #include <QPromise>
 
 #include <chrono>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
 
 namespace folvane::driver {
 
-/// One request being carried out.
+/// One request being carried out. Its time runs from the beginning.
 class Call {
 public:
     Call(Program& program, Request request);
 
+    Program& program;
     const Request request;
     Answer answer;
+    Outcome withError = Outcome::Failed; ///< what it counts as when the model tells an error
+    PasswordScript passwords;
     std::stop_source task; ///< of the model's job that the request started, if any
 
-    Program& program() const { return m_program; }
-    AppModel& model() const { return m_program.model; }
-    PasswordScript& passwords() { return m_passwords; }
-    const PasswordScript& passwords() const { return m_passwords; }
-
+    AppModel& model() const { return program.model; }
     /// The document that `file` names.
     OpenFilePtr file() const;
+    void tell(const char* name, const QJsonValue& value) { answer.fields[QLatin1String(name)] = value; }
 
-    /// Between the two runs the time that the answer tells. The first stop holds.
-    void startTime();
+    /// The first stop holds.
     void stopTime();
     /// Takes the model's error and toast into the answer, and away from the model.
     void takeNotices();
@@ -42,14 +40,12 @@ public:
     /// Tells a file that the request has written.
     void noteWritten(const QUrl& file);
 
+    /// Completes the answer.
+    void end();
     QFuture<void> ended() const { return m_ended.future(); }
-    bool hasEnded() const { return m_ended.future().isFinished(); }
-    void end() { m_ended.finish(); }
 
 private:
-    Program& m_program;
-    PasswordScript m_passwords;
-    std::optional<std::chrono::steady_clock::time_point> m_started;
+    std::optional<std::chrono::steady_clock::time_point> m_started = std::chrono::steady_clock::now();
     mutable QPromise<void> m_ended;
 };
 

@@ -1,190 +1,142 @@
 #include "DriverTest.h"
 
+#include "support/tools.h"
+
 #include <QFile>
-#include <QImage>
+#include <QJsonArray>
 #include <QJsonDocument>
 
-#include <ostream>
 #include <stdexcept>
-
-void PrintTo(const QJsonObject& object, std::ostream* out)
-{
-    *out << QJsonDocument(object).toJson(QJsonDocument::Compact).toStdString();
-}
-
-void PrintTo(const QJsonArray& array, std::ostream* out)
-{
-    *out << QJsonDocument(array).toJson(QJsonDocument::Compact).toStdString();
-}
-
-void PrintTo(const QJsonValue& value, std::ostream* out)
-{
-    PrintTo(QJsonArray{value}, out);
-}
 
 namespace folvane {
 
 namespace {
 
-QByteArray object(int number, const QByteArray& value)
+constexpr int patience = 120'000; // milliseconds, for sanitized builds on a busy machine
+
+void require(bool holds, const char* otherwise)
 {
-    return QByteArray::number(number) + " 0 obj\n" + value + "\nendobj\n";
+    if (!holds)
+        throw std::runtime_error(otherwise);
 }
 
-QByteArray stream(const QByteArray& content)
+QByteArray withDoubleQuotes(QByteArray text)
 {
-    return "<</Length " + QByteArray::number(content.size()) + ">>stream\n" + content + "\nendstream";
+    return text.replace('\'', '"');
 }
 
-QByteArray page(int content)
+QByteArray text(const QJsonValue& value)
 {
-    return "<</Type/Page/Parent 2 0 R/MediaBox[0 0 600 800]/Contents " + QByteArray::number(content)
-           + " 0 R/Resources<</Font<</F 3 0 R>>>>>>";
+    return QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
 }
 
-QList<QByteArray> values(const QList<QByteArray>& contents)
+bool fits(const QJsonValue& got, const QJsonValue& wanted)
 {
-    QByteArray kids;
-    QList<QByteArray> pages;
-    for (const QByteArray& content : contents) {
-        const int number = 4 + int(pages.size());
-        kids += QByteArray::number(number) + " 0 R ";
-        pages << page(number + 1) << stream(content);
-    }
-    const QByteArray count = QByteArray::number(contents.size());
-    return QList<QByteArray>{"<</Type/Catalog/Pages 2 0 R>>",
-                             "<</Type/Pages/Count " + count + "/Kids[" + kids + "]>>",
-                             "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>"}
-           + pages;
-}
-
-QByteArray pdfBytes(const QList<QByteArray>& contents)
-{
-    QByteArray bytes = "%PDF-1.4\n";
-    QByteArray table = "0000000000 65535 f \n";
-    int number = 0;
-    for (const QByteArray& value : values(contents)) {
-        table += QByteArray::number(bytes.size()).rightJustified(10, '0') + " 00000 n \n";
-        bytes += object(++number, value);
-    }
-    const QByteArray size = QByteArray::number(number + 1);
-    const QByteArray start = QByteArray::number(bytes.size());
-    return bytes + "xref\n0 " + size + "\n" + table + "trailer\n<</Size " + size
-           + "/Root 1 0 R>>\nstartxref\n" + start + "\n%%EOF\n";
-}
-
-QStringList withPassword(const char* option, const QString& password, QStringList rest)
-{
-    if (!password.isEmpty())
-        rest.prepend(QLatin1String(option) + password);
-    return rest;
+    const QJsonObject fields = wanted.toObject();
+    for (auto field = fields.begin(); field != fields.end(); ++field)
+        if (!got.toObject().contains(field.key()) || !fits(got.toObject()[field.key()], field.value()))
+            return false;
+    const QJsonArray entries = wanted.toArray();
+    for (qsizetype i = 0; i < entries.size(); ++i)
+        if (!fits(got.toArray().at(i), entries[i]))
+            return false;
+    if (wanted.isArray())
+        return got.isArray() && got.toArray().size() == entries.size();
+    return wanted.isObject() ? got.isObject() : got == wanted;
 }
 
 } // namespace
 
-DriverTest::DriverTest() : driver(std::make_unique<DriverProcess>(m_folder.path())) {}
+DriverTest::DriverTest()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* variable :
+         {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
+        environment.insert(QLatin1String(variable), m_folder.path());
+    m_driver.setProcessEnvironment(environment);
+    m_driver.setWorkingDirectory(m_folder.path());
+    m_driver.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_driver.start(QStringLiteral(FOLVANE_DRIVER), QStringList());
+    makePdf("a.pdf", {"", "", "", "", ""});
+    makePdf("b.pdf", {"", ""});
+    QFile::link("/dev/full", path("full.pdf"));
+}
 
-QString DriverTest::file(const QString& name, const QByteArray& bytes) const
+DriverTest::~DriverTest()
+{
+    m_driver.closeWriteChannel();
+    if (m_driver.state() != QProcess::NotRunning && !m_driver.waitForFinished(patience))
+        m_driver.kill();
+}
+
+void DriverTest::write(const QString& name, const QByteArray& bytes) const
 {
     QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        throw std::runtime_error("a fixture cannot be written");
-    return path(name);
+    require(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(), "a fixture is not written");
 }
 
-QString DriverTest::pdf(const QString& name, const QStringList& texts) const
+void DriverTest::makePdf(const QString& name, const QList<QByteArray>& contents) const
 {
-    QList<QByteArray> contents;
-    for (const QString& text : texts)
-        contents << "BT/F 24 Tf 72 700 Td(" + text.toUtf8() + ")Tj ET";
-    return file(name, pdfBytes(contents));
+    QStringList arguments{"create", "-o", path(name)};
+    for (const QByteArray& content : contents) {
+        const QString page = name + QString::number(arguments.size());
+        write(page, "%%MediaBox 0 0 600 800\n" + content);
+        arguments << path(page);
+    }
+    require(runTool("mutool", arguments).exitCode == 0, "mutool makes no PDF");
 }
 
-QString DriverTest::pdf(const QString& name, int count) const
+void DriverTest::makeLocked(const QString& name, const QString& password) const
 {
-    QStringList texts;
-    for (int i = 1; i <= count; ++i)
-        texts << name.section(u'.', 0, 0) + u'-' + QString::number(i);
-    return pdf(name, texts);
+    const ToolResult made =
+        runTool("qpdf", {"--encrypt", password, password, "256", "--", path("b.pdf"), path(name)});
+    require(made.exitCode == 0, "qpdf locks no PDF");
 }
 
-QString DriverTest::slowPdf(const QString& name) const
+void DriverTest::send(const QByteArray& line)
 {
-    QByteArray content = "40 w\n";
-    for (int i = 0; i < 400; ++i)
-        content += "0 " + QByteArray::number(2 * i) + " m 600 " + QByteArray::number(800 - 2 * i) + " l S\n";
-    return file(name, pdfBytes({content}));
+    m_driver.write(withDoubleQuotes(line) + '\n');
 }
 
-QString DriverTest::lockedPdf(const QString& name, const QStringList& texts, const QString& password) const
+QJsonObject DriverTest::receive()
 {
-    const QString plain = pdf("unlocked.pdf", texts);
-    outputOf("qpdf", {"--encrypt", password, password, "256", "--", plain, path(name)});
-    QFile::remove(plain);
-    return path(name);
+    while (!m_driver.canReadLine())
+        require(m_driver.waitForReadyRead(patience), "the driver does not answer");
+    QByteArray line = m_driver.readLine();
+    const QJsonDocument answer = QJsonDocument::fromJson(line.replace(m_folder.path().toUtf8(), "@"));
+    require(answer.isObject(), "the answer is no JSON object");
+    return answer.object();
 }
 
-QString DriverTest::picture(const QString& name) const
+QJsonObject DriverTest::ask(const QByteArray& line)
 {
-    QImage image(30, 20, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    if (!image.save(path(name)))
-        throw std::runtime_error("a picture cannot be written");
-    return path(name);
+    send(line);
+    return receive();
 }
 
-QJsonObject DriverTest::ask(const char* verb, QJsonObject fields)
+void DriverTest::expect(const QByteArray& line, const QByteArray& wanted)
 {
-    fields["do"] = QLatin1String(verb);
-    return ask(fields);
+    send(line);
+    SCOPED_TRACE(line.constData());
+    expectNext(wanted);
 }
 
-QJsonObject DriverTest::open(const QStringList& paths, QJsonObject more)
+void DriverTest::expectNext(const QByteArray& wanted)
 {
-    more["files"] = QJsonArray::fromStringList(paths);
-    return ask("open", more);
+    const QJsonDocument document = QJsonDocument::fromJson(withDoubleQuotes(wanted));
+    require(document.isObject(), "what is wanted is no JSON object");
+    const QJsonObject answer = receive();
+    EXPECT_TRUE(fits(answer, document.object()))
+        << text(answer).constData() << "\nlacks " << wanted.constData();
 }
 
-QJsonObject DriverTest::document(int place)
+qsizetype DriverTest::finish()
 {
-    return ask("state")["documents"].toArray().at(place).toObject();
-}
-
-QByteArray contentsOf(const QString& path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw std::runtime_error("cannot read " + path.toStdString());
-    return file.readAll();
-}
-
-QString outputOf(const QString& program, const QStringList& arguments)
-{
-    QProcess tool;
-    tool.setProcessChannelMode(QProcess::MergedChannels);
-    tool.start(program, arguments);
-    if (!tool.waitForFinished(120'000) || tool.exitStatus() != QProcess::NormalExit)
-        throw std::runtime_error("cannot run " + program.toStdString());
-    return QString::fromUtf8(tool.readAll());
-}
-
-QStringList texts(const QString& path, const QString& password)
-{
-    const QStringList arguments{path, "-"};
-    const QString all =
-        outputOf("pdftotext", password.isEmpty() ? arguments : QStringList{"-upw", password} + arguments);
-    QStringList pages = all.split(u'\f');
-    pages.removeLast(); // a form feed ends each page
-    for (QString& page : pages)
-        page = page.trimmed();
-    return pages;
-}
-
-testing::AssertionResult isSound(const QString& path, const QString& password)
-{
-    const QString said = outputOf("qpdf", withPassword("--password=", password, {"--check", path}));
-    const bool sound = said.contains(QLatin1String("No syntax or stream encoding errors found"));
-    return (sound ? testing::AssertionSuccess() : testing::AssertionFailure()) << said.toStdString();
+    m_driver.closeWriteChannel();
+    require(m_driver.waitForFinished(patience), "the driver does not end");
+    EXPECT_EQ(m_driver.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(m_driver.exitCode(), 0);
+    return m_driver.readAll().count('\n');
 }
 
 } // namespace folvane

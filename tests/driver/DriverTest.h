@@ -1,61 +1,38 @@
 #pragma once
 
-#include "DriverProcess.h"
-
+#include <QJsonObject>
+#include <QProcess>
 #include <QTemporaryDir>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <iosfwd>
-#include <memory>
-
-void PrintTo(const QJsonObject& object, std::ostream* out);
-void PrintTo(const QJsonArray& array, std::ostream* out);
-void PrintTo(const QJsonValue& value, std::ostream* out);
 
 namespace folvane {
 
-/// A driver in a new folder, with the means to make files for it and to look at what it made.
+/// The driver as a person at a terminal has it, in a new folder, where it also keeps its preferences. Lines are JSON with
+/// single quotes. A path in the folder is relative in a request, and begins with "@/" in an answer.
 class DriverTest : public testing::Test {
 protected:
+    /// Ready are a.pdf with five pages, b.pdf with two, and full.pdf, where no byte can be written.
     DriverTest();
+    ~DriverTest() override;
 
     QString path(const QString& name) const { return m_folder.filePath(name); }
-    /// Writes a PDF with one page for each text; gives its path.
-    QString pdf(const QString& name, const QStringList& texts) const;
-    /// The same, with pages "name-1" to "name-count".
-    QString pdf(const QString& name, int count) const;
-    QString lockedPdf(const QString& name, const QStringList& texts, const QString& password) const;
-    QString picture(const QString& name) const;
-    QString file(const QString& name, const QByteArray& bytes) const;
-    /// A page that takes long to draw.
-    QString slowPdf(const QString& name) const;
+    /// A PDF of pages with this content, by MuPDF.
+    void makePdf(const QString& name, const QList<QByteArray>& contents) const;
+    void makeLocked(const QString& name, const QString& password) const;
+    void write(const QString& name, const QByteArray& bytes) const;
 
-    QJsonObject ask(const QJsonObject& request) { return driver->ask(request); }
-    QJsonObject ask(const char* verb, QJsonObject fields = {});
-    QJsonObject open(const QStringList& paths, QJsonObject more = {});
-    QJsonObject document(int place = 0);
-    bool isEdited(int place = 0) { return document(place)["isEdited"].toBool(); }
+    void send(const QByteArray& line);
+    QJsonObject receive();
+    QJsonObject ask(const QByteArray& line);
+    /// Asks, and fails where the answer lacks something that the wanted one has.
+    void expect(const QByteArray& line, const QByteArray& wanted);
+    /// The same of the answer to the first line that is not answered yet.
+    void expectNext(const QByteArray& wanted);
+    /// Ends the input; gives the number of lines that are still answered.
+    qsizetype finish();
 
     QTemporaryDir m_folder;
-    std::unique_ptr<DriverProcess> driver;
+    QProcess m_driver;
 };
-
-QByteArray contentsOf(const QString& path);
-/// The words of each page, by pdftotext.
-QStringList texts(const QString& path, const QString& password = {});
-/// What `qpdf --check` says.
-testing::AssertionResult isSound(const QString& path, const QString& password = {});
-/// Runs a tool to its end; its output, errors included. Throws when it cannot be run.
-QString outputOf(const QString& program, const QStringList& arguments);
-
-MATCHER_P(HasOutcome, wanted, "")
-{
-    return arg["outcome"].toString() == QLatin1String(wanted);
-}
-MATCHER_P(HasError, wanted, "")
-{
-    return arg["error"].toString() == wanted;
-}
 
 } // namespace folvane

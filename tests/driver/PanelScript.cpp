@@ -13,78 +13,74 @@ namespace {
 
 QJsonValue path(const std::optional<QUrl>& url)
 {
-    return url ? QJsonValue(url->toLocalFile()) : QJsonValue(QJsonValue::Null);
-}
-
-QJsonObject entry(const char* kind, const QJsonValue& name, const QJsonValue& near, const QJsonValue& prompt,
-                  const QJsonValue& types)
-{
-    return {{QStringLiteral("kind"), QLatin1String(kind)},
-            {QStringLiteral("name"), name},
-            {QStringLiteral("near"), near},
-            {QStringLiteral("prompt"), prompt},
-            {QStringLiteral("types"), types}};
+    return url ? QJsonValue(url->toLocalFile()) : QJsonValue();
 }
 
 QJsonArray names(const QList<ContentType>& types)
 {
     QJsonArray all;
     for (const ContentType type : types)
-        all.append(type == ContentType::Pdf ? QStringLiteral("pdf") : QStringLiteral("image"));
+        all.append(type == ContentType::Pdf ? "pdf" : "image");
     return all;
 }
 
-const QJsonValue none = QJsonValue::Null;
-
-template <typename Panel> qsizetype count(const QList<AskedPanel>& asked)
+/// Null where the panel has no such thing.
+QJsonObject told(const char* kind, const QJsonValue& name, const QJsonValue& near, const QJsonValue& prompt,
+                 const QJsonValue& types)
 {
-    return std::count_if(asked.begin(), asked.end(),
-                         [](const AskedPanel& panel) { return std::holds_alternative<Panel>(panel); });
+    return {{"kind", kind}, {"name", name}, {"near", near}, {"prompt", prompt}, {"types", types}};
 }
 
-struct Description {
+struct Telling {
     QJsonObject operator()(const SavePanel& panel) const
     {
-        return entry("save", panel.name, path(panel.folder), none, names({ContentType::Pdf}));
+        return told("save", panel.name, path(panel.folder), {}, names({ContentType::Pdf}));
     }
     QJsonObject operator()(const FolderPanel& panel) const
     {
-        return entry("folder", none, path(panel.folder), panel.prompt, none);
+        return told("folder", {}, path(panel.folder), panel.prompt, {});
     }
     QJsonObject operator()(const OpenPanel& panel) const
     {
-        return entry("open", none, none, panel.message, names(panel.types));
+        return told("open", {}, {}, panel.message, names(panel.types));
     }
     QJsonObject operator()(const ReplaceQuestion& question) const
     {
         const QUrl folder = question.existing.adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash);
-        return entry("replace", question.existing.fileName(), path(folder), none, none);
+        return told("replace", question.existing.fileName(), path(folder), {}, {});
     }
 };
+
+template <typename Panel>
+qsizetype count(const QList<AskedPanel>& asked)
+{
+    return std::ranges::count_if(
+        asked, [](const AskedPanel& panel) { return std::holds_alternative<Panel>(panel); });
+}
 
 } // namespace
 
 void PanelScript::load(const Request& request)
 {
     m_panels = ScriptedPanels();
-    if (request.verb() != QLatin1String("mergeMove")) // there it is the place that rows go to
-        for (const QUrl& url : request.urls("to"))
+    if (request.get<QString>("do") != QLatin1String("mergeMove")) // there it is the place that rows go to
+        for (const QUrl& url : request.list<QUrl>("to"))
             m_panels.saveAnswers.enqueue(url);
-    m_savesAnswered = m_panels.saveAnswers.size();
-    if (const auto folder = request.optionalUrl("folder"))
+    if (const auto folder = request.find<QUrl>("folder"))
         m_panels.folderAnswers.enqueue(*folder);
-    m_foldersAnswered = m_panels.folderAnswers.size();
     if (request.has("files"))
-        m_panels.openAnswers.enqueue(request.urls("files"));
-    if (request.has("replace"))
-        m_panels.replaceAnswers.enqueue(request.flag("replace", false));
+        m_panels.openAnswers.enqueue(request.list<QUrl>("files"));
+    if (const auto replace = request.find<bool>("replace"))
+        m_panels.replaceAnswers.enqueue(*replace);
+    m_savesAnswered = m_panels.saveAnswers.size();
+    m_foldersAnswered = m_panels.folderAnswers.size();
 }
 
 QJsonArray PanelScript::takeAsked()
 {
     QJsonArray asked;
     for (const AskedPanel& panel : std::exchange(m_panels.asked, {}))
-        asked.append(std::visit(Description(), panel));
+        asked.append(std::visit(Telling(), panel));
     return asked;
 }
 

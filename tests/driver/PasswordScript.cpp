@@ -2,46 +2,42 @@
 
 #include "Request.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace folvane::driver {
 
-PasswordScript::PasswordScript(const Request& request) : m_files(request.urls("files"))
+PasswordScript::PasswordScript(const Request& request)
 {
-    const auto byFile = request.passwords();
-    for (const QUrl& url : m_files)
-        for (const auto& [locked, answers] : byFile)
-            if (locked == url)
-                m_entries.append({url, answers});
+    QHash<QUrl, QStringList> byFile;
+    const auto all = request.get<QJsonObject>("passwords", QJsonObject());
+    for (auto entry = all.begin(); entry != all.end(); ++entry)
+        if (!read(entry.value(), byFile[urlOf(entry.key())]))
+            throw BadRequest(QStringLiteral("\"passwords\" must hold lists of answers"));
+    for (const QUrl& url : request.list<QUrl>("files")) {
+        m_fileNames.append(url.fileName());
+        if (byFile.contains(url))
+            m_waiting.append({url.fileName(), byFile[url]});
+    }
 }
 
 bool PasswordScript::isAbout(const QString& fileName) const
 {
-    return std::any_of(m_files.begin(), m_files.end(),
-                       [&](const QUrl& url) { return url.fileName() == fileName; });
-}
-
-PasswordScript::Entry* PasswordScript::begin(const QString& fileName)
-{
-    for (Entry& entry : m_entries) {
-        if (!entry.begun && entry.url.fileName() == fileName) {
-            entry.begun = true;
-            return &entry;
-        }
-    }
-    return nullptr;
+    return m_fileNames.contains(fileName);
 }
 
 std::optional<QString> PasswordScript::answer(const QString& fileName, bool wasWrong)
 {
-    m_asked.append(
-        QJsonObject{{QStringLiteral("fileName"), fileName}, {QStringLiteral("wasWrong"), wasWrong}});
-    if (!wasWrong)
-        m_current = begin(fileName);
-    if (m_current && !m_current->answers.isEmpty())
-        return m_current->answers.takeFirst();
-    m_cancelled = true;
-    return std::nullopt;
+    m_asked.append(QJsonObject{{"fileName", fileName}, {"wasWrong", wasWrong}});
+    if (!wasWrong) {
+        const auto found = std::ranges::find(m_waiting, fileName, &Answers::fileName);
+        m_current = found == m_waiting.end() ? QStringList() : found->left;
+        if (found != m_waiting.end())
+            m_waiting.erase(found);
+    }
+    m_cancelled = m_cancelled || m_current.isEmpty();
+    return m_current.isEmpty() ? std::nullopt : std::optional(m_current.takeFirst());
 }
 
 } // namespace folvane::driver

@@ -24,16 +24,14 @@ public:
     bool wasCancelled() const { return m_cancelled; }
 
 private:
-    struct Entry {
-        QUrl url;
-        QStringList answers;
-        bool begun = false;
+    struct Answers {
+        QString fileName;
+        QStringList left;
     };
-    Entry* begin(const QString& fileName);
 
-    QList<QUrl> m_files;
-    QList<Entry> m_entries;
-    Entry* m_current = nullptr; // of the file that is asked about; m_entries does not change
+    QStringList m_fileNames;
+    QList<Answers> m_waiting; ///< of the files that nothing was asked about yet
+    QStringList m_current;    ///< of the file that is asked about
     QJsonArray m_asked;
     bool m_cancelled = false;
 };

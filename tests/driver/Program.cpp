@@ -16,17 +16,23 @@ Program::Program() : model(Services{engine, panels.panels(), preferences, worksp
     });
 }
 
+QJsonValue Program::placeOf(const OpenFilePtr& file) const
+{
+    const qsizetype place = model.files.value().indexOf(file);
+    return place < 0 ? QJsonValue() : QJsonValue(place);
+}
+
 void Program::answerPasswordQuestion(QUuid question)
 {
     const auto asked = model.passwordRequest.value();
     if (!asked || asked->id != question)
         return;
     const auto call = std::find_if(calls.begin(), calls.end(), [&](const CallPtr& one) {
-        return one->passwords().isAbout(asked->fileName);
+        return one->passwords.isAbout(asked->fileName);
     });
     if (call == calls.end())
         return model.answerPassword(std::nullopt);
-    model.answerPassword((*call)->passwords().answer(asked->fileName, asked->wasWrong));
+    model.answerPassword((*call)->passwords.answer(asked->fileName, asked->wasWrong));
 }
 
 } // namespace folvane::driver

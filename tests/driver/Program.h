@@ -2,6 +2,7 @@
 
 #include "PanelScript.h"
 #include "documents/AppModel.h"
+#include "documents/currentFile.h"
 #include "engine/PDFEngine.h"
 #include "platform/desktop/Preferences.h"
 #include "platform/desktop/Workspace.h"
@@ -22,6 +23,11 @@ using CallPtr = std::shared_ptr<Call>;
 class Program {
 public:
     Program();
+
+    /// The 0-based place of a document in the model's list; null when it is not there.
+    QJsonValue placeOf(const OpenFilePtr& file) const;
+    /// That of the document that is shown; null when none is.
+    QJsonValue shownFile() const { return placeOf(currentFile(model)); }
 
     PDFEngine engine;
     PanelScript panels;

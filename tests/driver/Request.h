@@ -1,12 +1,14 @@
 #pragma once
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
-#include <QStringList>
 #include <QUrl>
 
+#include <initializer_list>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace folvane::driver {
 
@@ -16,40 +18,75 @@ public:
     explicit BadRequest(const QString& why) : std::runtime_error(why.toStdString()) {}
 };
 
-/// One request. A field that is there with another type than asked for is a BadRequest, as is a required one
-/// that is missing; null counts as missing.
+/// A path as a URL, made absolute from the working folder but otherwise as written.
+QUrl urlOf(const QString& path);
+
+// Each reads a value of its type; false when it is of another one. A URL is written as a path.
+bool read(const QJsonValue& value, QString& into);
+bool read(const QJsonValue& value, bool& into);
+bool read(const QJsonValue& value, int& into);
+bool read(const QJsonValue& value, double& into);
+bool read(const QJsonValue& value, QUrl& into);
+bool read(const QJsonValue& value, QJsonObject& into);
+template <typename T>
+bool read(const QJsonValue& value, QList<T>& into)
+{
+    for (const QJsonValue& one : value.toArray())
+        if (!read(one, into.emplaceBack()))
+            return false;
+    return value.isArray();
+}
+
+/// One request. A field that is there with another type than asked for is a BadRequest; null counts as missing.
 class Request {
 public:
-    Request() = default;
-    explicit Request(QJsonObject fields) : m_fields(std::move(fields)) {}
-    /// Reads a line; throws BadRequest unless it is one JSON object.
-    static Request parse(const QByteArray& line);
+    /// Throws BadRequest unless the line is one JSON object.
+    explicit Request(const QByteArray& line);
 
-    QString verb() const { return text("do"); }
     QJsonValue id() const { return m_fields.value(QLatin1String("id")); }
-
     bool has(const char* name) const;
-    QString text(const char* name) const;
-    std::optional<QString> optionalText(const char* name) const;
-    bool isList(const char* name) const { return value(name).isArray(); }
-    int integer(const char* name) const;
-    std::optional<int> optionalInteger(const char* name) const;
-    double number(const char* name) const;
-    bool flag(const char* name, bool otherwise) const;
-    std::optional<QList<int>> optionalIntegers(const char* name) const;
-    QList<int> integers(const char* name) const;
 
-    /// A path, made absolute from the working folder but otherwise as written.
-    QUrl url(const char* name) const;
-    std::optional<QUrl> optionalUrl(const char* name) const;
-    /// A path or a list of paths; empty when missing.
-    QList<QUrl> urls(const char* name) const;
-    /// The answers to give about each locked file.
-    QList<std::pair<QUrl, QStringList>> passwords() const;
+    template <typename T>
+    std::optional<T> find(const char* name) const
+    {
+        T found{};
+        if (!has(name))
+            return std::nullopt;
+        if (!read(value(name), found))
+            throw BadRequest(QStringLiteral("\"%1\" has a wrong value").arg(QLatin1String(name)));
+        return found;
+    }
+    template <typename T>
+    T get(const char* name, std::optional<T> otherwise = std::nullopt) const
+    {
+        if (std::optional<T> found = find<T>(name))
+            return *std::move(found);
+        if (!otherwise)
+            throw BadRequest(QStringLiteral("\"%1\" is missing").arg(QLatin1String(name)));
+        return *std::move(otherwise);
+    }
+    /// One value or a list of them; empty when missing.
+    template <typename T>
+    QList<T> list(const char* name) const
+    {
+        if (!has(name) || value(name).isArray())
+            return get<QList<T>>(name, QList<T>());
+        return {get<T>(name)};
+    }
+    /// What the word in the field stands for; when it is missing, that of the word `otherwise`.
+    template <typename T>
+    T word(const char* name, std::initializer_list<std::pair<const char*, T>> meanings,
+           const char* otherwise = "") const
+    {
+        const QString said = get<QString>(name, QString(QLatin1String(otherwise)));
+        for (const auto& [word, meaning] : meanings)
+            if (said == QLatin1String(word))
+                return meaning;
+        throw BadRequest(QStringLiteral("\"%1\" cannot be \"%2\"").arg(QLatin1String(name), said));
+    }
 
 private:
     QJsonValue value(const char* name) const { return m_fields.value(QLatin1String(name)); }
-    QJsonValue required(const char* name) const;
 
     QJsonObject m_fields;
 };

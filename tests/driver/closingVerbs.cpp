@@ -1,7 +1,5 @@
-#include "verbs.h"
-
 #include "settled.h"
-#include "shownFile.h"
+#include "verbs.h"
 
 namespace folvane::driver {
 
@@ -9,107 +7,80 @@ namespace {
 
 void tell(Call& call, const QStringList& names, const char* verdict)
 {
-    call.answer.fields[QStringLiteral("names")] = QJsonArray::fromStringList(names);
-    call.answer.fields[QStringLiteral("verdict")] = QLatin1String(verdict);
+    call.tell("names", QJsonArray::fromStringList(names));
+    call.tell("verdict", verdict);
 }
 
-void tellWhetherOpen(Call& call, const OpenFilePtr& file, const QStringList& names)
+/// A document that has been closed is gone when the engine has let go of it.
+QCoro::Task<> tellWhetherOpen(CallPtr call, OpenFilePtr file, QStringList names)
 {
-    tell(call, names, call.model().file(file->id) ? "open" : "closed");
+    const bool isOpen = call->model().file(file->id) != nullptr;
+    tell(*call, names, isOpen ? "open" : "closed");
+    if (!isOpen) {
+        QCoro::Task<> lettingGo = engineCaughtUp(call);
+        co_await lettingGo;
+    }
 }
 
-enum class Answered { SaveAs, DontSave, Cancel };
+enum class CloseAnswer { SaveAs, DontSave, Cancel };
 
-Answered closeAnswer(const Request& request)
-{
-    const QString answer = request.optionalText("answer").value_or(QStringLiteral("cancel"));
-    if (answer == QLatin1String("saveAs"))
-        return Answered::SaveAs;
-    if (answer == QLatin1String("dontSave"))
-        return Answered::DontSave;
-    if (answer == QLatin1String("cancel"))
-        return Answered::Cancel;
-    throw BadRequest(QStringLiteral("\"answer\" must be saveAs, dontSave or cancel"));
-}
-
-bool quitAnyway(const Request& request)
-{
-    const QString answer = request.optionalText("answer").value_or(QStringLiteral("cancel"));
-    if (answer != QLatin1String("quitAnyway") && answer != QLatin1String("cancel"))
-        throw BadRequest(QStringLiteral("\"answer\" must be quitAnyway or cancel"));
-    return answer == QLatin1String("quitAnyway");
-}
-
-QCoro::Task<> closeAndForget(CallPtr call, OpenFilePtr file, std::function<void()> closing)
-{
-    call->startTime();
-    closing();
-    if (call->model().file(file->id))
-        co_return; // a question came up instead
-    QCoro::Task<> forgotten = engineCaughtUp(&call->model().engine());
-    co_await forgotten;
-    call->stopTime();
-}
-
-QCoro::Task<> saveInstead(CallPtr call, OpenFilePtr file)
+QCoro::Task<> answerQuestion(CallPtr call, OpenFilePtr asked, CloseAnswer answer)
 {
     call->model().closingFile = nullptr;
-    const std::function<QCoro::Task<>()> operation = [call, file] { return call->model().saveAs(file); };
-    QCoro::Task<> saving = carryOutJob(call, operation);
-    co_await saving;
-}
-
-QCoro::Task<> answerQuestion(CallPtr call, OpenFilePtr file, Answered answer)
-{
-    if (answer == Answered::Cancel) {
-        call->model().closingFile = nullptr;
-        call->answer.outcome = Outcome::Cancelled;
-        co_return;
+    switch (answer) {
+    case CloseAnswer::Cancel: call->answer.outcome = Outcome::Cancelled; break;
+    case CloseAnswer::DontSave: call->model().close(asked); break;
+    case CloseAnswer::SaveAs: {
+        const Verb::Operation operation = [call, asked] { return call->model().saveAs(asked); };
+        QCoro::Task<> saving = carryOutJob(call, operation);
+        co_await saving;
     }
-    const std::function<void()> closing = [call, file] { call->model().close(file); };
-    QCoro::Task<> following =
-        answer == Answered::SaveAs ? saveInstead(call, file) : closeAndForget(call, file, closing);
-    co_await following;
+    }
 }
-
-} // namespace
 
 QCoro::Task<> requestClose(CallPtr call)
 {
     const OpenFilePtr file = call->file();
-    const Answered answer = closeAnswer(call->request);
-    const std::function<void()> asking = [call, file] { call->model().requestClose(file); };
-    QCoro::Task<> requested = closeAndForget(call, file, asking);
-    co_await requested;
+    const auto answer = call->request.word<CloseAnswer>("answer",
+                                                        {{"saveAs", CloseAnswer::SaveAs},
+                                                         {"dontSave", CloseAnswer::DontSave},
+                                                         {"cancel", CloseAnswer::Cancel}},
+                                                        "cancel");
+    call->model().requestClose(file);
     QStringList names;
     if (const OpenFilePtr asked = call->model().closingFile.value()) {
         names.append(asked->name);
-        QCoro::Task<> answered = answerQuestion(call, asked, answer);
-        co_await answered;
+        QCoro::Task<> answering = answerQuestion(call, asked, answer);
+        co_await answering;
     }
-    tellWhetherOpen(*call, file, names);
+    QCoro::Task<> telling = tellWhetherOpen(call, file, names);
+    co_await telling;
 }
 
-QCoro::Task<> closeFile(CallPtr call)
+QCoro::Task<> close(CallPtr call)
 {
     const OpenFilePtr file = call->file();
-    const std::function<void()> closing = [call, file] { call->model().close(file); };
-    QCoro::Task<> closed = closeAndForget(call, file, closing);
-    co_await closed;
-    tellWhetherOpen(*call, file, {});
+    call->model().close(file);
+    QCoro::Task<> telling = tellWhetherOpen(call, file, {});
+    co_await telling;
 }
 
-QCoro::Task<> quit(CallPtr call)
+void quit(Call& call)
 {
-    const bool anyway = quitAnyway(call->request);
-    call->startTime();
-    const auto question = call->model().quitQuestion();
-    call->stopTime();
+    const bool anyway =
+        call.request.word<bool>("answer", {{"quitAnyway", true}, {"cancel", false}}, "cancel");
+    const auto question = call.model().quitQuestion();
     const bool stays = question && !anyway;
     if (stays)
-        call->answer.outcome = Outcome::Cancelled;
-    tell(*call, question ? question->names : QStringList(), stays ? "terminateCancel" : "terminateNow");
-    co_return;
+        call.answer.outcome = Outcome::Cancelled;
+    tell(call, question ? question->names : QStringList(), stays ? "terminateCancel" : "terminateNow");
+}
+
+} // namespace
+
+Verbs closingVerbs()
+{
+    return {{"closeRequest", requestClose}, {"close", close}, {"quit", quit}};
 }
 
 } // namespace folvane::driver

@@ -11,136 +11,74 @@ namespace {
 
 class Jobs : public DriverTest {
 protected:
-    Jobs() { open({pdf("a.pdf", {"1", "2", "3"}), slowPdf("slow.pdf")}); }
-
+    Jobs()
+    {
+        QByteArray lines = "40 w\n";
+        for (int i = 0; i < 400; ++i)
+            lines +=
+                "0 " + QByteArray::number(2 * i) + " m 600 " + QByteArray::number(800 - 2 * i) + " l S\n";
+        makePdf("slow.pdf", {lines});
+        ask("{'do':'open','files':['a.pdf','slow.pdf']}");
+    }
     void keepEngineBusy()
     {
-        driver->send({{"do", "image"}, {"file", 1}, {"page", 1}, {"longSide", 1000}, {"async", true}});
-    }
-    void startSaving(const QString& to)
-    {
-        driver->send({{"do", "saveAs"}, {"file", 0}, {"to", to}, {"async", true}, {"id", "save"}});
-    }
-    int receiveJob()
-    {
-        const QJsonObject started = driver->receive();
-        EXPECT_EQ(started["ok"], QJsonValue(true));
-        return started["job"].toInt();
+        send("{'do':'image','file':1,'page':1,'longSide':1000,'async':true}");
+        expectNext("{'job':1}");
     }
 };
 
-TEST_F(Jobs, AnswerAtOnceAndTellTheirEndToWhoWaits)
+TEST_F(Jobs, AnswerAtOnceAndTellTheirEndOnce)
 {
-    startSaving(path("copy.pdf"));
-    const QJsonObject started = driver->receive();
+    const QJsonObject started = ask("{'do':'saveAs','file':0,'to':'copy.pdf','async':true,'id':'save'}");
     EXPECT_EQ(started, (QJsonObject{{"id", "save"}, {"ok", true}, {"job", 1}}));
-    const QJsonObject ended = ask("wait", {{"job", 1}, {"id", 7}});
-    EXPECT_THAT(ended, HasOutcome("done"));
-    EXPECT_EQ(ended["id"], QJsonValue(7));
-    EXPECT_EQ(ended["saved"], QJsonValue(QJsonArray{path("copy.pdf")}));
-    EXPECT_EQ(ended["panels"].toArray().size(), 1);
-    EXPECT_EQ(ended["toast"].toString(), "Saved “copy.pdf”");
-    EXPECT_EQ(ask("wait", {{"job", 1}})["ok"], QJsonValue(false)) << "the answer was given";
-    EXPECT_TRUE(isSound(path("copy.pdf")));
+    expect("{'do':'wait','job':1,'id':7}",
+           "{'id':7,'outcome':'done','saved':['@/copy.pdf'],'panels':[{}],'toast':'Saved “copy.pdf”'}");
+    expect("{'do':'wait','job':1}", "{'ok':false}");
+    makeLocked("locked.pdf", "pw");
+    ask("{'do':'open','files':'locked.pdf','passwords':{'locked.pdf':['pw']},'async':true}");
+    expect("{'do':'wait','job':2}", "{'outcome':'done','prompts':[{'fileName':'locked.pdf'}]}");
 }
 
 TEST_F(Jobs, CancelledWriteNothing)
 {
-    ask("turn", {{"file", 0}});
-    keepEngineBusy();
-    startSaving(path("copy.pdf"));
-    driver->send({{"do", "cancel"}, {"job", 2}});
-    receiveJob();
-    receiveJob();
-    const QJsonObject cancelled = driver->receive();
-    EXPECT_THAT(cancelled, HasOutcome("cancelled"));
-    EXPECT_TRUE(cancelled["error"].isNull());
-    EXPECT_TRUE(cancelled["toast"].isNull());
+    for (const char* request :
+         {"{'do':'saveAs','file':0,'to':'copy.pdf','async':true}", "{'do':'measure','file':0,'async':true}",
+          "{'do':'compress','file':0,'limit':1,'to':'copy.pdf','async':true}"}) {
+        send("{'do':'image','file':1,'page':1,'longSide':1000,'async':true}");
+        send(request);
+        receive();
+        const QByteArray job = QByteArray::number(receive()["job"].toInt());
+        expect("{'do':'cancel','job':" + job + "}", "{'outcome':'cancelled','error':null,'toast':null}");
+    }
     EXPECT_FALSE(QFile::exists(path("copy.pdf")));
-    EXPECT_TRUE(isEdited());
-    EXPECT_TRUE(ask("state")["busy"].isNull());
-    EXPECT_THAT(ask("saveAs", {{"file", 0}, {"to", path("copy.pdf")}}), HasOutcome("done"));
-}
-
-TEST_F(Jobs, CancelledInMidBuildLeaveWhatIsThere)
-{
-    file("copy.pdf", "old");
-    open({pdf("big.pdf", 4000)});
-    driver->send({{"do", "saveAs"}, {"file", 2}, {"to", path("copy.pdf")}, {"async", true}});
-    driver->send({{"do", "cancel"}, {"job", 1}});
-    receiveJob();
-    EXPECT_THAT(driver->receive(), HasOutcome("cancelled"));
-    EXPECT_EQ(contentsOf(path("copy.pdf")), "old");
+    expect("{'do':'state'}", "{'busy':null}");
 }
 
 TEST_F(Jobs, SecondIsDroppedAfterItsPanel)
 {
     keepEngineBusy();
-    startSaving(path("first.pdf"));
-    driver->send({{"do", "extract"}, {"file", 0}, {"to", path("second.pdf")}});
-    driver->send({{"do", "saveAs"}, {"file", 0}});
-    driver->send({{"do", "saveAs"}, {"file", 0}, {"to", path("a.pdf")}});
-    startSaving(path("third.pdf"));
-    receiveJob();
-    const int first = receiveJob();
-    const QJsonObject second = driver->receive();
-    EXPECT_THAT(second, HasOutcome("dropped"));
-    EXPECT_TRUE(second["error"].isNull());
-    EXPECT_EQ(second["panels"].toArray().size(), 1);
-    EXPECT_THAT(driver->receive(), HasOutcome("cancelled")) << "the panel";
-    EXPECT_THAT(driver->receive(), HasOutcome("refused")) << "over its own source";
-    EXPECT_THAT(ask("wait", {{"job", receiveJob()}}), HasOutcome("dropped"));
-    EXPECT_THAT(ask("wait", {{"job", first}}), HasOutcome("done"));
-    EXPECT_TRUE(isSound(path("first.pdf")));
+    expect("{'do':'saveAs','file':0,'to':'first.pdf','async':true}", "{'job':2}");
+    expect("{'do':'extract','file':0,'to':'second.pdf'}", "{'outcome':'dropped','error':null,'panels':[{}]}");
+    expect("{'do':'saveAs','file':0}", "{'outcome':'cancelled'}");
+    expect("{'do':'saveAs','file':0,'to':'a.pdf'}", "{'outcome':'refused'}");
+    expect("{'do':'wait','job':2}", "{'outcome':'done','saved':['@/first.pdf']}");
     EXPECT_FALSE(QFile::exists(path("second.pdf")));
-    EXPECT_FALSE(QFile::exists(path("third.pdf")));
-}
-
-TEST_F(Jobs, SaveWhatWasThereWhenTheyBegan)
-{
-    keepEngineBusy();
-    startSaving(path("copy.pdf"));
-    driver->send({{"do", "delete"}, {"file", 0}, {"pages", QJsonArray{1}}});
-    receiveJob();
-    const int job = receiveJob();
-    EXPECT_THAT(driver->receive(), HasOutcome("done"));
-    EXPECT_THAT(ask("wait", {{"job", job}}), HasOutcome("done"));
-    EXPECT_EQ(texts(path("copy.pdf")), (QStringList{"1", "2", "3"}));
-    EXPECT_EQ(document()["pages"].toArray().size(), 2);
 }
 
 TEST_F(Jobs, KeepTheirErrorsFromOtherRequests)
 {
-    QFile::link("/dev/full", path("full.pdf"));
     keepEngineBusy();
-    startSaving(path("full.pdf"));
-    driver->send({{"do", "delete"}, {"file", 1}});
-    receiveJob();
-    const int job = receiveJob();
-    EXPECT_THAT(driver->receive(),
-                HasError("A file needs at least one page. To get rid of it, close the file."));
-    EXPECT_THAT(ask("wait", {{"job", job}}), HasError("No space left on device"));
-}
-
-TEST_F(Jobs, OutliveTheirDocument)
-{
-    keepEngineBusy();
-    startSaving(path("copy.pdf"));
-    driver->send({{"do", "close"}, {"file", 0}});
-    receiveJob();
-    const int job = receiveJob();
-    EXPECT_EQ(driver->receive()["verdict"].toString(), "closed");
-    EXPECT_THAT(ask("wait", {{"job", job}}), HasOutcome("done"));
-    EXPECT_EQ(texts(path("copy.pdf")).size(), 3);
+    ask("{'do':'saveAs','file':0,'to':'full.pdf','async':true}");
+    expect("{'do':'delete','file':1}",
+           "{'error':'A file needs at least one page. To get rid of it, close the file.'}");
+    expect("{'do':'wait','job':2}", "{'outcome':'failed','error':'No space left on device'}");
 }
 
 TEST_F(Jobs, StopAtTheEndOfInput)
 {
-    keepEngineBusy();
-    startSaving(path("copy.pdf"));
-    EXPECT_EQ(driver->finish().size(), 2);
-    EXPECT_EQ(driver->exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(driver->exitCode(), 0);
+    send("{'do':'image','file':1,'page':1,'longSide':1000,'async':true}");
+    send("{'do':'saveAs','file':0,'to':'copy.pdf','async':true}");
+    EXPECT_EQ(finish(), 2);
     EXPECT_FALSE(QFile::exists(path("copy.pdf")));
 }
 

@@ -1,105 +1,75 @@
-#include "verbs.h"
-
 #include "settled.h"
+#include "verbs.h"
 
 namespace folvane::driver {
 
 namespace {
 
-int rowCount(const Call& call)
+size_t rowCount(const Call& call)
 {
-    return int(call.model().merge.items.value().size());
+    return call.model().merge.items.value().size();
 }
 
-int row(int place, int end)
+/// One of the places before `end`.
+int place(int row, size_t end)
 {
-    if (place < 0 || place >= end)
-        throw BadRequest(QStringLiteral("there is no row %1").arg(place));
-    return place;
+    if (row < 0 || size_t(row) >= end)
+        throw BadRequest(QStringLiteral("there is no row %1").arg(row));
+    return row;
 }
 
-/// One place or a list of them.
-QSet<int> rows(const Call& call, const char* name)
-{
-    QSet<int> places;
-    if (call.request.isList(name)) {
-        for (const int place : call.request.integers(name))
-            places.insert(row(place, rowCount(call)));
-    } else {
-        places.insert(row(call.request.integer(name), rowCount(call)));
-    }
-    return places;
-}
-
-QCoro::Task<> addFiles(CallPtr call)
-{
-    const QList<QUrl> urls = call->request.urls("files");
-    call->startTime();
-    QCoro::Task<> adding = call->model().addToMerge(urls);
-    co_await adding;
-    call->stopTime();
-    call->takeNotices();
-    if (call->answer.error)
-        call->answer.outcome = Outcome::Failed;
-    else if (call->passwords().wasCancelled())
-        call->answer.outcome = Outcome::Cancelled;
-}
-
-} // namespace
-
-QCoro::Task<> addToMerge(CallPtr call)
+QCoro::Task<> add(CallPtr call)
 {
     if (call->request.has("files") == call->request.has("file"))
         throw BadRequest(QStringLiteral("give either \"files\" or \"file\""));
     if (call->request.has("files")) {
-        QCoro::Task<> adding = addFiles(call);
+        QCoro::Task<> adding = call->model().addToMerge(call->request.list<QUrl>("files"));
         co_await adding;
-        co_return;
+    } else {
+        call->model().merge.add(*call->file());
+        call->model().destination = Destination(Destination::Place::Merge); // as the window's command does
     }
-    const OpenFilePtr file = call->file();
-    call->startTime();
-    call->model().merge.add(*file);
-    call->stopTime();
-    call->model().destination = Destination(Destination::Place::Merge); // as the command of the window does
 }
 
-QCoro::Task<> moveInMerge(CallPtr call)
+void move(Call& call)
 {
-    const QSet<int> from = rows(*call, "from");
-    const int to = row(call->request.integer("to"), rowCount(*call) + 1);
-    call->startTime();
-    call->model().merge.move(from, to);
-    call->stopTime();
-    co_return;
+    QSet<int> rows;
+    for (const int row : call.request.list<int>("from"))
+        rows.insert(place(row, rowCount(call)));
+    call.model().merge.move(rows, place(call.request.get<int>("to"), rowCount(call) + 1));
 }
 
-QCoro::Task<> removeFromMerge(CallPtr call)
+QCoro::Task<> remove(CallPtr call)
 {
-    const int place = row(call->request.integer("row"), rowCount(*call));
-    call->startTime();
-    call->model().merge.remove(call->model().merge.items.value().at(size_t(place)).id);
-    QCoro::Task<> lettingGo = engineCaughtUp(&call->model().engine());
+    const auto row = size_t(place(call->request.get<int>("row"), rowCount(*call)));
+    call->model().merge.remove(call->model().merge.items.value()[row].id);
+    QCoro::Task<> lettingGo = engineCaughtUp(call);
     co_await lettingGo;
-    call->stopTime();
 }
 
-QCoro::Task<> clearMerge(CallPtr call)
+QCoro::Task<> clear(CallPtr call)
 {
-    call->startTime();
     call->model().merge.clear();
-    QCoro::Task<> lettingGo = engineCaughtUp(&call->model().engine());
+    QCoro::Task<> lettingGo = engineCaughtUp(call);
     co_await lettingGo;
-    call->stopTime();
 }
 
-QCoro::Task<> mergeFiles(CallPtr call)
+Verb::Operation merge(CallPtr call)
 {
-    const bool tooFew = rowCount(*call) < 2;
-    const std::function<QCoro::Task<>()> operation = [call] { return call->model().mergeFiles(); };
-    QCoro::Task<> merging = carryOutJob(call, operation);
-    co_await merging;
-    if (tooFew)
-        call->answer.outcome = Outcome::Refused;
+    if (rowCount(*call) < 2)
+        call->answer.outcome = Outcome::Refused; // the button is disabled
+    return [call] { return call->model().mergeFiles(); };
+}
+
+} // namespace
+
+Verbs mergeVerbs()
+{
+    return {{"mergeAdd", add},
+            {"mergeMove", move},
+            {"mergeRemove", remove},
+            {"mergeClear", clear},
+            {"merge", merge}};
 }
 
 } // namespace folvane::driver

@@ -1,7 +1,6 @@
 #include "verbs.h"
 
 #include "platform/files/fileKind.h"
-#include "shownFile.h"
 
 #include <algorithm>
 
@@ -9,64 +8,45 @@ namespace folvane::driver {
 
 namespace {
 
-std::optional<Tool> tool(const Request& request)
+/// The files to open. When none of them is anything that opens, the model refuses.
+QList<QUrl> filesOf(Call& call)
 {
-    const auto name = request.optionalText("tool");
-    if (!name)
-        return std::nullopt;
-    if (*name == QLatin1String("sign"))
-        return Tool::Sign;
-    if (*name == QLatin1String("split"))
-        return Tool::Split;
-    if (*name == QLatin1String("compress"))
-        return Tool::Compress;
-    throw BadRequest(QStringLiteral("\"tool\" must be sign, split or compress"));
-}
-
-QList<QUrl> files(const Request& request)
-{
-    if (!request.has("files"))
+    if (!call.request.has("files"))
         throw BadRequest(QStringLiteral("\"files\" is missing"));
-    return request.urls("files");
+    const auto urls = call.request.list<QUrl>("files");
+    if (std::ranges::all_of(urls, [](const QUrl& url) { return fileKind(url) == FileKind::Other; }))
+        call.withError = Outcome::Refused;
+    return urls;
 }
 
-bool isOpenable(const QUrl& url)
+std::optional<Tool> toolOf(const Request& request)
 {
-    return fileKind(url) != FileKind::Other;
+    if (!request.has("tool"))
+        return std::nullopt;
+    return request.word<Tool>("tool",
+                              {{"sign", Tool::Sign}, {"split", Tool::Split}, {"compress", Tool::Compress}});
 }
 
-Outcome outcome(const Call& call, const QList<QUrl>& urls)
+QCoro::Task<> open(CallPtr call)
 {
-    if (call.answer.error)
-        return std::any_of(urls.begin(), urls.end(), isOpenable) ? Outcome::Failed : Outcome::Refused;
-    return call.passwords().wasCancelled() ? Outcome::Cancelled : Outcome::Done;
+    const QList<QUrl> urls = filesOf(*call);
+    QCoro::Task<> opening = call->model().open(urls, toolOf(call->request));
+    co_await opening;
+    call->tell("file", call->program.shownFile());
+}
+
+QCoro::Task<> insert(CallPtr call)
+{
+    const OpenFilePtr file = call->file();
+    QCoro::Task<> inserting = call->model().insertPages(file, filesOf(*call));
+    co_await inserting;
 }
 
 } // namespace
 
-QCoro::Task<> openFiles(CallPtr call)
+Verbs openingVerbs()
 {
-    const QList<QUrl> urls = files(call->request);
-    const auto then = tool(call->request);
-    call->startTime();
-    QCoro::Task<> opening = call->model().open(urls, then);
-    co_await opening;
-    call->stopTime();
-    call->takeNotices();
-    call->answer.outcome = outcome(*call, urls);
-    call->answer.fields[QStringLiteral("file")] = shownFile(call->model());
-}
-
-QCoro::Task<> insertFiles(CallPtr call)
-{
-    const OpenFilePtr file = call->file();
-    const QList<QUrl> urls = files(call->request);
-    call->startTime();
-    QCoro::Task<> inserting = call->model().insertPages(file, urls);
-    co_await inserting;
-    call->stopTime();
-    call->takeNotices();
-    call->answer.outcome = outcome(*call, urls);
+    return {{"open", open}, {"insert", insert}};
 }
 
 } // namespace folvane::driver

@@ -1,98 +1,118 @@
+#include "pages.h"
 #include "verbs.h"
 
-#include "pages.h"
-#include "settled.h"
+#include <QCoroFuture>
+
+#include <algorithm>
 
 namespace folvane::driver {
 
 namespace {
 
-struct Shown {
-    QUuid page;
-    int turn = 0;
-};
+const PageItem& pageAt(int position, const OpenFile& file)
+{
+    const std::vector<PageItem>& pages = file.pages.value();
+    if (position < 1 || size_t(position) > pages.size())
+        throw BadRequest(QStringLiteral("there is no page %1").arg(position));
+    return pages[size_t(position) - 1];
+}
 
-// Any page of the group: all of them land together.
-std::optional<Shown> firstOf(const OpenFile& file, const QSet<QUuid>& ids)
+/// The page in front of which something goes; nothing for the end.
+std::optional<QUuid> before(const Request& request, const OpenFile& file)
+{
+    return request.has("before") ? std::optional(page(request, "before", file).id) : std::nullopt;
+}
+
+QSet<QUuid> pagesOrSelection(const Call& call, const OpenFile& file)
+{
+    return pages(call.request, file).value_or(file.selection.value());
+}
+
+void select(Call& call)
+{
+    const OpenFilePtr file = call.file();
+    QSet<QUuid> all; // Select All
+    for (const PageItem& page : file->pages.value())
+        all.insert(page.id);
+    file->selection = pages(call.request, *file).value_or(all);
+}
+
+/// The turn of the first of the pages, for all land together; nothing when there is none.
+std::optional<int> turnOf(const OpenFile& file, const QSet<QUuid>& ids)
 {
     for (const PageItem& page : file.pages.value())
         if (ids.contains(page.id))
-            return Shown{page.id, page.turn};
+            return page.turn;
     return std::nullopt;
 }
 
-QSet<QUuid> allPages(const OpenFile& file)
+QCoro::Task<> nextChange(OpenFilePtr file)
 {
-    QSet<QUuid> ids;
-    for (const PageItem& page : file.pages.value())
-        ids.insert(page.id);
-    return ids;
+    QPromise<void> changed;
+    changed.start();
+    const QPropertyNotifier notifier = file->pages.addNotifier([&changed] { changed.finish(); });
+    const QFuture<void> change = changed.future();
+    co_await change;
 }
 
-QSet<QUuid> pagesOrSelection(const Request& request, const OpenFile& file)
+QCoro::Task<> turn(CallPtr call)
 {
-    const auto pages = optionalPages(request, file);
-    return pages ? *pages : file.selection.value();
+    const OpenFilePtr file = call->file();
+    const QSet<QUuid> ids = pages(call->request, *file).value_or(file->targetIDs());
+    const std::optional<int> before = turnOf(*file, ids);
+    call->model().turn(file, ids, call->request.get<bool>("clockwise", true));
+    while (before && turnOf(*file, ids) == before) {
+        QCoro::Task<> changing = nextChange(file);
+        co_await changing;
+    }
+}
+
+void deletePages(Call& call)
+{
+    const OpenFilePtr file = call.file();
+    call.withError = Outcome::Refused;
+    call.model().deletePages(file, pagesOrSelection(call, *file));
+}
+
+void move(Call& call)
+{
+    const OpenFilePtr file = call.file();
+    call.model().move(file, pagesOrSelection(call, *file), before(call.request, *file));
+}
+
+void dropPages(Call& call)
+{
+    const OpenFilePtr file = call.file();
+    const QStringList items{page(call.request, "page", *file).id.toString(QUuid::WithoutBraces)};
+    if (!call.model().dropPages(file, items, before(call.request, *file)))
+        call.answer.outcome = Outcome::Refused;
 }
 
 } // namespace
 
-QCoro::Task<> selectPages(CallPtr call)
+const PageItem& page(const Request& request, const char* field, const OpenFile& file)
 {
-    const OpenFilePtr file = call->file();
-    const auto pages = optionalPages(call->request, *file);
-    const QSet<QUuid> selection = pages ? *pages : allPages(*file); // left out: Select All
-    call->startTime();
-    file->selection = selection;
-    co_return;
+    return pageAt(request.get<int>(field), file);
 }
 
-QCoro::Task<> turnPages(CallPtr call)
+std::optional<QSet<QUuid>> pages(const Request& request, const OpenFile& file)
 {
-    const OpenFilePtr file = call->file();
-    const auto given = optionalPages(call->request, *file);
-    const QSet<QUuid> pages = given ? *given : file->targetIDs();
-    const bool clockwise = call->request.flag("clockwise", true);
-    const auto before = firstOf(*file, pages);
-    call->startTime();
-    call->model().turn(file, pages, clockwise);
-    if (!before)
-        co_return;
-    QCoro::Task<> turned = pageTurned(file, before->page, before->turn);
-    co_await turned;
+    const auto positions = request.find<QList<int>>("pages");
+    if (!positions)
+        return std::nullopt;
+    QSet<QUuid> ids;
+    for (const int position : *positions)
+        ids.insert(pageAt(position, file).id);
+    return ids;
 }
 
-QCoro::Task<> deletePages(CallPtr call)
+Verbs pageVerbs()
 {
-    const OpenFilePtr file = call->file();
-    const QSet<QUuid> pages = pagesOrSelection(call->request, *file);
-    call->startTime();
-    call->model().deletePages(file, pages);
-    call->stopTime();
-    call->takeNotices();
-    call->answer.outcome = call->answer.error ? Outcome::Refused : Outcome::Done;
-    co_return;
-}
-
-QCoro::Task<> movePages(CallPtr call)
-{
-    const OpenFilePtr file = call->file();
-    const QSet<QUuid> pages = pagesOrSelection(call->request, *file);
-    const auto before = optionalPage(call->request, "before", *file);
-    call->startTime();
-    call->model().move(file, pages, before);
-    co_return;
-}
-
-QCoro::Task<> dropPages(CallPtr call)
-{
-    const OpenFilePtr file = call->file();
-    const QStringList items{page(call->request, "page", *file).toString(QUuid::WithoutBraces)};
-    const auto before = optionalPage(call->request, "before", *file);
-    call->startTime();
-    const bool taken = call->model().dropPages(file, items, before);
-    call->answer.outcome = taken ? Outcome::Done : Outcome::Refused;
-    co_return;
+    return {{"select", select},
+            {"turn", turn},
+            {"delete", deletePages},
+            {"move", move},
+            {"dropPages", dropPages}};
 }
 
 } // namespace folvane::driver

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "Request.h"
-#include "documents/OpenFile.h"
+#include "Call.h"
 
 #include <QSet>
 #include <QUuid>
@@ -10,12 +9,11 @@
 
 namespace folvane::driver {
 
-/// The id of the page at a 1-based position; throws BadRequest when there is none.
-QUuid pageAt(const OpenFile& file, int position);
-/// The page that the field names by position.
-QUuid page(const Request& request, const char* field, const OpenFile& file);
-std::optional<QUuid> optionalPage(const Request& request, const char* field, const OpenFile& file);
-/// The pages of the field `pages`; nothing when it is left out.
-std::optional<QSet<QUuid>> optionalPages(const Request& request, const OpenFile& file);
+// Pages of a document by their 1-based positions. Throws BadRequest when there is no such page.
+
+/// The page in the field.
+const PageItem& page(const Request& request, const char* field, const OpenFile& file);
+/// Those of the field `pages`; nothing when it is left out.
+std::optional<QSet<QUuid>> pages(const Request& request, const OpenFile& file);
 
 } // namespace folvane::driver

@@ -1,26 +1,100 @@
+#include "pages.h"
+#include "platform/desktop/Preferences.h"
+#include "tools/exportImages/exporting.h"
+#include "tools/protect/protecting.h"
+#include "tools/split/splitting.h"
 #include "verbs.h"
 
-#include "pages.h"
-#include "settled.h"
+// What writes files of a document, each as if the sheet for it were up.
 
 namespace folvane::driver {
 
-QCoro::Task<> saveAs(CallPtr call)
+namespace {
+
+using Operation = Verb::Operation;
+
+OpenFilePtr fileWithSelection(const Call& call)
 {
-    const OpenFilePtr file = call->file();
-    const std::function<QCoro::Task<>()> operation = [call, file] { return call->model().saveAs(file); };
-    QCoro::Task<> saving = carryOutJob(call, operation);
-    co_await saving;
+    const OpenFilePtr file = call.file();
+    if (const auto selected = pages(call.request, *file))
+        file->selection = *selected; // as the context menu of a page does
+    return file;
 }
 
-QCoro::Task<> extract(CallPtr call)
+Operation saveAs(CallPtr call)
+{
+    return [call, file = call->file()] { return call->model().saveAs(file); };
+}
+
+Operation extract(CallPtr call)
+{
+    return [call, file = fileWithSelection(*call)] { return call->model().extract(file); };
+}
+
+SplitChoice splitChoice(const Request& request, const OpenFile& file)
+{
+    using Mode = SplitChoice::Mode;
+    SplitChoice choice;
+    choice.mode =
+        request.word<Mode>("mode", {{"ranges", Mode::Ranges}, {"every", Mode::Every}, {"each", Mode::Each}});
+    if (!file.selection.value().isEmpty())
+        choice.text = PageRanges::describe(file.selectedPositions()); // what the sheet begins with
+    choice.text = request.get<QString>("ranges", choice.text);
+    choice.every = request.get<int>("every", choice.every);
+    if (choice.every < 1)
+        throw BadRequest(QStringLiteral("\"every\" must be at least 1"));
+    return choice;
+}
+
+Operation splitFile(CallPtr call)
 {
     const OpenFilePtr file = call->file();
-    if (const auto pages = optionalPages(call->request, *file))
-        file->selection = *pages; // as the context menu of a page does
-    const std::function<QCoro::Task<>()> operation = [call, file] { return call->model().extract(file); };
-    QCoro::Task<> extracting = carryOutJob(call, operation);
-    co_await extracting;
+    const SplitChoice choice = splitChoice(call->request, *file);
+    const SplitSummary said = summary(choice, int(file->pages.value().size()));
+    call->tell("summary", said.text);
+    if (said.kind != SplitSummary::Kind::Files) {
+        call->answer.outcome = Outcome::Refused; // the button is disabled
+        return {};
+    }
+    call->model().sheet = std::nullopt;
+    return [call, file, choice] { return split(call->model(), *file, choice); };
+}
+
+Operation protect(CallPtr call)
+{
+    const OpenFilePtr file = call->file();
+    const auto password = call->request.find<QString>("password");
+    if (password && password->isEmpty()) {
+        call->answer.outcome = Outcome::Refused; // the button is disabled
+        return {};
+    }
+    call->model().sheet = std::nullopt;
+    return [call, file, password] { return saveProtectedCopy(call->model(), file, password); };
+}
+
+Operation exportPages(CallPtr call)
+{
+    Preferences& preferences = call->model().services().preferences;
+    ExportSettings settings = ExportSettings::read(preferences);
+    settings.jpeg = call->request.get<bool>("jpeg", settings.jpeg);
+    settings.dpi = call->request.get<int>("dpi", settings.dpi);
+    if (settings.dpi != 100 && settings.dpi != 200 && settings.dpi != 300)
+        throw BadRequest(QStringLiteral("\"dpi\" must be 100, 200 or 300"));
+    const OpenFilePtr file = fileWithSelection(*call);
+    settings.write(preferences); // as picking them in the sheet does
+    call->model().sheet = std::nullopt;
+    return [call, file, settings] { return exportImages(call->model(), *file, settings); };
+}
+
+} // namespace
+
+Verbs savingVerbs()
+{
+    return {{"saveAs", saveAs},
+            {"extract", extract},
+            {"split", splitFile},
+            {"password", protect},
+            {"exportImages", exportPages}};
 }
 
 } // namespace folvane::driver

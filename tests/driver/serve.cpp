@@ -1,62 +1,58 @@
 #include "serve.h"
 
 #include "Call.h"
-#include "LineReader.h"
+#include "platform/tasks/JobQueue.h"
 #include "verbs.h"
 
 #include <QCoroFuture>
+
+#include <iostream>
+#include <string>
 
 namespace folvane::driver {
 
 namespace {
 
-void finish(const CallPtr& call)
+using Line = std::optional<QByteArray>;
+
+/// The next line of standard input; nothing at its end.
+Line readLine()
 {
-    call->stopTime();
-    call->takeNotices();
-    call->takePanels();
-    call->answer.prompts = call->passwords().asked();
-    call->program().calls.removeOne(call);
-    call->end();
+    std::string line;
+    return std::getline(std::cin, line) ? Line(QByteArray::fromStdString(line)) : std::nullopt;
 }
 
 // Whatever goes wrong becomes the answer: nothing may end the driver.
-QCoro::Task<> carryOut(CallPtr call, Verb verb)
+QCoro::Task<> carryOut(CallPtr call, const Verb* verb)
 {
     try {
-        QCoro::Task<> running = verb(call);
+        QCoro::Task<> running = verb->carryOut(call);
         co_await running;
     } catch (const std::exception& error) {
         call->answer.bad = QString::fromUtf8(error.what());
     }
-    finish(call);
-}
-
-int keepAsJob(const CallPtr& call)
-{
-    auto& jobs = call->program().jobs;
-    const int number = ++call->program().lastJob;
-    jobs.emplace(number, call);
-    return number;
+    call->program.calls.removeOne(call);
+    call->end();
 }
 
 // The first steps are done, panels included; the rest goes on beside the requests that follow.
 void answerAtOnce(const CallPtr& call)
 {
     call->takePanels();
-    if (call->hasEnded() && !call->answer.bad.isEmpty())
-        return call->answer.write(call->request.id());
-    writeJob(call->request.id(), keepAsJob(call));
+    if (call->ended().isFinished() && !call->answer.bad.isEmpty())
+        return writeLine(call->answer.toJson(), call->request.id());
+    const int number = ++call->program.lastJob;
+    call->program.jobs.emplace(number, call);
+    writeLine({{"ok", true}, {"job", number}}, call->request.id());
 }
 
 QCoro::Task<> answerRequest(Program* program, Request request)
 {
-    const Verb verb = verbNamed(request.verb());
-    if (!verb)
-        throw BadRequest(QStringLiteral("there is no verb \"%1\"").arg(request.verb()));
-    const bool isAsync = request.flag("async", false);
-    if (isAsync && (verb == waitForJob || verb == cancelJob))
-        throw BadRequest(QStringLiteral("\"%1\" cannot be async").arg(request.verb()));
+    const auto name = request.get<QString>("do");
+    const Verb* verb = verbNamed(name);
+    const bool isAsync = request.get<bool>("async", false);
+    if (!verb || (isAsync && (name == QLatin1String("wait") || name == QLatin1String("cancel"))))
+        throw BadRequest(QStringLiteral("there is no verb \"%1\"").arg(name));
     const auto call = std::make_shared<Call>(*program, request);
     program->panels.load(request);
     program->calls.append(call);
@@ -64,25 +60,23 @@ QCoro::Task<> answerRequest(Program* program, Request request)
     if (isAsync)
         co_return answerAtOnce(call);
     co_await running;
-    call->answer.write(request.id());
+    writeLine(call->answer.toJson(), request.id());
 }
 
-QCoro::Task<> answerLine(Program* program, LineReader::Line line)
+QCoro::Task<> answerLine(Program* program, QByteArray line)
 {
     QJsonValue id(QJsonValue::Undefined);
-    QString bad;
+    Answer answer;
     try {
-        if (line.isTooLong)
-            throw BadRequest(QStringLiteral("the line is too long"));
-        const Request request = Request::parse(line.text);
+        const Request request(line);
         id = request.id();
         QCoro::Task<> answering = answerRequest(program, request);
         co_await answering;
     } catch (const BadRequest& error) {
-        bad = QString::fromUtf8(error.what());
+        answer.bad = QString::fromUtf8(error.what());
     }
-    if (!bad.isEmpty())
-        writeBad(id, bad);
+    if (!answer.bad.isEmpty())
+        writeLine(answer.toJson(), id);
 }
 
 QCoro::Task<> stopJobs(Program* program)
@@ -99,10 +93,10 @@ QCoro::Task<> stopJobs(Program* program)
 
 QCoro::Task<> serve(Program* program)
 {
-    LineReader reader;
+    JobQueue input{QStringLiteral("requests"), 1, 0}; // the event loop goes on meanwhile
     while (true) {
-        QCoro::Task<std::optional<LineReader::Line>> reading = reader.next();
-        const std::optional<LineReader::Line> line = co_await reading;
+        QCoro::Task<Line> reading = input.run(readLine);
+        const Line line = co_await reading;
         if (!line)
             break;
         QCoro::Task<> answering = answerLine(program, *line);

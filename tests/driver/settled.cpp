@@ -8,7 +8,7 @@ namespace {
 
 /// Follows the one job that an operation starts, which may have ended before the operation returns.
 /// The notices are taken at the moment of its end, before another request can meet them.
-class JobWatch {
+class JobWatch : public QObject {
 public:
     explicit JobWatch(CallPtr call)
         : m_call(std::move(call)),
@@ -16,8 +16,11 @@ public:
           m_notifier(m_call->model().busy.addNotifier([this] { look(); }))
     {
         m_end.start();
+        connect(&m_call->model(), &AppModel::fileWritten, this, [this](const QUrl& file) {
+            if (m_begun && !end().isFinished())
+                m_call->noteWritten(file);
+        });
     }
-    Q_DISABLE_COPY_MOVE(JobWatch)
 
     bool hasBegun() const { return m_begun; }
     bool wasBusy() const { return m_before.has_value(); }
@@ -27,31 +30,20 @@ private:
     void look()
     {
         const auto now = m_call->model().busy.value();
-        if (now && now != m_before && !m_begun)
-            begin(*now);
-        else if (!now && m_begun && !m_end.future().isFinished())
-            finish();
-    }
-    void begin(const BusyState& job)
-    {
-        m_begun = true;
-        m_call->task = job.task;
-        m_written = QObject::connect(&m_call->model(), &AppModel::fileWritten,
-                                     [call = m_call](const QUrl& file) { call->noteWritten(file); });
-    }
-    void finish()
-    {
-        m_call->stopTime();
-        QObject::disconnect(m_written);
-        m_call->takeNotices();
-        m_end.finish();
+        if (now && now != m_before && !m_begun) {
+            m_begun = true;
+            m_call->task = now->task;
+        } else if (!now && m_begun && !end().isFinished()) {
+            m_call->stopTime();
+            m_call->takeNotices();
+            m_end.finish();
+        }
     }
 
     CallPtr m_call;
     std::optional<BusyState> m_before;
     bool m_begun = false;
     mutable QPromise<void> m_end;
-    QMetaObject::Connection m_written;
     QPropertyNotifier m_notifier; // last, so that it is the first to go
 };
 
@@ -59,7 +51,7 @@ Outcome withoutJob(const Call& call, bool wasBusy)
 {
     if (call.answer.error)
         return Outcome::Refused;
-    if (call.program().panels.wasCancelled())
+    if (call.program.panels.wasCancelled())
         return Outcome::Cancelled;
     return wasBusy ? Outcome::Dropped : Outcome::Done;
 }
@@ -72,51 +64,29 @@ Outcome afterJob(const Answer& answer)
     return answer.toast ? Outcome::Done : Outcome::Cancelled;
 }
 
-bool showsTurn(const OpenFile& file, const QUuid& id, int turn)
-{
-    for (const PageItem& page : file.pages.value())
-        if (page.id == id)
-            return page.turn == turn;
-    return false;
-}
-
 } // namespace
 
-QCoro::Task<> carryOutJob(CallPtr call, std::function<QCoro::Task<>()> operation)
+QCoro::Task<> carryOutJob(CallPtr call, Verb::Operation operation)
 {
+    if (!operation)
+        co_return;
     const JobWatch job(call);
-    call->startTime();
     QCoro::Task<> running = operation();
     co_await running;
-    if (!job.hasBegun()) {
-        call->stopTime();
+    if (job.hasBegun()) {
+        const QFuture<void> end = job.end();
+        co_await end;
+    } else {
         call->takeNotices();
-        call->answer.outcome = withoutJob(*call, job.wasBusy());
-        co_return;
     }
-    const QFuture<void> end = job.end();
-    co_await end;
-    call->answer.outcome = afterJob(call->answer);
+    if (!call->answer.outcome)
+        call->answer.outcome = job.hasBegun() ? afterJob(call->answer) : withoutJob(*call, job.wasBusy());
 }
 
-QCoro::Task<> pageTurned(OpenFilePtr file, QUuid page, int before)
-{
-    if (!showsTurn(*file, page, before))
-        co_return;
-    QPromise<void> turned;
-    turned.start();
-    const QPropertyNotifier notifier = file->pages.addNotifier([&] {
-        if (!showsTurn(*file, page, before))
-            turned.finish(); // a second time does nothing
-    });
-    const QFuture<void> end = turned.future();
-    co_await end;
-}
-
-QCoro::Task<> engineCaughtUp(PDFEngine* engine)
+QCoro::Task<> engineCaughtUp(CallPtr call)
 {
     const PageSource nowhere;
-    QCoro::Task<QSizeF> behind = engine->displaySize(nowhere, 0); // the worker does requests in order
+    QCoro::Task<QSizeF> behind = call->model().engine().displaySize(nowhere, 0); // requests are done in order
     co_await behind;
 }
 

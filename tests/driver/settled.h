@@ -1,20 +1,14 @@
 #pragma once
 
-#include "Call.h"
-
-#include <QCoroTask>
-
-#include <functional>
+#include "verbs.h"
 
 namespace folvane::driver {
 
-/// Starts an operation that may end in a job of the model, waits for that job's end, and decides the outcome.
-QCoro::Task<> carryOutJob(CallPtr call, std::function<QCoro::Task<>()> operation);
-
-/// Ends when the page with that id shows another turn than `before`, or is gone.
-QCoro::Task<> pageTurned(OpenFilePtr file, QUuid page, int before);
+/// Starts an operation that may end in a job of the model, waits for that job's end, and decides the outcome unless that
+/// is done. An empty operation does nothing.
+QCoro::Task<> carryOutJob(CallPtr call, Verb::Operation operation);
 
 /// Ends when the engine has done all that was asked of it before.
-QCoro::Task<> engineCaughtUp(PDFEngine* engine);
+QCoro::Task<> engineCaughtUp(CallPtr call);
 
 } // namespace folvane::driver

@@ -1,43 +1,48 @@
 #include "verbs.h"
 
-#include <QHash>
+#include "settled.h"
+
+#include <algorithm>
 
 namespace folvane::driver {
 
-Verb verbNamed(const QString& name)
+namespace {
+
+QCoro::Task<> atOnce(CallPtr call, void (*work)(Call&))
 {
-    static const QHash<QString, Verb> verbs{
-        {QStringLiteral("open"), openFiles},
-        {QStringLiteral("state"), tellState},
-        {QStringLiteral("select"), selectPages},
-        {QStringLiteral("turn"), turnPages},
-        {QStringLiteral("delete"), deletePages},
-        {QStringLiteral("move"), movePages},
-        {QStringLiteral("dropPages"), dropPages},
-        {QStringLiteral("insert"), insertFiles},
-        {QStringLiteral("saveAs"), saveAs},
-        {QStringLiteral("extract"), extract},
-        {QStringLiteral("measure"), measure},
-        {QStringLiteral("compress"), compress},
-        {QStringLiteral("mergeAdd"), addToMerge},
-        {QStringLiteral("mergeMove"), moveInMerge},
-        {QStringLiteral("mergeRemove"), removeFromMerge},
-        {QStringLiteral("mergeClear"), clearMerge},
-        {QStringLiteral("merge"), mergeFiles},
-        {QStringLiteral("split"), splitFile},
-        {QStringLiteral("password"), saveWithPassword},
-        {QStringLiteral("exportImages"), exportPages},
-        {QStringLiteral("closeRequest"), requestClose},
-        {QStringLiteral("close"), closeFile},
-        {QStringLiteral("quit"), quit},
-        {QStringLiteral("image"), drawImage},
-        {QStringLiteral("parse"), parseRanges},
-        {QStringLiteral("describe"), describePages},
-        {QStringLiteral("wait"), waitForJob},
-        {QStringLiteral("cancel"), cancelJob},
-        {QStringLiteral("rss"), tellMemory},
-    };
-    return verbs.value(name, nullptr);
+    work(*call);
+    co_return;
+}
+
+Verbs allVerbs()
+{
+    Verbs all;
+    for (const auto part : {openingVerbs, pageVerbs, savingVerbs, compressVerbs, mergeVerbs, closingVerbs,
+                            tellingVerbs, jobVerbs, stateVerbs})
+        std::ranges::copy(part(), std::back_inserter(all));
+    return all;
+}
+
+} // namespace
+
+Verb::Verb(const char* called, void (*work)(Call&))
+    : name(called), carryOut([work](CallPtr call) { return atOnce(call, work); })
+{
+}
+
+Verb::Verb(const char* called, QCoro::Task<> (*work)(CallPtr)) : name(called), carryOut(work) {}
+
+Verb::Verb(const char* called, Operation (*work)(CallPtr))
+    : name(called), carryOut([work](CallPtr call) { return carryOutJob(call, work(call)); })
+{
+}
+
+const Verb* verbNamed(const QString& name)
+{
+    static const Verbs verbs = allVerbs();
+    const auto found =
+        std::ranges::find_if(verbs, [&](const Verb& verb) { return name == QLatin1String(verb.name); });
+    return found == verbs.end() ? nullptr : &*found;
 }
 
 } // namespace folvane::driver

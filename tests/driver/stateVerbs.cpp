@@ -1,0 +1,144 @@
+#include "documents/statusLine.h"
+#include "verbs.h"
+
+#include <array>
+
+namespace folvane::driver {
+
+namespace {
+
+/// What the answer tells of one document, taken at one moment.
+struct Snapshot {
+    OpenFilePtr file;
+    std::vector<PageItem> pages;
+    std::vector<QSizeF> sizes; ///< displayed, in points
+};
+
+QString text(const QUuid& id)
+{
+    return id.toString(QUuid::WithoutBraces);
+}
+
+QJsonValue name(const std::optional<Destination>& destination)
+{
+    using Place = Destination::Place;
+    constexpr std::array names{std::pair{Place::Home, "home"}, std::pair{Place::Merge, "merge"},
+                               std::pair{Place::Stamps, "stamps"}, std::pair{Place::Codes, "codes"},
+                               std::pair{Place::About, "about"}};
+    for (const auto& [place, name] : names)
+        if (destination && destination->is(place))
+            return name;
+    return destination ? "file" : QJsonValue();
+}
+
+QJsonValue name(const std::optional<FileSheet>& sheet)
+{
+    if (!sheet)
+        return {};
+    switch (sheet->kind) {
+    case FileSheet::Kind::Compress: return "compress";
+    case FileSheet::Kind::Split: return "split";
+    case FileSheet::Kind::Password: return "password";
+    case FileSheet::Kind::ExportImages: return "exportImages";
+    }
+    Q_UNREACHABLE();
+}
+
+QJsonArray mergeRows(const AppModel& model)
+{
+    QJsonArray rows;
+    for (const MergeItem& item : model.merge.items.value())
+        rows.append(QJsonObject{{"name", item.name}, {"pages", qint64(item.pages.size())}});
+    return rows;
+}
+
+QJsonObject around(const Program& program)
+{
+    const AppModel& model = program.model;
+    const auto busy = model.busy.value();
+    return {{"destination", name(model.destination.value())},        {"file", program.shownFile()},
+            {"busy", busy ? QJsonValue(busy->title) : QJsonValue()}, {"sheet", name(model.sheet.value())},
+            {"closing", program.placeOf(model.closingFile.value())}, {"merge", mergeRows(model)}};
+}
+
+QJsonObject told(const StampPlacement& placement)
+{
+    return {{"id", text(placement.id)},
+            {"stamp", text(placement.stampID)},
+            {"center", QJsonArray{placement.center.x(), placement.center.y()}},
+            {"width", placement.width},
+            {"rotation", placement.rotation}};
+}
+
+QJsonObject told(const PageItem& page, const QSizeF& size)
+{
+    QJsonArray stamps;
+    for (const StampPlacement& placement : page.stamps)
+        stamps.append(told(placement));
+    return {{"id", text(page.id)},
+            {"path", page.source.url.toLocalFile()},
+            {"index", page.source.index},
+            {"turn", page.turn},
+            {"width", size.width()},
+            {"height", size.height()},
+            {"stamps", stamps}};
+}
+
+QJsonObject told(const Snapshot& document)
+{
+    const OpenFile& file = *document.file;
+    const QSet<QUuid> selection = file.selection.value();
+    QJsonArray pages;
+    QJsonArray selected;
+    for (size_t i = 0; i < document.pages.size(); ++i) {
+        pages.append(told(document.pages[i], document.sizes[i]));
+        if (selection.contains(document.pages[i].id))
+            selected.append(qint64(i) + 1);
+    }
+    return {{"id", text(file.id)},
+            {"url", file.url.toString(QUrl::FullyEncoded)},
+            {"name", file.name},
+            {"isPDF", file.isPDF},
+            {"isEdited", file.isEdited.value()},
+            {"locked", file.password.has_value()},
+            {"selection", selected},
+            {"statusLine", statusLine(file)},
+            {"pages", pages}};
+}
+
+QCoro::Task<Snapshot> taken(PDFEngine* engine, OpenFilePtr file)
+{
+    Snapshot snapshot{file, file->pages.value(), {}};
+    for (const PageItem& page : snapshot.pages) {
+        QCoro::Task<QSizeF> measuring = engine->displaySize(page.source, page.turn);
+        const QSizeF size = co_await measuring;
+        snapshot.sizes.push_back(size);
+    }
+    co_return snapshot;
+}
+
+QCoro::Task<> tellState(CallPtr call)
+{
+    call->answer.fields = around(call->program);
+    std::vector<Snapshot> snapshots;
+    const QList<OpenFilePtr> files = call->model().files.value();
+    for (const OpenFilePtr& file : files) {
+        QCoro::Task<Snapshot> taking = taken(&call->model().engine(), file);
+        Snapshot snapshot = co_await taking;
+        snapshots.push_back(std::move(snapshot));
+    }
+    call->stopTime();
+    QJsonArray documents;
+    for (const Snapshot& snapshot : snapshots)
+        documents.append(told(snapshot));
+    call->tell("documents", documents);
+}
+
+} // namespace
+
+Verbs stateVerbs()
+{
+    return {{"state", tellState}};
+}
+
+} // namespace folvane::driver
