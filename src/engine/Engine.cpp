@@ -32,11 +32,12 @@ public:
         requireIntact();
     }
 
+    /// Throws EngineError; where it is called because something failed, that is the cause.
     void requireIntact() const
     {
         for (const auto& [document, failedBefore] : m_failedReads)
             if (!document->isIntact() || document->failedReads() != failedBefore)
-                throw EngineError(EngineError::Kind::MissingPage);
+                throw EngineError(EngineError::Kind::MissingPage, std::current_exception());
     }
 
 private:
@@ -75,7 +76,7 @@ template <typename Work> auto withOwnErrors(Work work)
     } catch (const EngineError&) {
         throw;
     } catch (const std::exception&) {
-        throw EngineError(EngineError::Kind::WriteFailed);
+        throw EngineError(EngineError::Kind::WriteFailed, std::current_exception());
     }
 }
 
@@ -169,8 +170,7 @@ QList<QByteArray> Engine::State::exported(const BuildPlan& plan, PageExport pict
         const int turn = plan.pages[i].turn;
         const QSize size = pictures.pixels(pages[i].source->geometry(source.index)->displaySize(turn));
         pictures.makeRoom();
-        documents.noteDrawing(source.url);
-        QImage drawn = pages[i].source->draw(source.index, size, turn, stop);
+        QImage drawn = documents.drawer(source.url).draw(source.index, size, turn, stop);
         throwIfStopped(stop);
         sources.requireIntact();
         if (drawn.isNull())
@@ -207,8 +207,7 @@ std::optional<SendableImage> Engine::State::drawn(const PageSource& source, int 
         return std::nullopt;
     const QSizeF points = page->geometry.displaySize(turn);
     const double scale = longSide / std::max({points.width(), points.height(), 1.0});
-    documents.noteDrawing(source.url);
-    QImage image = page->document->draw(source.index, pixelSize(points, scale), turn, budget);
+    QImage image = documents.drawer(source.url).draw(source.index, pixelSize(points, scale), turn, budget);
     if (image.isNull())
         return std::nullopt;
     return SendableImage{std::move(image)};
@@ -222,10 +221,7 @@ OpenResult Engine::open(const QUrl& url, const std::optional<QString>& password,
                         std::stop_token stop)
 {
     try {
-        const OpenResult result = m_state->documents.open(url, password, whenChanged, stop);
-        if (pdf::Document* document = m_state->documents.find(url))
-            document->forgetFailedDrawings();
-        return result;
+        return m_state->documents.open(url, password, whenChanged, stop);
     } catch (const std::exception&) {
         return OpenResult::unreadable(); // out of memory, say: one bad file must not take the others with it
     }

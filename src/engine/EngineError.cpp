@@ -4,6 +4,27 @@
 
 namespace folvane {
 
+namespace {
+
+std::string words(EngineError::Kind kind, const std::exception_ptr& cause)
+{
+    const std::string words = kind == EngineError::Kind::MissingPage ? "missing page" : "write failed";
+    if (!cause)
+        return words;
+    try {
+        std::rethrow_exception(cause);
+    } catch (const std::exception& error) {
+        return words + ": " + error.what();
+    }
+}
+
+} // namespace
+
+EngineError::EngineError(Kind kind, std::exception_ptr cause)
+    : std::runtime_error(words(kind, cause)), m_kind(kind), m_cause(std::move(cause))
+{
+}
+
 QString EngineError::text() const
 {
     switch (m_kind) {
@@ -14,11 +35,6 @@ QString EngineError::text() const
         return QCoreApplication::translate("EngineError", "The PDF couldn't be made. Try again.");
     }
     Q_UNREACHABLE();
-}
-
-const char* EngineError::what() const noexcept
-{
-    return m_kind == Kind::MissingPage ? "missing page" : "write failed";
 }
 
 } // namespace folvane

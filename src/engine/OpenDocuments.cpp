@@ -33,6 +33,15 @@ OpenResult withVersion(OpenResult result, const SourceFile& file)
 
 } // namespace
 
+void OpenDocuments::Held::take(std::unique_ptr<pdf::Document> parsed, quint64 failedReadsBefore)
+{
+    drawer.reset(); // it looks into the document that goes
+    document = std::move(parsed);
+    failedReads = failedReadsBefore;
+    if (document)
+        drawer.emplace(*document);
+}
+
 OpenResult OpenDocuments::open(const QUrl& url, const std::optional<QString>& password,
                                WhenChanged whenChanged, const std::stop_token& stop)
 {
@@ -41,8 +50,10 @@ OpenResult OpenDocuments::open(const QUrl& url, const std::optional<QString>& pa
         forget(url);
         held = nullptr;
     }
-    if (held && held->document)
+    if (held && held->document) {
+        held->drawer->forgetFailures();
         return withVersion(OpenResult::opened(held->document->pageCount()), *held->file);
+    }
     if (held)
         return parse(url, held->file, password, stop);
     SourceFile::Opening opening = SourceFile::tryToOpen(url);
@@ -62,8 +73,10 @@ OpenResult OpenDocuments::parse(const QUrl& url, std::shared_ptr<const SourceFil
     }
     const bool isLocked = opening.outcome == pdf::Opening::Outcome::Locked;
     const int pageCount = isLocked ? 0 : opening.document->pageCount();
-    const auto held =
-        std::make_shared<Held>(Held{std::move(file), std::move(opening.document), password, failedBefore});
+    const auto held = std::make_shared<Held>();
+    held->file = std::move(file);
+    held->password = password;
+    held->take(std::move(opening.document), failedBefore);
     m_held.insert(url, held);
     if (isLocked)
         return withVersion(OpenResult::needsPassword(), *held->file);
@@ -88,9 +101,14 @@ pdf::Document* OpenDocuments::find(const QUrl& url)
     if (again.outcome != pdf::Opening::Outcome::Opened || held->file->failedReads() != failedReads
         || again.document->pageCount() != held->document->pageCount())
         return nullptr; // the next request tries again
-    held->document = std::move(again.document);
-    held->failedReads = failedReads;
+    held->take(std::move(again.document), failedReads);
     return held->document.get();
+}
+
+pdf::PageDrawer& OpenDocuments::drawer(const QUrl& url)
+{
+    noteDrawing(url);
+    return *m_held.value(url)->drawer;
 }
 
 void OpenDocuments::noteDrawing(const QUrl& url)
@@ -102,8 +120,8 @@ void OpenDocuments::noteDrawing(const QUrl& url)
     if (m_drawn.size() <= drawnAtOnce)
         return;
     const std::shared_ptr<Held> oldest = m_held.value(m_drawn.back());
-    if (oldest && oldest->document)
-        oldest->document->releaseDrawing();
+    if (oldest && oldest->drawer)
+        oldest->drawer->release();
     m_drawn.pop_back();
 }
 

@@ -2,6 +2,7 @@
 
 #include "engine/OpenResult.h"
 #include "pdf/Document.h"
+#include "pdf/PageDrawer.h"
 
 #include <QHash>
 #include <QString>
@@ -24,17 +25,22 @@ public:
     /// Null when nothing unlocked is held for `url`. A document that was parsed while reads failed is parsed anew: what
     /// could not be read then would count as missing ever after.
     pdf::Document* find(const QUrl& url);
-    /// Marks a document as drawn from just now. Only the last few keep what drawing needs in memory.
-    void noteDrawing(const QUrl& url);
+    /// What draws the pages of the document that find() gave last for `url`; it counts as drawn from just now. Only the
+    /// last few keep what drawing needs in memory.
+    pdf::PageDrawer& drawer(const QUrl& url);
 
 private:
     struct Held {
         std::shared_ptr<const SourceFile> file;
         std::unique_ptr<pdf::Document> document; ///< null while it is locked
+        std::optional<pdf::PageDrawer> drawer;   ///< of the document
         std::optional<QString> password;         ///< what unlocked it
         quint64 failedReads = 0;                 ///< of the file, when the document was parsed
+
+        void take(std::unique_ptr<pdf::Document> parsed, quint64 failedReadsBefore);
     };
 
+    void noteDrawing(const QUrl& url);
     OpenResult parse(const QUrl& url, std::shared_ptr<const SourceFile> file,
                      const std::optional<QString>& password, const std::stop_token& stop);
 

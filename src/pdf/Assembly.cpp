@@ -2,16 +2,16 @@
 
 #include "pdf/Document.h"
 #include "pdf/DocumentWriter.h"
-#include "pdf/copying/FormMerger.h"
 #include "pdf/copying/SourcePart.h"
 #include "pdf/copying/catalogue.h"
+#include "pdf/copying/forms.h"
 #include "pdf/copying/layers.h"
 #include "pdf/copying/namedDestinations.h"
 #include "pdf/copying/outlines.h"
 #include "pdf/copying/pageLabels.h"
-#include "pdf/drawing/PageRasteriser.h"
 #include "pdf/images/ImageRecoder.h"
 #include "pdf/structure/DocumentData.h"
+#include "pdf/structure/emptyDocument.h"
 #include "platform/tasks/Cancelled.h"
 
 #include <algorithm>
@@ -36,21 +36,47 @@ QPDFObjectHandle emptyPage(QPDF& target)
     return target.makeIndirectObject(page);
 }
 
-/// The pages by source, for each document that is merged anew, in the order in which these first occur.
-std::vector<std::pair<DocumentData*, std::vector<PagePlacement>>>
-bySource(const std::vector<PageCopy>& pages, const std::vector<QPDFObjectHandle>& targets)
+/// A page of the new document and where it comes from.
+struct TakenPage {
+    DocumentData* source;
+    int mergedDocument;
+    PagePlacement placement;
+};
+
+/// What a new document takes of one source.
+struct PageGroup {
+    DocumentData* source;
+    std::vector<PagePlacement> pages;
+};
+
+/// One group for each source of each document that is merged anew, in the order in which these first occur.
+std::vector<PageGroup> bySource(const std::vector<TakenPage>& pages)
 {
-    std::vector<std::pair<DocumentData*, std::vector<PagePlacement>>> groups;
+    std::vector<PageGroup> groups;
     std::map<std::pair<DocumentData*, int>, size_t> groupOf;
-    for (size_t i = 0; i < pages.size(); ++i) {
-        DocumentData* source = &pages[i].source->data();
+    for (const TakenPage& page : pages) {
         const auto [group, isNew] =
-            groupOf.emplace(std::pair(source, pages[i].mergedDocument), groups.size());
+            groupOf.emplace(std::pair(page.source, page.mergedDocument), groups.size());
         if (isNew)
-            groups.emplace_back(source, std::vector<PagePlacement>());
-        groups[group->second].second.push_back({pages[i].index, pages[i].rotation, targets[i]});
+            groups.push_back({page.source, {}});
+        groups[group->second].pages.push_back(page.placement);
     }
     return groups;
+}
+
+std::list<SourcePart> partsOf(QPDF& target, const std::vector<PageGroup>& groups, const std::stop_token& stop)
+{
+    const auto company = groups.size() == 1 ? SourcePart::Company::Alone : SourcePart::Company::Merged;
+    std::list<SourcePart> parts;
+    std::unordered_map<DocumentData*, SourcePart*> originals;
+    for (const auto& [source, pages] : groups) {
+        throwIfStopped(stop);
+        if (const auto original = originals.find(source); original != originals.end())
+            parts.emplace_back(*original->second, pages);
+        else
+            originals[source] = &parts.emplace_back(target, *source, pages, company);
+    }
+    return parts;
 }
 
 bool isFromOneSource(const std::list<SourcePart>& parts)
@@ -75,45 +101,53 @@ PDFVersion versionOf(DocumentData& source)
 }
 
 /// A flat page tree: the library would keep its own books of each page that is added through it.
-void setPages(QPDF& target, const std::vector<QPDFObjectHandle>& pages)
+void setPages(QPDF& target, const std::vector<TakenPage>& pages)
 {
     QPDFObjectHandle root = target.getRoot().getKey("/Pages");
-    for (QPDFObjectHandle page : pages)
-        page.replaceKey("/Parent", root);
-    root.replaceKey("/Kids", QPDFObjectHandle::newArray(pages));
-    root.replaceKey("/Count", QPDFObjectHandle::newInteger(static_cast<long long>(pages.size())));
+    std::vector<QPDFObjectHandle> kids;
+    for (const TakenPage& page : pages) {
+        kids.push_back(page.placement.target);
+        kids.back().replaceKey("/Parent", root);
+    }
+    root.replaceKey("/Kids", QPDFObjectHandle::newArray(kids));
+    root.replaceKey("/Count", QPDFObjectHandle::newInteger(static_cast<long long>(kids.size())));
+}
+
+std::vector<LabelledPage> labelled(const std::vector<TakenPage>& pages)
+{
+    std::vector<LabelledPage> labelled;
+    for (const TakenPage& page : pages)
+        labelled.push_back({page.source, page.placement.sourcePage});
+    return labelled;
 }
 
 } // namespace
 
+/// Once it exists, all is decided that copying goes by (what stays behind, which names change), and nothing is copied yet.
 struct Assembly::Target {
-    QPDF qpdf;
-    PDFVersion version;
-    std::vector<QPDFObjectHandle> pages;
-    std::list<SourcePart> parts;
+    Target(const std::vector<PageCopy>& copies, const std::stop_token& stop)
+        : pages(taken(*qpdf, copies)), parts(partsOf(*qpdf, bySource(pages), stop)), names(parts)
+    {
+    }
 
-    void makeParts(const std::vector<PageCopy>& copies, const std::stop_token& stop);
+    static std::vector<TakenPage> taken(QPDF& target, const std::vector<PageCopy>& copies);
     void copyPages(const std::stop_token& stop);
-    void copyWhatHangsOnThem(const std::vector<PageCopy>& copies, NamedDestinations& names,
-                             const std::stop_token& stop);
+    void copyWhatHangsOnThem(const std::stop_token& stop);
+    PDFVersion version() const;
+
+    const std::shared_ptr<QPDF> qpdf = emptyDocument();
+    const std::vector<TakenPage> pages;
+    std::list<SourcePart> parts;
+    NamedDestinations names;
 };
 
-void Assembly::Target::makeParts(const std::vector<PageCopy>& copies, const std::stop_token& stop)
+std::vector<TakenPage> Assembly::Target::taken(QPDF& target, const std::vector<PageCopy>& copies)
 {
-    for (size_t i = 0; i < copies.size(); ++i)
-        pages.push_back(emptyPage(qpdf));
-    const auto groups = bySource(copies, pages);
-    const auto company = groups.size() == 1 ? SourcePart::Company::Alone : SourcePart::Company::Merged;
-    std::unordered_map<DocumentData*, SourcePart*> originals;
-    for (const auto& [source, placements] : groups) {
-        throwIfStopped(stop);
-        if (const auto original = originals.find(source); original != originals.end()) {
-            parts.emplace_back(*original->second, placements);
-            continue;
-        }
-        originals[source] = &parts.emplace_back(qpdf, *source, placements, company);
-        version.updateIfGreater(versionOf(*source));
-    }
+    std::vector<TakenPage> pages;
+    for (const PageCopy& copy : copies)
+        pages.push_back(
+            {&copy.source->data(), copy.mergedDocument, {copy.index, copy.rotation, emptyPage(target)}});
+    return pages;
 }
 
 void Assembly::Target::copyPages(const std::stop_token& stop)
@@ -127,47 +161,40 @@ void Assembly::Target::copyPages(const std::stop_token& stop)
             }
         }
     }
-    setPages(qpdf, pages);
+    setPages(*qpdf, pages);
 }
 
-void Assembly::Target::copyWhatHangsOnThem(const std::vector<PageCopy>& copies, NamedDestinations& names,
-                                           const std::stop_token& stop)
+void Assembly::Target::copyWhatHangsOnThem(const std::stop_token& stop)
 {
-    QPDFObjectHandle root = qpdf.getRoot();
-    FormMerger forms(qpdf);
-    for (SourcePart& part : parts) {
-        throwIfStopped(stop);
-        forms.add(part);
-    }
-    setUnlessNull(root, "/AcroForm", forms.form());
+    QPDFObjectHandle root = qpdf->getRoot();
+    setUnlessNull(root, "/AcroForm", joinedForms(*qpdf, parts, stop));
     throwIfStopped(stop);
-    names.write(qpdf);
-    setUnlessNull(root, "/Outlines", joinedOutlines(qpdf, parts, stop));
-
-    std::vector<LabelledPage> labelled;
-    for (const PageCopy& copy : copies)
-        labelled.push_back({&copy.source->data(), copy.index});
-    setUnlessNull(root, "/PageLabels", joinedPageLabels(labelled, stop));
-
+    names.write(*qpdf);
+    setUnlessNull(root, "/Outlines", joinedOutlines(*qpdf, parts, stop));
+    setUnlessNull(root, "/PageLabels", joinedPageLabels(labelled(pages), stop));
     throwIfStopped(stop);
-    copyOutputIntents(qpdf, parts);
+    copyOutputIntents(*qpdf, parts);
     if (isFromOneSource(parts)) {
         if (parts.front().isWhole())
-            copyWholeDocument(qpdf, parts.front());
-        copyDescription(qpdf, parts.front());
+            copyWholeDocument(*qpdf, parts.front());
+        copyDescription(*qpdf, parts.front());
     }
     setUnlessNull(root, "/OCProperties", joinedLayers(parts)); // last: it looks at which layers were copied
 }
 
-Assembly::Assembly(const std::vector<PageCopy>& pages, std::stop_token stop)
-    : m_target(std::make_unique<Target>())
+PDFVersion Assembly::Target::version() const
 {
-    m_target->qpdf.emptyPDF();
-    m_target->qpdf.setSuppressWarnings(true);
-    m_target->makeParts(pages, stop);
-    NamedDestinations names(m_target->parts);
+    PDFVersion version;
+    for (const SourcePart& part : parts)
+        version.updateIfGreater(versionOf(part.source()));
+    return version;
+}
+
+Assembly::Assembly(const std::vector<PageCopy>& pages, std::stop_token stop)
+    : m_target(std::make_unique<Target>(pages, stop))
+{
     m_target->copyPages(stop);
-    m_target->copyWhatHangsOnThem(pages, names, stop);
+    m_target->copyWhatHangsOnThem(stop);
 }
 
 Assembly::~Assembly() = default;
@@ -175,32 +202,12 @@ Assembly::~Assembly() = default;
 void Assembly::recodeImages(const CompressionStep& step, std::shared_ptr<ImageCache> cache,
                             std::stop_token stop)
 {
-    ImageRecoder(m_target->qpdf, step, std::move(cache), std::move(stop)).recode();
+    ImageRecoder(*m_target->qpdf, step, std::move(cache), std::move(stop)).recode();
 }
 
 QByteArray Assembly::written(const QString& password, std::stop_token stop)
 {
-    return writtenDocument(m_target->qpdf, m_target->version, password, stop);
-}
-
-std::unique_ptr<PageRasteriser> rasteriserOf(Document& document, const std::stop_token& stop)
-{
-    DocumentData& data = document.data();
-    if (data.readsFileAsItIs) {
-        std::unique_ptr<PageRasteriser> direct = PageRasteriser::open(data.file, stop);
-        if (direct && direct->pageCount() == document.pageCount())
-            return direct;
-    }
-    if (!data.file && !data.bytes.isEmpty())
-        return PageRasteriser::open(data.bytes, stop);
-    std::vector<PageCopy> all;
-    for (int i = 0; i < document.pageCount(); ++i)
-        all.push_back({&document, i, document.rotation(i).value_or(0)});
-    try {
-        return PageRasteriser::open(Assembly(all, stop).written({}, stop), stop);
-    } catch (const std::exception&) {
-        return nullptr; // a page that cannot be drawn is a placeholder, not an error
-    }
+    return writtenDocument(*m_target->qpdf, m_target->version(), password, stop);
 }
 
 } // namespace folvane::pdf

@@ -13,7 +13,6 @@
 namespace folvane::pdf {
 
 class Document;
-class PageRasteriser;
 struct ImageCache;
 
 /// One page of a new document: a page of a source with the rotation that it shall have.
@@ -44,9 +43,5 @@ private:
 
     std::unique_ptr<Target> m_target;
 };
-
-/// Draws what a copy of the document would show: from the file itself where nothing was decrypted or repaired, else
-/// from an unlocked copy in memory. Null when that cannot be made.
-std::unique_ptr<PageRasteriser> rasteriserOf(Document& document, const std::stop_token& stop);
 
 } // namespace folvane::pdf

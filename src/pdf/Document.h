@@ -4,8 +4,6 @@
 #include "platform/files/SourceFile.h"
 
 #include <QByteArray>
-#include <QImage>
-#include <QSize>
 #include <QString>
 
 #include <memory>
@@ -14,7 +12,6 @@
 
 namespace folvane::pdf {
 
-class DrawingBudget;
 struct DocumentData;
 struct Opening;
 
@@ -40,21 +37,13 @@ public:
     bool isIntact() const;
     /// See SourceFile::failedReads(); none of a document in memory.
     quint64 failedReads() const;
-    /// The page's crop box on opaque white in exactly `pixels`, turned by `turn` degrees on top of its own rotation;
-    /// null when the file cannot be read, or the page not be drawn within the budget. The latter is remembered, and
-    /// answered at once when a budget of no more time is offered for the page again.
-    QImage draw(int index, QSize pixels, int turn, DrawingBudget& budget);
-    /// With the budget of a picture.
-    QImage draw(int index, QSize pixels, int turn, std::stop_token stop);
-    /// Gives back the memory that drawing keeps.
-    void releaseDrawing();
-    /// Pages that could not be drawn in time are tried again.
-    void forgetFailedDrawings();
-
-    DocumentData& data() const { return *m_data; }
 
 private:
-    QImage drawAsItStands(int index, QSize pixels, int turn, DrawingBudget& budget);
+    // They look into what the library holds of it.
+    friend class Assembly;
+    friend class PageDrawer;
+
+    DocumentData& data() const { return *m_data; }
 
     std::unique_ptr<DocumentData> m_data;
 };

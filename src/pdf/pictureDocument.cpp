@@ -1,12 +1,12 @@
 #include "pdf/pictureDocument.h"
 
-#include "pdf/drawing/PageRasteriser.h"
 #include "pdf/structure/DocumentData.h"
+#include "pdf/structure/emptyDocument.h"
+#include "pdf/structure/imagePage.h"
 #include "pictures/jpeg.h"
 #include "pictures/pictures.h"
 #include "pictures/transparency.h"
 
-#include <array>
 #include <cmath>
 
 namespace folvane::pdf {
@@ -28,24 +28,6 @@ struct PageImage {
 QPDFObjectHandle name(const char* text)
 {
     return QPDFObjectHandle::newName(text);
-}
-
-QPDFObjectHandle imageStream(QPDF& qpdf, QSize pixels, QPDFObjectHandle colourSpace)
-{
-    QPDFObjectHandle image = qpdf.newStream();
-    QPDFObjectHandle dictionary = image.getDict();
-    dictionary.replaceKey("/Type", name("/XObject"));
-    dictionary.replaceKey("/Subtype", name("/Image"));
-    dictionary.replaceKey("/Width", QPDFObjectHandle::newInteger(pixels.width()));
-    dictionary.replaceKey("/Height", QPDFObjectHandle::newInteger(pixels.height()));
-    dictionary.replaceKey("/ColorSpace", colourSpace);
-    dictionary.replaceKey("/BitsPerComponent", QPDFObjectHandle::newInteger(8));
-    return image;
-}
-
-QPDFObjectHandle deviceSpace(int components)
-{
-    return name(components == 1 ? "/DeviceGray" : "/DeviceRGB");
 }
 
 /// The kind of colour that a profile describes stands at offset 16 of its header (ICC.1, 7.2).
@@ -81,9 +63,9 @@ PageImage embeddedJpeg(QPDF& qpdf, std::shared_ptr<const SourceFile> file, const
 {
     const QSize pixels(info.width, info.height);
     const bool hasProfile = profileFits(info.iccProfile, info.components);
-    QPDFObjectHandle image = imageStream(qpdf, pixels,
-                                         hasProfile ? profileSpace(qpdf, info.iccProfile, info.components)
-                                                    : deviceSpace(info.components));
+    QPDFObjectHandle image = newImage(qpdf, pixels,
+                                      hasProfile ? profileSpace(qpdf, info.iccProfile, info.components)
+                                                 : deviceSpace(info.components));
     image.replaceStreamData([file](Pipeline* pipeline, bool, bool) { return pipeFile(*file, pipeline); },
                             name("/DCTDecode"), QPDFObjectHandle::newNull());
     return {image, pixels, info.orientation};
@@ -102,21 +84,10 @@ QPDFObjectHandle softMask(QPDF& qpdf, const QImage& picture, const std::stop_tok
         deflate.write(row.data(), row.size());
     }
     deflate.finish();
-    QPDFObjectHandle mask = imageStream(qpdf, picture.size(), name("/DeviceGray"));
+    QPDFObjectHandle mask = newImage(qpdf, picture.size(), name("/DeviceGray"));
     mask.replaceStreamData(packed.getBufferSharedPointer(), name("/FlateDecode"),
                            QPDFObjectHandle::newNull());
     return mask;
-}
-
-/// The bytes are written from where they are.
-void setJpeg(QPDFObjectHandle image, const QByteArray& jpeg)
-{
-    const auto give = [jpeg](Pipeline* pipeline) {
-        pipeline->write(reinterpret_cast<const unsigned char*>(jpeg.constData()),
-                        static_cast<size_t>(jpeg.size()));
-        pipeline->finish();
-    };
-    image.replaceStreamData(give, name("/DCTDecode"), QPDFObjectHandle::newNull());
 }
 
 std::optional<PageImage> encodedPicture(QPDF& qpdf, Picture picture, const std::stop_token& stop)
@@ -130,8 +101,7 @@ std::optional<PageImage> encodedPicture(QPDF& qpdf, Picture picture, const std::
     if (jpeg.isEmpty())
         return std::nullopt;
     const bool isGrey = picture.image.format() == QImage::Format_Grayscale8;
-    QPDFObjectHandle image = imageStream(qpdf, picture.image.size(), deviceSpace(isGrey ? 1 : 3));
-    setJpeg(image, jpeg);
+    QPDFObjectHandle image = newJpegImage(qpdf, jpeg, picture.image.size(), isGrey ? 1 : 3);
     if (picture.hasAlpha)
         image.getDict().replaceKey("/SMask", mask);
     return PageImage{image, picture.image.size(), picture.orientation};
@@ -151,42 +121,10 @@ std::optional<PageImage> pageImage(QPDF& qpdf, std::shared_ptr<const SourceFile>
     return picture ? encodedPicture(qpdf, std::move(*picture), stop) : std::nullopt;
 }
 
-/// The unit square of the image laid on a page of `w` by `h` as an EXIF orientation wants it (its row 0 is at the top).
-std::string placement(int orientation, QSize page)
+QSize pageSize(const PageImage& image)
 {
-    struct Matrix {
-        int a, b, c, d, e, f; // in units of the page's width (a, c, e) and height (b, d, f)
-    };
-    constexpr std::array<Matrix, 8> matrices{{{1, 0, 0, 1, 0, 0},
-                                              {-1, 0, 0, 1, 1, 0},
-                                              {-1, 0, 0, -1, 1, 1},
-                                              {1, 0, 0, -1, 0, 1},
-                                              {0, -1, -1, 0, 1, 1},
-                                              {0, -1, 1, 0, 0, 1},
-                                              {0, 1, 1, 0, 0, 0},
-                                              {0, 1, -1, 0, 1, 0}}};
-    const Matrix& m = matrices[static_cast<size_t>(orientation - 1)];
-    const auto number = [](int factor, int side) { return std::to_string(factor * side) + ' '; };
-    return "q " + number(m.a, page.width()) + number(m.b, page.height()) + number(m.c, page.width())
-           + number(m.d, page.height()) + number(m.e, page.width()) + number(m.f, page.height())
-           + "cm /Im0 Do Q";
-}
-
-QPDFObjectHandle picturePage(QPDF& qpdf, const PageImage& image)
-{
-    const bool sideways = image.orientation >= 5;
-    const QSize page = picturePageSize(sideways ? image.pixels.transposed() : image.pixels);
-    QPDFObjectHandle objects = QPDFObjectHandle::newDictionary();
-    objects.replaceKey("/Im0", image.object);
-    QPDFObjectHandle resources = QPDFObjectHandle::newDictionary();
-    resources.replaceKey("/XObject", objects);
-    QPDFObjectHandle dictionary = QPDFObjectHandle::newDictionary();
-    dictionary.replaceKey("/Type", name("/Page"));
-    dictionary.replaceKey("/MediaBox", QPDFObjectHandle::newArray(
-                                           QPDFObjectHandle::Rectangle(0, 0, page.width(), page.height())));
-    dictionary.replaceKey("/Resources", resources);
-    dictionary.replaceKey("/Contents", qpdf.newStream(placement(image.orientation, page)));
-    return qpdf.makeIndirectObject(dictionary);
+    const bool isSideways = image.orientation >= 5;
+    return picturePageSize(isSideways ? image.pixels.transposed() : image.pixels);
 }
 
 } // namespace
@@ -201,13 +139,11 @@ QSize picturePageSize(QSize pixels)
 std::unique_ptr<Document> pictureDocument(std::shared_ptr<const SourceFile> file, const QString& extension,
                                           const std::stop_token& stop)
 {
-    const std::shared_ptr<QPDF> qpdf = QPDF::create();
-    qpdf->emptyPDF();
-    qpdf->setSuppressWarnings(true);
+    const std::shared_ptr<QPDF> qpdf = emptyDocument();
     const std::optional<PageImage> image = pageImage(*qpdf, file, extension, stop);
     if (!image)
         return nullptr;
-    qpdf->addPage(picturePage(*qpdf, *image), false);
+    addImagePage(*qpdf, image->object, pageSize(*image), image->orientation);
     std::unique_ptr<DocumentData> data = documentData(qpdf);
     data->file = std::move(file);
     return std::make_unique<Document>(std::move(data));

@@ -1,23 +1,11 @@
 #include "pdf/copying/contentNames.h"
 #include "pdf/copying/ResourcePruner.h"
 #include "pdf/copying/defaultAppearance.h"
+#include "support/madePdf.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
+#include <gmock/gmock.h>
 
 namespace folvane::pdf {
-
-namespace {
-
-std::vector<std::string> sortedNames(const NameSet& names)
-{
-    std::vector<std::string> sorted(names.begin(), names.end());
-    std::sort(sorted.begin(), sorted.end());
-    return sorted;
-}
-
-} // namespace
 
 struct NamesCase {
     const char* name;
@@ -36,21 +24,21 @@ TEST_P(ContentNames, FindsWhatTheOperatorsName)
         streams.appendItem(qpdf.newStream(content));
     const std::optional<NameSet> names = contentNames(streams);
     ASSERT_TRUE(names);
-    EXPECT_EQ(sortedNames(*names), GetParam().want);
+    EXPECT_THAT(*names, testing::UnorderedElementsAreArray(GetParam().want));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, ContentNames,
-    testing::Values(NamesCase{"Plain", {"/F1 12 Tf /Im0 Do"}, {"/F1", "/Im0"}},
-                    NamesCase{"WithoutSpaces", {"/F1 12 Tf[(a)]TJ/Im0 Do/GS0 gs"}, {"/F1", "/GS0", "/Im0"}},
-                    NamesCase{"Escaped", {"/A#20B Do /C# gs"}, {"/A B", "/C#"}},
-                    NamesCase{"EndOfAStreamEndsAName", {"/Im", "0 Do"}, {"/Im"}},
-                    NamesCase{"LastWord", {"/Fm1 Do/Fm2"}, {"/Fm1", "/Fm2"}},
-                    NamesCase{"NotInStrings", {"(a \\( (/X) \\) /Y) Tj/F Do"}, {"/F"}},
-                    NamesCase{"NotInComments", {"/A Do %/X (\r/B Do % /Y", "/C Do"}, {"/A", "/B", "/C"}},
-                    NamesCase{"InlineImagesOnlyAdd", {"BI /W 1 ID (%EI /F Do (/X) Tj"}, {"/F", "/W", "/X"}},
-                    NamesCase{"StringsWithoutEndOnlyAdd", {"(a /X", "/F Do"}, {"/F", "/X"}}),
-    [](const auto& row) { return std::string(row.param.name); });
+const NamesCase namings[] = {{"Plain", {"/F1 12 Tf /Im0 Do"}, {"/F1", "/Im0"}},
+                             {"WithoutSpaces", {"/F1 12 Tf[(a)]TJ/Im0 Do/GS0 gs"}, {"/F1", "/GS0", "/Im0"}},
+                             {"Escaped", {"/A#20B Do /C# gs"}, {"/A B", "/C#"}},
+                             {"EndOfAStreamEndsAName", {"/Im", "0 Do"}, {"/Im"}},
+                             {"LastWord", {"/Fm1 Do/Fm2"}, {"/Fm1", "/Fm2"}},
+                             {"NotInStrings", {"(a \\( (/X) \\) /Y) Tj/F Do"}, {"/F"}},
+                             {"NotInComments", {"/A Do %/X (\r/B Do % /Y", "/C Do"}, {"/A", "/B", "/C"}},
+                             {"InlineImagesOnlyAdd", {"BI /W 1 ID (%EI /F Do (/X) Tj"}, {"/F", "/W", "/X"}},
+                             {"StringsWithoutEndOnlyAdd", {"(a /X", "/F Do"}, {"/F", "/X"}}};
+
+INSTANTIATE_TEST_SUITE_P(Rows, ContentNames, testing::ValuesIn(namings),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(ContentNamesOfDamage, AreUnknownRatherThanTooFew)
 {
@@ -75,30 +63,14 @@ class Pruning : public testing::TestWithParam<PruningCase> {};
 
 TEST_P(Pruning, LeavesOutWhatIsNotNamed)
 {
+    const QByteArray file =
+        pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [] /Count 0 >>",
+                      GetParam().resources, pdfStream("/Subtype /Form", "/Inner Do"),
+                      pdfStream("/Subtype /Form /Resources << /XObject << /Hidden 4 0 R >> >>", "/Hidden Do"),
+                      pdfStream({}, "/Inner Do"), pdfStream({}, GetParam().contents)});
     QPDF qpdf;
-    qpdf.emptyPDF();
-    QPDFObjectHandle borrowing = qpdf.newStream("/Inner Do");
-    borrowing.getDict().replaceKey("/Subtype", QPDFObjectHandle::newName("/Form"));
-    QPDFObjectHandle resources = QPDFObjectHandle::parse(GetParam().resources);
-    const auto put = [&](const char* category, const char* name, QPDFObjectHandle resource) {
-        QPDFObjectHandle entries = resources.getKey(category);
-        if (entries.isDictionary() && entries.hasKey(name))
-            entries.replaceKey(name, resource);
-    };
-    put("/XObject", "/Form", borrowing);
-    QPDFObjectHandle outer = qpdf.newStream("/Hidden Do");
-    outer.replaceDict(
-        QPDFObjectHandle::parse("<< /Subtype /Form /Resources << /XObject << /Hidden 1 >> >> >>"));
-    outer.getDict().getKey("/Resources").getKey("/XObject").replaceKey("/Hidden", borrowing);
-    put("/XObject", "/Outer", outer);
-    QPDFObjectHandle mask = QPDFObjectHandle::parse("<< /SMask << /G 1 >> >>");
-    mask.getKey("/SMask").replaceKey("/G", borrowing);
-    put("/ExtGState", "/Mask", mask);
-    QPDFObjectHandle font = QPDFObjectHandle::parse("<< /Subtype /Type3 /CharProcs << /a 1 >> >>");
-    font.getKey("/CharProcs").replaceKey("/a", qpdf.newStream("/Inner Do"));
-    put("/Font", "/T", font);
-    QPDFObjectHandle pruned =
-        ResourcePruner().pruned(resources, qpdf.newStream(std::string(GetParam().contents)));
+    qpdf.processMemoryFile("resources", file.constData(), static_cast<size_t>(file.size()));
+    QPDFObjectHandle pruned = ResourcePruner().pruned(qpdf.getObjectByID(3, 0), qpdf.getObjectByID(7, 0));
     std::string keys;
     for (auto& [category, entries] : pruned.getDictAsMap()) {
         for (const std::string& key : entries.getKeys())
@@ -107,27 +79,27 @@ TEST_P(Pruning, LeavesOutWhatIsNotNamed)
     EXPECT_EQ(keys, GetParam().want);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, Pruning,
-    testing::Values(PruningCase{"Unused", "<< /Font << /F1 1 /F2 2 >> >>", "/F1 9 Tf", "/Font/F1 "},
-                    PruningCase{"OfTwoKinds", "<< /Font << /A 1 >> /XObject << /A 1 /B 2 >> >>", "/B Do",
-                                "/XObject/B "},
-                    PruningCase{"DefaultSpacesWorkUnnamed", "<< /ColorSpace << /DefaultRGB 1 /CS0 2 >> >>",
-                                "q", "/ColorSpace/DefaultRGB "},
-                    PruningCase{"FormsThatBorrow", "<< /XObject << /Form 1 /Inner 2 /Other 3 >> >>",
-                                "/Form Do", "/XObject/Form /XObject/Inner "},
-                    PruningCase{"UnusedForms", "<< /XObject << /Form 1 /Inner 2 /Other 3 >> >>", "/Other Do",
-                                "/XObject/Other "},
-                    PruningCase{"FormsThatBorrowWithinOthers",
-                                "<< /XObject << /Outer << >> /Form 1 /Inner 2 /Other 3 >> >>", "/Outer Do",
-                                "/XObject/Inner /XObject/Outer "},
-                    PruningCase{"MasksThatBorrow",
-                                "<< /ExtGState << /Mask << >> >> /XObject << /Form 1 /Inner 2 /Other 3 >> >>",
-                                "/Mask gs", "/ExtGState/Mask /XObject/Inner "},
-                    PruningCase{"GlyphsThatBorrow",
-                                "<< /Font << /T << >> /Unused << >> >> /XObject << /Inner 1 /Other 2 >> >>",
-                                "/T 9 Tf", "/Font/T /XObject/Inner "}),
-    [](const auto& row) { return std::string(row.param.name); });
+// 4 is a form that borrows /Inner, 5 a form with such a form, 6 a glyph that borrows it.
+const PruningCase prunings[] = {
+    {"Unused", "<< /Font << /F1 1 /F2 2 >> >>", "/F1 9 Tf", "/Font/F1 "},
+    {"OfTwoKinds", "<< /Font << /A 1 >> /XObject << /A 1 /B 2 >> >>", "/B Do", "/XObject/B "},
+    {"DefaultSpacesWorkUnnamed", "<< /ColorSpace << /DefaultRGB 1 /CS0 2 >> >>", "q",
+     "/ColorSpace/DefaultRGB "},
+    {"FormsThatBorrow", "<< /XObject << /Form 4 0 R /Inner 2 /Other 3 >> >>", "/Form Do",
+     "/XObject/Form /XObject/Inner "},
+    {"UnusedForms", "<< /XObject << /Form 4 0 R /Inner 2 /Other 3 >> >>", "/Other Do", "/XObject/Other "},
+    {"FormsThatBorrowWithinOthers", "<< /XObject << /Outer 5 0 R /Form 4 0 R /Inner 2 /Other 3 >> >>",
+     "/Outer Do", "/XObject/Inner /XObject/Outer "},
+    {"MasksThatBorrow",
+     "<< /ExtGState << /Mask << /SMask << /G 4 0 R >> >> >> /XObject << /Form 1 /Inner 2 /Other 3 >> >>",
+     "/Mask gs", "/ExtGState/Mask /XObject/Inner "},
+    {"GlyphsThatBorrow",
+     "<< /Font << /T << /Subtype /Type3 /CharProcs << /a 6 0 R >> >> /Unused << >> >> "
+     "/XObject << /Inner 1 /Other 2 >> >>",
+     "/T 9 Tf", "/Font/T /XObject/Inner "}};
+
+INSTANTIATE_TEST_SUITE_P(Rows, Pruning, testing::ValuesIn(prunings),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(DefaultAppearance, TakesNewFontNames)
 {

@@ -1,5 +1,6 @@
 #include "pdf/madeImages.h"
 
+#include <QDataStream>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -51,75 +52,31 @@ int dithered(QSize size, int x, int y, int channel)
     return sample(size, x, y, channel, 255) > 255 * threshold;
 }
 
-class BitWriter {
-public:
-    void add(int value, int bits)
-    {
-        for (int bit = bits - 1; bit >= 0; --bit) {
-            m_last = m_last << 1 | (value >> bit & 1);
-            if (++m_count == 8)
-                flush();
-        }
-    }
-    void pad()
-    {
-        while (m_count > 0)
-            add(0, 1);
-    }
-    QByteArray bytes;
-
-private:
-    void flush()
-    {
-        bytes.append(static_cast<char>(m_last));
-        m_last = m_count = 0;
-    }
-    int m_last = 0, m_count = 0;
-};
-
-void appendNumber(QByteArray& bytes, quint32 value, int count)
+void addBits(QByteArray& bytes, qsizetype& at, int value, int count)
 {
-    for (int i = count - 1; i >= 0; --i)
-        bytes.append(static_cast<char>(value >> (8 * i)));
+    for (int bit = count - 1; bit >= 0; --bit, ++at) {
+        if (at % 8 == 0)
+            bytes.append('\0');
+        bytes.back() = static_cast<char>(bytes.back() | (value >> bit & 1) << (7 - at % 8));
+    }
 }
 
-void appendSegment(QByteArray& bytes, quint32 number, int type, const QByteArray& data)
+void addSegment(QDataStream& to, quint32 number, quint8 type, const QByteArray& data)
 {
-    appendNumber(bytes, number, 4);
-    appendNumber(bytes, static_cast<quint32>(type), 1);
-    bytes.append(QByteArray("\x00\x01", 2)); // refers to none; page 1
-    appendNumber(bytes, static_cast<quint32>(data.size()), 4);
-    bytes += data;
+    to << number << type << quint16(1) << quint32(data.size()); // refers to none; page 1
+    to.writeRawData(data.constData(), int(data.size()));
 }
 
-template <typename Prepare> QByteArray encodedBy(const QByteArray& samples, QSize size, int channels,
-                                                 Prepare prepare)
+void setStyle(jpeg_compress_struct& codec, JpegStyle style)
 {
-    jpeg_compress_struct codec{};
-    jpeg_error_mgr errors{};
-    codec.err = jpeg_std_error(&errors);
-    jpeg_create_compress(&codec);
-    unsigned char* bytes = nullptr;
-    unsigned long count = 0;
-    jpeg_mem_dest(&codec, &bytes, &count);
-    codec.image_width = static_cast<unsigned>(size.width());
-    codec.image_height = static_cast<unsigned>(size.height());
-    codec.input_components = channels;
-    codec.in_color_space = channels == 1 ? JCS_GRAYSCALE : channels == 3 ? JCS_RGB : JCS_CMYK;
-    jpeg_set_defaults(&codec);
-    jpeg_set_quality(&codec, 95, TRUE);
-    prepare(codec);
-    jpeg_start_compress(&codec, TRUE);
-    QByteArray copy = samples;
-    while (codec.next_scanline < codec.image_height) {
-        auto row = reinterpret_cast<JSAMPROW>(copy.data())
-                   + codec.next_scanline * codec.image_width * static_cast<unsigned>(channels);
-        jpeg_write_scanlines(&codec, &row, 1);
+    if (style == JpegStyle::PlainRgb) {
+        jpeg_set_colorspace(&codec, JCS_RGB);
+        for (int i = 0; i < 3; ++i)
+            codec.comp_info[i].component_id = i + 1; // not the letters by which decoders would know it
     }
-    jpeg_finish_compress(&codec);
-    jpeg_destroy_compress(&codec);
-    const std::unique_ptr<unsigned char, decltype(&std::free)> owner(bytes, &std::free);
-    return QByteArray(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(count));
+    if (style == JpegStyle::Ycck)
+        jpeg_set_colorspace(&codec, JCS_YCCK);
+    codec.write_Adobe_marker = style == JpegStyle::MarkedInks || style == JpegStyle::Ycck;
 }
 
 } // namespace
@@ -131,16 +88,17 @@ QByteArray madePhoto(QSize size, int channels)
 
 QByteArray packedPhoto(QSize size, int channels, int bits)
 {
-    BitWriter writer;
+    QByteArray bytes;
     for (int y = 0; y < size.height(); ++y) {
+        qsizetype at = 8 * bytes.size();
         for (int x = 0; x < size.width(); ++x) {
-            for (int c = 0; c < channels; ++c)
-                writer.add(bits == 1 ? dithered(size, x, y, c) : sample(size, x, y, c, (1 << bits) - 1),
-                           bits);
+            for (int c = 0; c < channels; ++c) {
+                const int most = (1 << bits) - 1;
+                addBits(bytes, at, bits == 1 ? dithered(size, x, y, c) : sample(size, x, y, c, most), bits);
+            }
         }
-        writer.pad();
     }
-    return writer.bytes;
+    return bytes;
 }
 
 QByteArray deflatedBytes(const QByteArray& bytes)
@@ -151,15 +109,15 @@ QByteArray deflatedBytes(const QByteArray& bytes)
 QByteArray lzwBytes(const QByteArray& bytes)
 {
     constexpr int clear = 256, end = 257;
-    BitWriter writer;
+    QByteArray packed;
+    qsizetype at = 0;
     for (qsizetype i = 0; i < bytes.size(); ++i) {
         if (i % 200 == 0)
-            writer.add(clear, 9);
-        writer.add(static_cast<unsigned char>(bytes[i]), 9);
+            addBits(packed, at, clear, 9);
+        addBits(packed, at, static_cast<unsigned char>(bytes[i]), 9);
     }
-    writer.add(end, 9);
-    writer.pad();
-    return writer.bytes;
+    addBits(packed, at, end, 9);
+    return packed;
 }
 
 QByteArray runLengthBytes(const QByteArray& bytes)
@@ -173,23 +131,19 @@ QByteArray runLengthBytes(const QByteArray& bytes)
     return packed + '\x80';
 }
 
-QByteArray hexBytes(const QByteArray& bytes)
-{
-    return bytes.toHex() + '>';
-}
-
 QByteArray group4Bytes(const QByteArray& rows, QSize size)
 {
     const QTemporaryDir folder;
     const QByteArray path = QFile::encodeName(folder.filePath("bitmap.tif"));
     TIFF* tiff = TIFFOpen(path.constData(), "w");
-    TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, static_cast<uint32_t>(size.width()));
-    TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, static_cast<uint32_t>(size.height()));
-    TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, static_cast<uint32_t>(size.height()));
-    TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 1);
-    TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 1);
-    TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE);
-    TIFFSetField(tiff, TIFFTAG_COMPRESSION, COMPRESSION_CCITTFAX4);
+    for (const auto& [tag, value] : {std::pair(TIFFTAG_IMAGEWIDTH, size.width()),
+                                     {TIFFTAG_IMAGELENGTH, size.height()},
+                                     {TIFFTAG_ROWSPERSTRIP, size.height()},
+                                     {TIFFTAG_BITSPERSAMPLE, 1},
+                                     {TIFFTAG_SAMPLESPERPIXEL, 1},
+                                     {TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE},
+                                     {TIFFTAG_COMPRESSION, COMPRESSION_CCITTFAX4}})
+        TIFFSetField(tiff, static_cast<uint32_t>(tag), value);
     QByteArray blacks = invertedBytes(rows); // the coder takes 1 for black
     TIFFWriteEncodedStrip(tiff, 0, blacks.data(), blacks.size());
     TIFFClose(tiff);
@@ -204,42 +158,40 @@ QByteArray group4Bytes(const QByteArray& rows, QSize size)
 QByteArray jbig2Bytes(const QByteArray& rows, QSize size)
 {
     const auto width = static_cast<quint32>(size.width()), height = static_cast<quint32>(size.height());
-    QByteArray page, region;
-    for (const quint32 number : {width, height, 0U, 0U})
-        appendNumber(page, number, 4);
-    page.append(QByteArray("\0\0\0", 3));
-    for (const quint32 number : {width, height, 0U, 0U})
-        appendNumber(region, number, 4);
-    region.append(QByteArray("\0\x01", 2)); // combined by OR; MMR
-    region += group4Bytes(rows, size);
-    QByteArray bytes;
-    appendSegment(bytes, 0, 48, page);
-    appendSegment(bytes, 1, 38, region);
+    QByteArray page, region, bytes;
+    QDataStream(&page, QIODevice::WriteOnly) << width << height << 0U << 0U << quint8(0) << quint16(0);
+    QDataStream(&region, QIODevice::WriteOnly) << width << height << 0U << 0U << quint16(1); // OR; MMR
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    addSegment(out, 0, 48, page);
+    addSegment(out, 1, 38, region + group4Bytes(rows, size));
     return bytes;
 }
 
-QByteArray jpegBytes(const QByteArray& samples, QSize size, int channels, InkMarker marker)
+QByteArray jpegBytes(const QByteArray& samples, QSize size, int channels, JpegStyle style)
 {
-    return encodedBy(samples, size, channels, [&](jpeg_compress_struct& codec) {
-        if (channels == 4)
-            codec.write_Adobe_marker = marker == InkMarker::Set;
-    });
-}
-
-QByteArray plainRgbJpeg(const QByteArray& samples, QSize size)
-{
-    return encodedBy(samples, size, 3, [](jpeg_compress_struct& codec) {
-        jpeg_set_colorspace(&codec, JCS_RGB);
-        codec.write_Adobe_marker = FALSE;
-        for (int i = 0; i < 3; ++i)
-            codec.comp_info[i].component_id = i + 1; // not the letters by which decoders would know it
-    });
-}
-
-QByteArray ycckJpeg(const QByteArray& samples, QSize size)
-{
-    return encodedBy(samples, size, 4,
-                     [](jpeg_compress_struct& codec) { jpeg_set_colorspace(&codec, JCS_YCCK); });
+    jpeg_compress_struct codec{};
+    jpeg_error_mgr errors{};
+    codec.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&codec);
+    unsigned char* bytes = nullptr;
+    unsigned long count = 0;
+    jpeg_mem_dest(&codec, &bytes, &count);
+    codec.image_width = static_cast<unsigned>(size.width());
+    codec.image_height = static_cast<unsigned>(size.height());
+    codec.input_components = channels;
+    codec.in_color_space = channels == 1 ? JCS_GRAYSCALE : channels == 3 ? JCS_RGB : JCS_CMYK;
+    jpeg_set_defaults(&codec);
+    jpeg_set_quality(&codec, 95, TRUE);
+    setStyle(codec, style);
+    jpeg_start_compress(&codec, TRUE);
+    QByteArray copy = samples;
+    for (auto row = reinterpret_cast<JSAMPROW>(copy.data()); codec.next_scanline < codec.image_height;
+         row += channels * size.width())
+        jpeg_write_scanlines(&codec, &row, 1);
+    jpeg_finish_compress(&codec);
+    jpeg_destroy_compress(&codec);
+    const std::unique_ptr<unsigned char, decltype(&std::free)> owner(bytes, &std::free);
+    return QByteArray(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(count));
 }
 
 QByteArray invertedBytes(QByteArray bytes)

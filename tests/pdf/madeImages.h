@@ -15,20 +15,20 @@ QByteArray deflatedBytes(const QByteArray& bytes);
 /// LZW without any gain: a clear code stands before the codes grow to ten bits.
 QByteArray lzwBytes(const QByteArray& bytes);
 QByteArray runLengthBytes(const QByteArray& bytes);
-QByteArray hexBytes(const QByteArray& bytes);
 /// CCITT Group 4 of packed one-bit rows, 0 being black.
 QByteArray group4Bytes(const QByteArray& rows, QSize size);
 /// The same as the one region of an embedded JBIG2 stream.
 QByteArray jbig2Bytes(const QByteArray& rows, QSize size);
 
-enum class InkMarker { None, Set };
+enum class JpegStyle {
+    Usual,      ///< grey, YCbCr, inks as they are without a marker
+    MarkedInks, ///< by Adobe's marker
+    PlainRgb,   ///< without any conversion, and nothing says so
+    Ycck        ///< with the marker
+};
 
-/// A JPEG at quality 95 of samples with 1, 3 or 4 channels: grey, YCbCr, inks as they are. The marker: Adobe's.
-QByteArray jpegBytes(const QByteArray& samples, QSize size, int channels, InkMarker marker = InkMarker::None);
-/// Three channels without any conversion and without a marker that says so.
-QByteArray plainRgbJpeg(const QByteArray& samples, QSize size);
-/// Four channels as YCCK with the marker.
-QByteArray ycckJpeg(const QByteArray& samples, QSize size);
+/// A JPEG at quality 95 of samples with 1, 3 or 4 channels.
+QByteArray jpegBytes(const QByteArray& samples, QSize size, int channels, JpegStyle style = JpegStyle::Usual);
 
 QByteArray invertedBytes(QByteArray bytes);
 

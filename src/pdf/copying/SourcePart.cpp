@@ -66,19 +66,10 @@ SourcePart::SourcePart(ObjectCopier pagesCopier, DocumentData& source,
 {
     m_rounds.emplace_back(std::move(pagesCopier));
     sortIntoRounds(pages);
-    m_isComplete = m_rounds.front().pages.size() == source.pages.size();
-    const bool isWhole = company == Company::Alone && m_isComplete && m_rounds.size() == 1;
-    m_rules.emplace(
-        source, copier(), isWhole ? TravelRules::Structure::Carried : TravelRules::Structure::Dropped,
-        m_isComplete ? TravelRules::Resources::AsTheyAre : TravelRules::Resources::Pruned, company);
-    for (Round& round : m_rounds)
-        round.copier.setRules(*m_rules);
-
-    buryLeftOut();
-    for (Round& round : m_rounds) {
-        buryDeadLinks(round);
-        buryLeftOutFields(round);
-    }
+    placePages();
+    shareBetweenRounds();
+    setRules(company);
+    buryWhatStaysBehind();
 }
 
 void SourcePart::sortIntoRounds(const std::vector<PagePlacement>& pages)
@@ -91,10 +82,6 @@ void SourcePart::sortIntoRounds(const std::vector<PagePlacement>& pages)
         for (QPDFObjectHandle& annotation : annotationsOf(m_source.pages[number]))
             round.annotations.push_back(std::move(annotation));
     }
-    for (const PagePlacement& page : m_rounds.front().pages)
-        copier().place(m_source.pages[static_cast<size_t>(page.sourcePage)].getObjGen(), page.target);
-    for (auto round = std::next(m_rounds.begin()); round != m_rounds.end(); ++round)
-        shareAllButOwn(*round);
 }
 
 SourcePart::Round& SourcePart::roundFor(size_t repetition)
@@ -104,19 +91,53 @@ SourcePart::Round& SourcePart::roundFor(size_t repetition)
     return *std::next(m_rounds.begin(), static_cast<std::ptrdiff_t>(repetition));
 }
 
-void SourcePart::shareAllButOwn(Round& round)
+void SourcePart::placePages()
 {
-    ObjGenSet own = idsOf(round.annotations);
-    for (const FormTree::Node& node : m_source.form().nodes)
-        own.insert(node.field.getObjGen());
-    round.copier = ObjectCopier(copier(), [own = std::move(own)](const QPDFObjectHandle& object) {
-        return !own.count(object.getObjGen());
-    });
+    for (const PagePlacement& page : m_rounds.front().pages)
+        copier().place(m_source.pages[static_cast<size_t>(page.sourcePage)].getObjGen(), page.target);
 }
 
-void SourcePart::buryLeftOut()
+/// The later rounds leave to the first one all that is not their own.
+void SourcePart::shareBetweenRounds()
 {
-    if (m_isComplete)
+    for (auto round = std::next(m_rounds.begin()); round != m_rounds.end(); ++round) {
+        ObjGenSet own = idsOf(round->annotations);
+        for (const FormTree::Node& node : m_source.form().nodes)
+            own.insert(node.field.getObjGen());
+        round->copier = ObjectCopier(copier(), [own = std::move(own)](const QPDFObjectHandle& object) {
+            return !own.count(object.getObjGen());
+        });
+    }
+}
+
+void SourcePart::setRules(Company company)
+{
+    const bool isWhole = company == Company::Alone && isComplete() && m_rounds.size() == 1;
+    m_rules.emplace(
+        m_source, copier(), isWhole ? TravelRules::Structure::Carried : TravelRules::Structure::Dropped,
+        isComplete() ? TravelRules::Resources::AsTheyAre : TravelRules::Resources::Pruned, company);
+    for (Round& round : m_rounds)
+        round.copier.setRules(*m_rules);
+}
+
+/// Pages first: a link is dead where its page is buried.
+void SourcePart::buryWhatStaysBehind()
+{
+    buryLeftOutPages();
+    for (Round& round : m_rounds) {
+        buryDeadLinks(round);
+        buryLeftOutFields(round);
+    }
+}
+
+bool SourcePart::isComplete() const
+{
+    return m_rounds.front().pages.size() == m_source.pages.size();
+}
+
+void SourcePart::buryLeftOutPages()
+{
+    if (isComplete())
         return;
     const ObjGenSet onKeptPages = idsOf(m_rounds.front().annotations);
     for (const QPDFObjectHandle& page : m_source.pages) {
@@ -132,7 +153,7 @@ void SourcePart::buryLeftOut()
 
 bool SourcePart::isDeadLink(QPDFObjectHandle annotation) const
 {
-    if (m_isComplete || !annotation.getKey("/Subtype").isNameAndEquals("/Link"))
+    if (isComplete() || !annotation.getKey("/Subtype").isNameAndEquals("/Link"))
         return false;
     QPDFObjectHandle destination = TravelRules::destinationOf(annotation);
     return !destination.isNull() && m_rules->isGone(destination);
@@ -151,7 +172,7 @@ void SourcePart::buryDeadLinks(Round& round)
 void SourcePart::buryLeftOutFields(Round& round)
 {
     const std::vector<FormTree::Node>& nodes = m_source.form().nodes;
-    const bool keepsAll = m_isComplete && &round == &m_rounds.front();
+    const bool keepsAll = isComplete() && &round == &m_rounds.front();
     if (keepsAll) {
         round.keptFields.resize(nodes.size());
         std::iota(round.keptFields.begin(), round.keptFields.end(), size_t{0});

@@ -48,7 +48,7 @@ public:
     /// The first part of its source.
     bool isOriginal() const { return m_isOriginal; }
     /// No page of the source is left out.
-    bool isComplete() const { return m_isComplete; }
+    bool isComplete() const;
     /// The new document has the pages of this source, each once, and no others.
     bool isWhole() const { return m_rules->carriesStructure(); }
 
@@ -61,8 +61,11 @@ private:
 
     void sortIntoRounds(const std::vector<PagePlacement>& pages);
     Round& roundFor(size_t repetition);
-    void shareAllButOwn(Round& round);
-    void buryLeftOut();
+    void placePages();
+    void shareBetweenRounds();
+    void setRules(Company company);
+    void buryWhatStaysBehind();
+    void buryLeftOutPages();
     bool isDeadLink(QPDFObjectHandle annotation) const;
     void buryDeadLinks(Round& round);
     void buryLeftOutFields(Round& round);
@@ -72,7 +75,6 @@ private:
     DocumentData& m_source;
     std::list<Round> m_rounds; // a list: copiers of later rounds refer to the first one
     bool m_isOriginal;
-    bool m_isComplete = false;
     std::optional<TravelRules> m_rules;
 };
 

@@ -9,7 +9,7 @@ namespace folvane::pdf {
 /// and the links of that part follow.
 class NamedDestinations {
 public:
-    /// Decides all names; call before anything of the parts is copied.
+    /// Decides all names, before anything of the parts is copied.
     explicit NamedDestinations(std::list<SourcePart>& parts);
 
     /// Copies the destinations into the catalogue of the new document; call after the pages.

@@ -3,6 +3,7 @@
 #include "pdf/images/decodingMemory.h"
 #include "pdf/images/imageUses.h"
 #include "pdf/images/inlineImages.h"
+#include "pdf/structure/imagePage.h"
 #include "platform/tasks/Cancelled.h"
 
 #include <cmath>
@@ -27,7 +28,7 @@ QPDFObjectHandle newSpace(SpaceAfter space, QPDFObjectHandle base, int channels)
 {
     if (space == SpaceAfter::Base)
         return base.isIndirect() ? base : base.shallowCopy();
-    return QPDFObjectHandle::newName(channels == 1 ? "/DeviceGray" : "/DeviceRGB");
+    return deviceSpace(channels);
 }
 
 void store(QPDFObjectHandle stream, SpaceAfter space, QPDFObjectHandle base, const RecodedImage& image)

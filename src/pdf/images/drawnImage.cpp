@@ -2,6 +2,8 @@
 
 #include "pdf/copying/ObjectCopier.h"
 #include "pdf/drawing/PageRasteriser.h"
+#include "pdf/structure/emptyDocument.h"
+#include "pdf/structure/imagePage.h"
 #include "platform/tasks/Cancelled.h"
 
 namespace folvane::pdf {
@@ -34,16 +36,6 @@ QPDFObjectHandle copiedImage(QPDF& target, QPDFObjectHandle stream, const char* 
         to.removeKey("/Decode");
     }
     return image;
-}
-
-void addPage(QPDF& target, QPDFObjectHandle image, QSize size)
-{
-    const std::string width = std::to_string(size.width()), height = std::to_string(size.height());
-    QPDFObjectHandle page = QPDFObjectHandle::parse(
-        "<< /Type /Page /Resources << /XObject << >> >> /MediaBox [0 0 " + width + " " + height + "] >>");
-    page.getKey("/Resources").getKey("/XObject").replaceKey("/Im0", image);
-    page.replaceKey("/Contents", target.newStream(width + " 0 0 " + height + " 0 0 cm /Im0 Do"));
-    target.addPage(target.makeIndirectObject(page), false);
 }
 
 bool isGrey(const QImage& image)
@@ -79,12 +71,10 @@ ImageSamples samplesOf(const QImage& image, int channels)
 QByteArray documentOfImage(QPDFObjectHandle stream, QSize size, const char* space, const QByteArray& bytes,
                            const std::stop_token& stop)
 {
-    QPDF target;
-    target.emptyPDF();
-    target.setSuppressWarnings(true);
-    addPage(target, copiedImage(target, stream, space, bytes), size);
+    const std::shared_ptr<QPDF> target = emptyDocument();
+    addImagePage(*target, copiedImage(*target, stream, space, bytes), size);
     throwIfStopped(stop);
-    QPDFWriter writer(target);
+    QPDFWriter writer(*target);
     writer.setOutputMemory();
     writer.setDeterministicID(true); // equal images must give equal documents: caches go by them
     writer.write();

@@ -1,11 +1,8 @@
 #include "pdf/structure/DocumentData.h"
 
-#include "pdf/drawing/PageRasteriser.h"
 #include "pdf/structure/pageTree.h"
 
 namespace folvane::pdf {
-
-DocumentData::~DocumentData() = default;
 
 const DestinationTable& DocumentData::destinations()
 {

@@ -7,17 +7,13 @@
 
 #include <QByteArray>
 
-#include <chrono>
-#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
 
 namespace folvane::pdf {
 
-class PageRasteriser;
-
-/// What stands behind a Document: the parsed file and what was learnt about it. Inside this folder only.
+/// What stands behind a Document: the parsed file and what was learnt about it.
 struct DocumentData {
     std::shared_ptr<const SourceFile> file; ///< null for a document made in memory
     QByteArray bytes;                       ///< what `qpdf` reads when it does not read the file itself
@@ -27,13 +23,8 @@ struct DocumentData {
     bool attachmentsAreLocked = false; ///< the one thing for which the password is missing
     bool readsFileAsItIs = false; ///< not encrypted, repaired or made: other readers see the same in the file
 
-    std::unique_ptr<PageRasteriser> rasteriser;              ///< made at the first drawing
-    bool cannotBeDrawn = false;                              ///< trying again would fail again
-    std::map<int, std::chrono::milliseconds> notDrawnWithin; ///< by page: trying again with no more time, too
-    std::optional<DestinationTable> destinationTable;        ///< read at the first build
-    std::optional<FormTree> formTree;                        ///< read at the first build
-
-    ~DocumentData();
+    std::optional<DestinationTable> destinationTable; ///< read at the first build
+    std::optional<FormTree> formTree;                 ///< read at the first build
 
     QPDFObjectHandle catalogue() { return qpdf->getRoot(); }
     const DestinationTable& destinations();

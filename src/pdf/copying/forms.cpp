@@ -1,9 +1,12 @@
-#include "pdf/copying/FormMerger.h"
+#include "pdf/copying/forms.h"
 
+#include "pdf/copying/FreeNames.h"
 #include "pdf/copying/defaultAppearance.h"
 #include "pdf/structure/DocumentData.h"
+#include "platform/tasks/Cancelled.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 namespace folvane::pdf {
@@ -58,7 +61,63 @@ std::map<std::string, std::string> mergeEntries(QPDFObjectHandle into, QPDFObjec
     return renamed;
 }
 
-} // namespace
+void append(QPDFObjectHandle list, const std::vector<QPDFObjectHandle>& items)
+{
+    for (const QPDFObjectHandle& item : items)
+        list.appendItem(item);
+}
+
+struct CopiedFields {
+    std::vector<QPDFObjectHandle> all;
+    std::vector<QPDFObjectHandle> topLevel;
+};
+
+CopiedFields copiedFields(SourcePart& part, SourcePart::Round& round)
+{
+    const std::vector<FormTree::Node>& nodes = part.source().form().nodes;
+    CopiedFields fields;
+    for (const size_t i : round.keptFields) {
+        QPDFObjectHandle copied = round.copier.copy(nodes[i].field);
+        if (copied.isNull())
+            continue;
+        fields.all.push_back(copied);
+        if (nodes[i].parent < 0)
+            fields.topLevel.push_back(copied);
+    }
+    round.copier.drain();
+    return fields;
+}
+
+/// The fields that are computed from others, in the order in which that is done.
+std::vector<QPDFObjectHandle> copiedCalculations(QPDFObjectHandle form, SourcePart::Round& round)
+{
+    QPDFObjectHandle order = form.getKey("/CO");
+    return order.isArray() ? round.copier.copyList(order).getArrayAsVector()
+                           : std::vector<QPDFObjectHandle>();
+}
+
+class FormMerger {
+public:
+    void add(SourcePart& part);
+    QPDFObjectHandle form();
+
+private:
+    using NameMap = std::map<std::string, std::string>;
+
+    void addRound(SourcePart& part, SourcePart::Round& round);
+    void renameClashing(const std::vector<QPDFObjectHandle>& topLevel);
+    NameMap mergeDefaultResources(SourcePart::Round& round, QPDFObjectHandle resources);
+    void takeDefaults(SourcePart::Round& round, QPDFObjectHandle form,
+                      const std::vector<QPDFObjectHandle>& topLevel, const NameMap& newFonts);
+
+    QPDFObjectHandle m_form = QPDFObjectHandle::newDictionary();
+    QPDFObjectHandle m_fields = QPDFObjectHandle::newArray();
+    QPDFObjectHandle m_calculationOrder = QPDFObjectHandle::newArray();
+    std::set<std::string> m_names;
+    FreeNames m_freeFields;
+    FreeNames m_freeResources;
+    bool m_isNeeded = false;
+};
 
 void FormMerger::add(SourcePart& part)
 {
@@ -72,31 +131,15 @@ void FormMerger::addRound(SourcePart& part, SourcePart::Round& round)
 {
     if (round.keptFields.empty() && !hasWidgets(round))
         return;
-    const std::vector<FormTree::Node>& nodes = part.source().form().nodes;
-    std::vector<QPDFObjectHandle> fields;
-    std::vector<QPDFObjectHandle> topLevel;
-    for (const size_t i : round.keptFields) {
-        QPDFObjectHandle copied = round.copier.copy(nodes[i].field);
-        if (copied.isNull())
-            continue;
-        fields.push_back(copied);
-        if (nodes[i].parent < 0)
-            topLevel.push_back(copied);
-    }
-    round.copier.drain();
-
     QPDFObjectHandle form = part.source().catalogue().getKey("/AcroForm");
+    const CopiedFields fields = copiedFields(part, round);
     const NameMap newFonts = mergeDefaultResources(round, form.getKey("/DR"));
-    for (const QPDFObjectHandle& field : fields)
+    for (const QPDFObjectHandle& field : fields.all)
         renameFonts(field, newFonts);
-    takeDefaults(round, form, topLevel, newFonts);
-    renameClashing(topLevel);
-    for (const QPDFObjectHandle& field : topLevel)
-        m_fields.appendItem(field);
-    if (QPDFObjectHandle order = form.getKey("/CO"); order.isArray()) {
-        for (QPDFObjectHandle& field : round.copier.copyList(order).getArrayAsVector())
-            m_calculationOrder.appendItem(field);
-    }
+    takeDefaults(round, form, fields.topLevel, newFonts);
+    renameClashing(fields.topLevel);
+    append(m_fields, fields.topLevel);
+    append(m_calculationOrder, copiedCalculations(form, round));
     round.copier.drain();
 }
 
@@ -169,6 +212,7 @@ void FormMerger::takeDefaults(SourcePart::Round& round, QPDFObjectHandle form,
         m_form.replaceKey("/NeedAppearances", QPDFObjectHandle::newBool(true));
 }
 
+/// Null when no page has anything of a form.
 QPDFObjectHandle FormMerger::form()
 {
     if (!m_isNeeded)
@@ -176,7 +220,20 @@ QPDFObjectHandle FormMerger::form()
     m_form.replaceKey("/Fields", m_fields);
     if (m_calculationOrder.getArrayNItems() > 0)
         m_form.replaceKey("/CO", m_calculationOrder);
-    return m_target.makeIndirectObject(m_form);
+    return m_form;
+}
+
+} // namespace
+
+QPDFObjectHandle joinedForms(QPDF& target, std::list<SourcePart>& parts, const std::stop_token& stop)
+{
+    FormMerger merger;
+    for (SourcePart& part : parts) {
+        throwIfStopped(stop);
+        merger.add(part);
+    }
+    QPDFObjectHandle form = merger.form();
+    return form.isNull() ? form : target.makeIndirectObject(form);
 }
 
 } // namespace folvane::pdf
