@@ -3,7 +3,6 @@
 #include "documents/pageLists.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace folvane {
 
@@ -19,11 +18,6 @@ AppModel::AppModel(Services services, QObject* parent)
 AppModel::~AppModel()
 {
     m_end.request_stop();
-    m_toastTimer.request_stop();
-    if (busy.value())
-        busy.value()->task.request_stop();
-    for (PasswordQuestion& question : std::exchange(m_questions, {}))
-        question.answer.give(std::nullopt);
 }
 
 OpenFilePtr AppModel::file(const QUuid& id) const
@@ -39,6 +33,15 @@ QSet<QUrl> AppModel::sourcesOfPages() const
     for (const OpenFilePtr& file : files.value())
         urls.unite(sourcesOf(file->pages));
     return urls;
+}
+
+// The sources of rows that left the list are let go of, unless a document needs them.
+void AppModel::followMerge()
+{
+    m_mergeSources.clear();
+    for (const MergeItem& item : merge.items.value())
+        m_mergeSources.unite(sourcesOf(item.pages));
+    m_sources->releaseUnused();
 }
 
 Sources::Hold AppModel::keepSources(const std::vector<PageItem>& pages)

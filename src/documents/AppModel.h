@@ -1,61 +1,23 @@
 #pragma once
 
+#include "documents/JobRunner.h"
 #include "documents/MergeModel.h"
 #include "documents/OpenFile.h"
+#include "documents/PasswordQuestions.h"
+#include "documents/Services.h"
 #include "documents/Sources.h"
+#include "documents/Toaster.h"
+#include "documents/fileNames.h"
 #include "engine/Thumbnails.h"
 #include "platform/desktop/Panels.h"
-#include "platform/tasks/Answer.h"
 #include "records/BuildPlan.h"
-#include "records/BusyState.h"
 #include "records/Destination.h"
 #include "records/FileSheet.h"
-#include "records/PasswordRequest.h"
-#include "records/Toast.h"
+#include "records/QuitQuestion.h"
 
-#include <QCoroTask>
-
-#include <QByteArray>
-#include <QList>
 #include <QObject>
-#include <QProperty>
-#include <QSet>
-#include <QStringList>
-
-#include <chrono>
-#include <deque>
-#include <functional>
-#include <memory>
-#include <optional>
-#include <stop_token>
-#include <vector>
 
 namespace folvane {
-
-class Clock;
-class PDFEngine;
-class Preferences;
-class Workspace;
-
-using OpenFilePtr = std::shared_ptr<OpenFile>;
-
-/// What the model needs from outside; all must outlive it.
-struct Services {
-    PDFEngine& engine;
-    Panels& panels;
-    Preferences& preferences;
-    Workspace& workspace;
-    Clock& clock;
-};
-
-/// The question that quitting asks when changes would be lost.
-struct QuitQuestion {
-    QString title;
-    QString text;
-    QStringList names; ///< the edited documents, oldest first
-
-    bool operator==(const QuitQuestion&) const = default;
-};
 
 /// The state of the whole program and every action on it: one instance, on the interface thread. Views read
 /// the observed fields and call the operations; sheets, alerts, the toast and the overlay show because a
@@ -64,17 +26,8 @@ class AppModel : public QObject {
     Q_OBJECT
 
 public:
-    using Job = std::function<QCoro::Task<>(std::stop_token)>;
     using Action = std::function<void()>;
-    struct FileName {
-        QString name;      ///< without its ending
-        QString extension; ///< without the dot
-    };
     using MakeFile = std::function<QCoro::Task<QByteArray>(int index, std::stop_token)>;
-    struct Loaded {
-        int pageCount;
-        std::optional<QString> password;
-    };
 
     explicit AppModel(Services services, QObject* parent = nullptr);
     ~AppModel() override;
@@ -94,11 +47,8 @@ public:
 
     // opening.cpp
     QCoro::Task<> open(QList<QUrl> urls, std::optional<Tool> tool = std::nullopt);
-    /// Opens one PDF with as many password rounds as the user wants. None: nothing was opened, and a failure
-    /// has been reported.
-    QCoro::Task<std::optional<Loaded>> load(QUrl url);
     /// None means Cancel. Without a question it does nothing.
-    void answerPassword(std::optional<QString> password);
+    void answerPassword(std::optional<QString> password) { m_questions.answer(password); }
     QCoro::Task<QList<QUrl>> chooseFiles(bool multiple, QList<ContentType> types);
     /// The Open… command: asks for files and opens them.
     QCoro::Task<> chooseAndOpen();
@@ -113,27 +63,26 @@ public:
     bool dropPages(OpenFilePtr file, const QStringList& items, std::optional<QUuid> before);
     QCoro::Task<> insertPages(OpenFilePtr file, QList<QUrl> urls);
 
-    // saving.cpp
-    QCoro::Task<std::optional<QUrl>> chooseSaveURL(QString name, std::optional<QUrl> near);
-    QCoro::Task<std::optional<QUrl>> chooseFolder(std::optional<QUrl> near, QString prompt);
-    /// A write to `url` would destroy a source that open work depends on (links followed, also hard ones).
-    bool isInUse(const QUrl& url) const { return m_sources->isInUse(url); }
-    void run(QString title, Job work);
-    void write(BuildPlan plan, QUrl url, QString title, Action onSaved);
-    QCoro::Task<> save(QByteArray data, QString name, std::optional<QUrl> near);
-    QCoro::Task<> saveAs(OpenFilePtr file);
-    QCoro::Task<> extract(OpenFilePtr file);
-    QCoro::Task<> writeFiles(QList<FileName> items, std::optional<QUrl> near, QString prompt, QString title,
-                             MakeFile make);
-    void saved(QList<QUrl> urls);
-    void showToast(QString text, std::optional<QUrl> reveal = std::nullopt);
-
     // merging.cpp
     /// Adds the files one after the other. What is neither a PDF nor a picture is left out without a word.
     QCoro::Task<> addToMerge(QList<QUrl> urls);
     /// Asks for a place and writes all rows there as one PDF without a password. Fewer than two rows do nothing.
     QCoro::Task<> mergeFiles();
 
+    // saving.cpp
+    QCoro::Task<std::optional<QUrl>> chooseSaveURL(QString name, std::optional<QUrl> near);
+    QCoro::Task<std::optional<QUrl>> chooseFolder(std::optional<QUrl> near, QString prompt);
+    void run(QString title, Job work) { m_jobs.run(title, work); }
+    void write(BuildPlan plan, QUrl url, QString title, Action onSaved = [] {});
+    QCoro::Task<> save(QByteArray data, QString name, std::optional<QUrl> near);
+    QCoro::Task<> saveAs(OpenFilePtr file);
+    QCoro::Task<> extract(OpenFilePtr file);
+    QCoro::Task<> writeFiles(QList<FileName> items, std::optional<QUrl> near, QString prompt, QString title,
+                             MakeFile make);
+    void showToast(QString text, std::optional<QUrl> reveal = std::nullopt) { m_toaster.show(text, reveal); }
+
+    /// A write to `url` would destroy a source that open work depends on (links followed, also hard ones).
+    bool isInUse(const QUrl& url) const { return m_sources->isInUse(url); }
     /// While somebody has the result, the files that these pages point at stay open: for a job of several builds, whose
     /// document may be closed meanwhile.
     Sources::Hold keepSources(const std::vector<PageItem>& pages);
@@ -154,49 +103,31 @@ signals:
     void fileWritten(QUrl url);
 
 private:
-    struct PasswordQuestion {
-        PasswordRequest request;
-        QUrl url;
-        Answer<std::optional<QString>> answer;
-    };
+    enum class BadPictures { Tell, LeaveOut };
 
     QSet<QUrl> sourcesOfPages() const;
-
-    // opening.cpp
-    QString failureToOpen(const QUrl& url, const OpenResult& result, const QString& otherwise) const;
-    QCoro::Task<OpenFilePtr> openPdf(QUrl url);
-    QCoro::Task<OpenFilePtr> openPictures(QList<QUrl> urls);
-    OpenFilePtr openPdfAt(const QUrl& url) const;
-    OpenFilePtr add(OpenFilePtr file);
-    void show(const OpenFile& file, std::optional<Tool> tool);
-
-    // passwords.cpp
-    QCoro::Task<std::optional<QString>> askPassword(QUrl url, bool wasWrong);
-    QCoro::Task<> showNextQuestion();
-    void answerFirstQuestion(std::optional<QString> password);
-
-    // merging.cpp
-    QCoro::Task<int> pagesToMerge(QUrl url);
     void followMerge();
 
-    // pageEditing.cpp
-    QCoro::Task<std::vector<PageItem>> pagesToInsert(QUrl url);
+    // opening.cpp
+    QCoro::Task<std::vector<PageItem>> load(QUrl url, BadPictures bad);
+    QCoro::Task<std::vector<PageItem>> loadAll(QList<QUrl> urls, BadPictures bad);
+    QCoro::Task<OpenFilePtr> openPdf(QUrl url);
+    QCoro::Task<OpenFilePtr> openPictures(QList<QUrl> urls);
 
-    // saving.cpp, writingFiles.cpp, jobs.cpp, toasts.cpp
+    // saving.cpp, writingFiles.cpp
     bool refuseInUse(const QUrl& url);
     QCoro::Task<> buildAndWrite(BuildPlan plan, QUrl url, Action onSaved, std::stop_token stop);
     QCoro::Task<> writeOne(QByteArray data, QUrl url, Action onSaved, std::stop_token stop);
     QCoro::Task<> makeAndWrite(QList<FileName> items, QUrl folder, MakeFile make, std::stop_token stop);
-    QCoro::Task<> finish(Job work, std::stop_token stop);
-    QCoro::Task<> takeToastAway(std::chrono::milliseconds after, std::stop_token overtaken);
+    void saved(QList<QUrl> urls);
 
     Services m_services;
     Thumbnails m_thumbnails;
-    std::stop_source
-        m_end; ///< stopped by the destructor: a coroutine that goes on afterwards must not touch the model
+    std::stop_source m_end; ///< stopped first: a coroutine that goes on afterwards must not touch the model
     const std::shared_ptr<Sources> m_sources;
-    std::deque<PasswordQuestion> m_questions; ///< the first one is up, or about to be
-    std::stop_source m_toastTimer;
+    PasswordQuestions m_questions{passwordRequest, *m_sources};
+    Toaster m_toaster{toast, m_services.clock};
+    JobRunner m_jobs{{busy, errorMessage}};
     QSet<QUrl> m_mergeSources; ///< of the rows to merge, when they last changed
     QPropertyNotifier m_onMerge;
 };

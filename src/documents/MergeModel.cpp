@@ -22,9 +22,9 @@ void MergeModel::add(const OpenFile& file)
     append({.name = file.name, .pages = duplicates(file.pages), .url = file.url});
 }
 
-void MergeModel::add(const QUrl& url, int pageCount)
+void MergeModel::add(const QUrl& url, std::vector<PageItem> pages)
 {
-    append({.name = nameWithoutEnding(url), .pages = pagesOf(url, pageCount), .url = url});
+    append({.name = nameWithoutEnding(url), .pages = std::move(pages), .url = url});
 }
 
 void MergeModel::append(MergeItem item)

@@ -21,7 +21,7 @@ public:
     /// The document as it is now: what is edited later does not reach the list.
     void add(const OpenFile& file);
     /// All pages of a file, untouched.
-    void add(const QUrl& url, int pageCount);
+    void add(const QUrl& url, std::vector<PageItem> pages);
     /// Puts the rows at these positions, in their order, in front of the row that is at `to` now; the number of rows is
     /// the end.
     void move(const QSet<int>& from, int to);

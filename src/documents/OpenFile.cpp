@@ -1,6 +1,7 @@
 #include "documents/OpenFile.h"
 
 #include "documents/fileNames.h"
+#include "documents/pageLists.h"
 
 #include <algorithm>
 #include <iterator>
@@ -35,9 +36,7 @@ std::vector<PageItem> OpenFile::selectedPages() const
 
 QList<int> OpenFile::selectedPositions() const
 {
-    QSet<QUuid> ids;
-    for (const PageItem& page : selectedPages())
-        ids.insert(page.id);
+    const QSet<QUuid> ids = idsOf(selectedPages());
     QList<int> positions;
     int position = 0;
     for (const PageItem& page : pages.value()) {
@@ -50,12 +49,12 @@ QList<int> OpenFile::selectedPositions() const
 
 QSet<QUuid> OpenFile::targetIDs() const
 {
-    if (!selection.value().isEmpty())
-        return selection;
-    QSet<QUuid> ids;
-    for (const PageItem& page : pages.value())
-        ids.insert(page.id);
-    return ids;
+    return selection.value().isEmpty() ? idsOf(pages) : selection.value();
+}
+
+QSet<QUuid> OpenFile::groupOf(const QUuid& page) const
+{
+    return selection.value().contains(page) ? selection.value() : QSet<QUuid>{page};
 }
 
 } // namespace folvane

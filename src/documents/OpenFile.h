@@ -8,6 +8,7 @@
 #include <QUrl>
 #include <QUuid>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -39,6 +40,10 @@ public:
     QList<int> selectedPositions() const;
     /// The ids that a command of the top bar takes: the selection, or all pages when there is none.
     QSet<QUuid> targetIDs() const;
+    /// The ids that a gesture on this page takes: the selection when the page is in it, else the page alone.
+    QSet<QUuid> groupOf(const QUuid& page) const;
 };
+
+using OpenFilePtr = std::shared_ptr<OpenFile>;
 
 } // namespace folvane

@@ -64,12 +64,6 @@ std::optional<PageRange> range(QStringView piece, int count)
     return range;
 }
 
-QString describe(PageRange range)
-{
-    const QString first = QString::number(range.first);
-    return range.last == range.first ? first : first + u'-' + QString::number(range.last);
-}
-
 } // namespace
 
 std::optional<QList<PageRange>> parse(const QString& text, int count)
@@ -86,6 +80,12 @@ std::optional<QList<PageRange>> parse(const QString& text, int count)
     if (ranges.isEmpty())
         return std::nullopt;
     return ranges;
+}
+
+QString describe(PageRange range)
+{
+    const QString first = QString::number(range.first);
+    return range.last == range.first ? first : first + u'-' + QString::number(range.last);
 }
 
 QString describe(QList<int> pages)

@@ -28,6 +28,8 @@ namespace PageRanges {
 /// Blanks around pieces and numbers are ignored; a number is decimal digits, with or without "+" in front.
 std::optional<QList<PageRange>> parse(const QString& text, int count);
 
+/// "5", or "1-3".
+QString describe(PageRange range);
 /// The numbers as text in ascending order: 9, 1, 2, 3, 5, 8, 3 gives "1-3, 5, 8-9".
 QString describe(QList<int> pages);
 

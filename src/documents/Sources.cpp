@@ -22,6 +22,24 @@ QString resolvedPath(const QUrl& url)
 
 } // namespace
 
+class Sources::Held {
+public:
+    Held(std::weak_ptr<Sources> sources, QSet<QUrl> urls)
+        : m_sources(std::move(sources)), m_urls(std::move(urls))
+    {
+    }
+    ~Held()
+    {
+        if (const std::shared_ptr<Sources> sources = m_sources.lock())
+            sources->letGo(m_urls);
+    }
+    Q_DISABLE_COPY_MOVE(Held)
+
+private:
+    std::weak_ptr<Sources> m_sources;
+    QSet<QUrl> m_urls;
+};
+
 Sources::Sources(PDFEngine& engine, Thumbnails& thumbnails, Urls ofPages)
     : m_engine(engine), m_thumbnails(thumbnails), m_ofPages(std::move(ofPages))
 {
@@ -37,11 +55,7 @@ Sources::Hold Sources::hold(const QSet<QUrl>& urls)
     m_wereUnused.unite(urls - inUse());
     for (const QUrl& url : urls)
         ++m_holds[url];
-    const auto end = [weak = weak_from_this(), urls](const void*) {
-        if (const std::shared_ptr<Sources> self = weak.lock())
-            self->letGo(urls);
-    };
-    return Hold(this, end);
+    return std::make_shared<const Held>(weak_from_this(), urls);
 }
 
 void Sources::letGo(const QSet<QUrl>& urls)
@@ -50,7 +64,7 @@ void Sources::letGo(const QSet<QUrl>& urls)
         if (--m_holds[url] == 0)
             m_holds.remove(url);
     m_wereUnused.subtract(urls - inUse());
-    releaseUnused(urls);
+    releaseUnused();
 }
 
 QCoro::Task<OpenResult> Sources::open(QUrl url, std::optional<QString> password)
@@ -96,11 +110,14 @@ bool Sources::isInUse(const QUrl& target) const
 
 // Each request is in the engine's queue before this returns: an opening that comes later finds the source
 // gone and opens it anew, and one that came earlier holds it.
-void Sources::releaseUnused(const QSet<QUrl>& urls)
+void Sources::releaseUnused()
 {
-    for (const QUrl& url : urls - inUse())
-        if (m_opened.remove(url))
+    const QSet<QUrl> used = inUse();
+    for (const QUrl& url : m_opened.keys())
+        if (!used.contains(url)) {
+            m_opened.remove(url);
             spawn(m_engine.forget(url));
+        }
 }
 
 } // namespace folvane

@@ -25,7 +25,8 @@ class PDFEngine;
 class Sources : public std::enable_shared_from_this<Sources> {
 public:
     /// While a copy of it is somewhere, the sources are in use. May outlive all else.
-    using Hold = std::shared_ptr<const void>;
+    class Held;
+    using Hold = std::shared_ptr<const Held>;
     using Urls = std::function<QSet<QUrl>()>;
 
     /// `ofPages` are the sources of all pages that open documents and rows to merge have just now.
@@ -43,8 +44,8 @@ public:
     std::optional<QString> password(const QUrl& url) const { return m_opened.value(url).password; }
     /// A write to `target` would destroy a source that is in use (links followed, also hard ones).
     bool isInUse(const QUrl& target) const;
-    /// The engine lets go of those that were opened and that nobody uses any more.
-    void releaseUnused(const QSet<QUrl>& urls);
+    /// The engine lets go of those that nobody uses any more.
+    void releaseUnused();
 
 private:
     struct Opened {

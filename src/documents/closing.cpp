@@ -1,5 +1,4 @@
 #include "documents/AppModel.h"
-#include "documents/pageLists.h"
 #include "platform/texts/localeTexts.h"
 
 #include <algorithm>
@@ -28,7 +27,7 @@ void AppModel::close(OpenFilePtr file)
     if (destination.value() == Destination::file(file->id))
         destination = rest.isEmpty() ? Destination() : Destination::file(rest.last()->id);
     Qt::endPropertyUpdateGroup();
-    m_sources->releaseUnused(sourcesOf(file->pages));
+    m_sources->releaseUnused();
 }
 
 std::optional<QuitQuestion> AppModel::quitQuestion() const

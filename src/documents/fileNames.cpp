@@ -60,10 +60,10 @@ QString nameWithTail(const QString& base, const QString& tail)
 }
 
 // Put together by hand: a path that begins with a colon would be taken for one of the program's own resources.
-QUrl numberedFile(const QUrl& folder, const QString& name, const QString& extension, int count)
+QUrl numberedFile(const QUrl& folder, const FileName& file, int count)
 {
     const QString number = count > 1 ? u' ' + QString::number(count) : QString();
-    return QUrl::fromLocalFile(folder.toLocalFile() + u'/' + name + number + u'.' + extension);
+    return QUrl::fromLocalFile(folder.toLocalFile() + u'/' + file.name + number + u'.' + file.extension);
 }
 
 } // namespace folvane

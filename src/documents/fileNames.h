@@ -7,6 +7,11 @@ namespace folvane {
 
 // Names of files, as messages show them and as new files get them.
 
+struct FileName {
+    QString name;      ///< without its ending
+    QString extension; ///< without the dot
+};
+
 /// The last component of the path with its ending; of a folder too, with or without a slash behind it.
 QString lastPathComponent(const QUrl& url);
 /// "report" for report.pdf. The dot of a hidden file begins no ending.
@@ -21,6 +26,6 @@ QString nameWithTail(const QString& base, const QString& tail);
 /// How many bytes of UTF-8 such a name may have.
 qsizetype longestSuggestedName();
 /// "name.ext" in the folder for the count 1, then "name 2.ext", "name 3.ext" …
-QUrl numberedFile(const QUrl& folder, const QString& name, const QString& extension, int count);
+QUrl numberedFile(const QUrl& folder, const FileName& file, int count);
 
 } // namespace folvane

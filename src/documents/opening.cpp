@@ -37,6 +37,47 @@ QList<QUrl> sorted(const QList<QUrl>& urls)
     return result;
 }
 
+OpenFilePtr pdfAt(const QUrl& url, const QList<OpenFilePtr>& files)
+{
+    const auto found =
+        std::ranges::find_if(files, [&url](const OpenFilePtr& one) { return one->isPDF && one->url == url; });
+    return found == files.end() ? nullptr : *found;
+}
+
+OpenFilePtr added(AppModel& model, OpenFilePtr file)
+{
+    model.files = model.files.value() + QList<OpenFilePtr>{file};
+    return file;
+}
+
+void show(AppModel& model, const OpenFile& file, std::optional<Tool> tool)
+{
+    model.destination = Destination::file(file.id);
+    if (!tool)
+        return;
+    switch (*tool) {
+    case Tool::Sign: model.signingFileID = file.id; break;
+    case Tool::Split: model.sheet = FileSheet{FileSheet::Kind::Split, file.id}; break;
+    case Tool::Compress: model.sheet = FileSheet{FileSheet::Kind::Compress, file.id}; break;
+    }
+}
+
+// A file that the system could not read for want of something, or of a whole disk, is not called damaged.
+QString failureToOpen(const QUrl& url, FileKind kind, const OpenResult& result)
+{
+    const QString name = lastPathComponent(url);
+    switch (result.systemError) {
+    case EMFILE:
+    case ENFILE:
+    case ENOMEM:
+    case EIO: return AppModel::tr("“%1” can't be opened: %2.").arg(name, qt_error_string(result.systemError));
+    default: break;
+    }
+    return (kind == FileKind::Pdf ? AppModel::tr("“%1” can't be opened. It may be damaged or not a PDF.")
+                                  : AppModel::tr("“%1” can't be opened."))
+        .arg(name);
+}
+
 } // namespace
 
 QCoro::Task<> AppModel::open(QList<QUrl> urls, std::optional<Tool> tool)
@@ -59,101 +100,63 @@ QCoro::Task<> AppModel::open(QList<QUrl> urls, std::optional<Tool> tool)
         co_return;
     last = album ? album : last;
     if (last && file(last->id)) // it may have been closed while a later one was opening
-        show(*last, tool);
-}
-
-// A file that the system could not read for want of something, or of a whole disk, is not called damaged.
-QString AppModel::failureToOpen(const QUrl& url, const OpenResult& result, const QString& otherwise) const
-{
-    const QString name = lastPathComponent(url);
-    switch (result.systemError) {
-    case EMFILE:
-    case ENFILE:
-    case ENOMEM:
-    case EIO: return tr("“%1” can't be opened: %2.").arg(name, qt_error_string(result.systemError));
-    default: return otherwise.arg(name);
-    }
+        show(*this, *last, tool);
 }
 
 QCoro::Task<OpenFilePtr> AppModel::openPdf(QUrl url)
 {
-    if (const OpenFilePtr known = openPdfAt(url))
+    if (const OpenFilePtr known = pdfAt(url, files))
         co_return known;
     const std::stop_token ended = m_end.get_token();
     const Sources::Hold hold = m_sources->hold({url}); // until the document has it
-    const std::optional<Loaded> loaded = co_await load(url);
-    if (ended.stop_requested() || !loaded)
+    const std::vector<PageItem> pages = co_await load(url, BadPictures::Tell);
+    if (ended.stop_requested() || pages.empty())
         co_return OpenFilePtr();
-    if (const OpenFilePtr known = openPdfAt(url)) // another opening was quicker
+    if (const OpenFilePtr known = pdfAt(url, files)) // another opening was quicker
         co_return known;
-    co_return add(std::make_shared<OpenFile>(url, OpenFile::Origin::Pdf, pagesOf(url, loaded->pageCount),
-                                             loaded->password));
+    const std::optional<QString> password = m_sources->password(url);
+    co_return added(*this, std::make_shared<OpenFile>(url, OpenFile::Origin::Pdf, pages, password));
 }
 
 QCoro::Task<OpenFilePtr> AppModel::openPictures(QList<QUrl> urls)
 {
     const std::stop_token ended = m_end.get_token();
     const Sources::Hold hold = m_sources->hold({urls.begin(), urls.end()});
-    std::vector<PageItem> pages;
-    for (const QUrl& url : urls) {
-        const OpenResult result = co_await m_sources->open(url);
-        if (ended.stop_requested())
-            co_return OpenFilePtr();
-        if (result.kind == OpenResult::Kind::Opened)
-            pages.push_back(pagesOf(url, 1).front());
-        else
-            errorMessage = failureToOpen(url, result, tr("“%1” can't be opened."));
-    }
-    if (pages.empty())
+    const std::vector<PageItem> pages = co_await loadAll(urls, BadPictures::Tell);
+    if (ended.stop_requested() || pages.empty())
         co_return OpenFilePtr();
     const QUrl first = pages.front().source.url;
-    co_return add(std::make_shared<OpenFile>(first, OpenFile::Origin::Pictures, std::move(pages)));
+    co_return added(*this, std::make_shared<OpenFile>(first, OpenFile::Origin::Pictures, pages));
 }
 
-QCoro::Task<std::optional<AppModel::Loaded>> AppModel::load(QUrl url)
+// A PDF asks for its password, and says why it cannot be read.
+QCoro::Task<std::vector<PageItem>> AppModel::load(QUrl url, BadPictures bad)
+{
+    const FileKind kind = fileKind(url);
+    if (kind == FileKind::Other)
+        co_return std::vector<PageItem>();
+    const std::stop_token ended = m_end.get_token();
+    const OpenResult result = co_await m_questions.open(url);
+    if (ended.stop_requested() || result.kind == OpenResult::Kind::NeedsPassword)
+        co_return std::vector<PageItem>();
+    if (result.kind == OpenResult::Kind::Opened && result.pageCount > 0)
+        co_return pagesOf(url, result.pageCount);
+    if (kind == FileKind::Pdf || bad == BadPictures::Tell)
+        errorMessage = failureToOpen(url, kind, result);
+    co_return std::vector<PageItem>();
+}
+
+QCoro::Task<std::vector<PageItem>> AppModel::loadAll(QList<QUrl> urls, BadPictures bad)
 {
     const std::stop_token ended = m_end.get_token();
-    const Sources::Hold hold = m_sources->hold({url});
-    std::optional<QString> password;
-    OpenResult result = co_await m_sources->open(url);
-    while (!ended.stop_requested() && result.kind == OpenResult::Kind::NeedsPassword) {
-        password = co_await askPassword(url, password.has_value());
-        if (!password)
-            co_return std::nullopt;
-        result = co_await m_sources->open(url, password);
+    std::vector<PageItem> all;
+    for (const QUrl& url : urls) {
+        const std::vector<PageItem> pages = co_await load(url, bad);
+        if (ended.stop_requested())
+            break;
+        all.insert(all.end(), pages.begin(), pages.end());
     }
-    if (ended.stop_requested())
-        co_return std::nullopt;
-    if (result.kind == OpenResult::Kind::Opened && result.pageCount > 0)
-        co_return Loaded{result.pageCount, m_sources->password(url)};
-    errorMessage = failureToOpen(url, result, tr("“%1” can't be opened. It may be damaged or not a PDF."));
-    co_return std::nullopt;
-}
-
-OpenFilePtr AppModel::openPdfAt(const QUrl& url) const
-{
-    const QList<OpenFilePtr>& all = files.value();
-    const auto found =
-        std::ranges::find_if(all, [&url](const OpenFilePtr& one) { return one->isPDF && one->url == url; });
-    return found == all.end() ? nullptr : *found;
-}
-
-OpenFilePtr AppModel::add(OpenFilePtr file)
-{
-    files = files.value() + QList<OpenFilePtr>{file};
-    return file;
-}
-
-void AppModel::show(const OpenFile& file, std::optional<Tool> tool)
-{
-    destination = Destination::file(file.id);
-    if (!tool)
-        return;
-    switch (*tool) {
-    case Tool::Sign: signingFileID = file.id; break;
-    case Tool::Split: sheet = FileSheet{FileSheet::Kind::Split, file.id}; break;
-    case Tool::Compress: sheet = FileSheet{FileSheet::Kind::Compress, file.id}; break;
-    }
+    co_return all;
 }
 
 QCoro::Task<QList<QUrl>> AppModel::chooseFiles(bool multiple, QList<ContentType> types)

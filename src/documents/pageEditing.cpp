@@ -1,7 +1,6 @@
 #include "documents/AppModel.h"
 #include "documents/pageLists.h"
 #include "engine/PDFEngine.h"
-#include "platform/files/fileKind.h"
 #include "platform/tasks/spawn.h"
 
 #include <algorithm>
@@ -57,25 +56,14 @@ QCoro::Task<> measureAndTurn(PDFEngine& engine, OpenFilePtr file, QSet<QUuid> id
     land(*file, ids, quarters, sizes);
 }
 
-void insert(OpenFile& file, std::vector<PageItem> found)
+void insert(OpenFile& file, const std::vector<PageItem>& found)
 {
-    QSet<QUuid> ids;
-    for (const PageItem& page : found)
-        ids.insert(page.id);
     std::vector<PageItem> pages = file.pages;
     const auto place = pages.begin() + static_cast<std::ptrdiff_t>(insertionIndex(pages, file.selection));
-    pages.insert(place, std::make_move_iterator(found.begin()), std::make_move_iterator(found.end()));
+    pages.insert(place, found.begin(), found.end());
     file.pages = std::move(pages);
-    file.selection = std::move(ids);
+    file.selection = idsOf(found);
     file.isEdited = true;
-}
-
-/// The id that a dragged page carries as text.
-std::optional<QUuid> pageID(const QString& text)
-{
-    const QUuid id(text);
-    const bool isWhole = id.toString(QUuid::WithoutBraces).compare(text, Qt::CaseInsensitive) == 0;
-    return isWhole ? std::optional(id) : std::nullopt;
 }
 
 } // namespace
@@ -116,8 +104,7 @@ bool AppModel::dropPages(OpenFilePtr file, const QStringList& items, std::option
     const std::optional<QUuid> id = items.isEmpty() ? std::nullopt : pageID(items.first());
     if (!id)
         return false;
-    const QSet<QUuid> selected = file->selection;
-    move(file, selected.contains(*id) ? selected : QSet<QUuid>{*id}, before);
+    move(file, file->groupOf(*id), before);
     return true;
 }
 
@@ -125,34 +112,11 @@ QCoro::Task<> AppModel::insertPages(OpenFilePtr file, QList<QUrl> urls)
 {
     const std::stop_token ended = m_end.get_token();
     const Sources::Hold hold = m_sources->hold({urls.begin(), urls.end()});
-    std::vector<PageItem> found;
-    for (const QUrl& url : urls) {
-        const std::vector<PageItem> pages = co_await pagesToInsert(url);
-        if (ended.stop_requested())
-            co_return;
-        found.insert(found.end(), pages.begin(), pages.end());
-    }
+    const std::vector<PageItem> found = co_await loadAll(urls, BadPictures::LeaveOut);
+    if (ended.stop_requested())
+        co_return;
     if (!found.empty() && this->file(file->id)) // it may have been closed meanwhile
-        insert(*file, std::move(found));
-}
-
-QCoro::Task<std::vector<PageItem>> AppModel::pagesToInsert(QUrl url)
-{
-    std::vector<PageItem> pages;
-    switch (fileKind(url)) {
-    case FileKind::Pdf:
-        if (const std::optional<Loaded> loaded = co_await load(url))
-            pages = pagesOf(url, loaded->pageCount);
-        break;
-    case FileKind::Picture: {
-        const OpenResult result = co_await m_sources->open(url);
-        if (result.kind == OpenResult::Kind::Opened)
-            pages = pagesOf(url, 1);
-        break;
-    }
-    case FileKind::Other: break;
-    }
-    co_return pages;
+        insert(*file, found);
 }
 
 } // namespace folvane

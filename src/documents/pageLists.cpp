@@ -40,6 +40,21 @@ std::vector<PageItem> duplicates(const std::vector<PageItem>& pages)
     return copies;
 }
 
+QSet<QUuid> idsOf(const std::vector<PageItem>& pages)
+{
+    QSet<QUuid> ids;
+    for (const PageItem& page : pages)
+        ids.insert(page.id);
+    return ids;
+}
+
+std::optional<QUuid> pageID(const QString& text)
+{
+    const QUuid id(text);
+    const bool isWhole = id.toString(QUuid::WithoutBraces).compare(text, Qt::CaseInsensitive) == 0;
+    return isWhole && !id.isNull() ? std::optional(id) : std::nullopt;
+}
+
 QSet<QUrl> sourcesOf(const std::vector<PageItem>& pages)
 {
     QSet<QUrl> urls;

@@ -18,6 +18,11 @@ std::vector<PageItem> pagesOf(const QUrl& url, int pageCount);
 /// Each page through PageItem::duplicated().
 std::vector<PageItem> duplicates(const std::vector<PageItem>& pages);
 
+QSet<QUuid> idsOf(const std::vector<PageItem>& pages);
+
+/// The id that a dragged page carries as text; none when the text is no page's.
+std::optional<QUuid> pageID(const QString& text);
+
 /// The files that the pages point at.
 QSet<QUrl> sourcesOf(const std::vector<PageItem>& pages);
 

@@ -1,5 +1,5 @@
 #include "documents/AppModel.h"
-#include "documents/fileNames.h"
+#include "documents/buildPlans.h"
 #include "documents/pageLists.h"
 #include "documents/suggestedNames.h"
 #include "engine/PDFEngine.h"
@@ -28,14 +28,6 @@ QUrl withName(QUrl url, const QString& name)
 bool exists(const QUrl& url)
 {
     return QFileInfo::exists(url.toLocalFile());
-}
-
-BuildPlan copyOf(const OpenFile& file, std::vector<PageItem> pages)
-{
-    BuildPlan plan;
-    plan.pages = std::move(pages);
-    plan.password = file.password;
-    return plan;
 }
 
 } // namespace
@@ -118,7 +110,8 @@ QCoro::Task<> AppModel::saveAs(OpenFilePtr file)
     const std::optional<QUrl> url = co_await chooseSaveURL(suggestedName(*file), file->url);
     if (ended.stop_requested() || !url)
         co_return;
-    write(copyOf(*file, file->pages), *url, tr("Saving…"), [file] { file->isEdited = false; });
+    const BuildPlan plan = buildPlan(file->pages, file->password);
+    write(plan, *url, tr("Saving…"), [file] { file->isEdited = false; });
 }
 
 QCoro::Task<> AppModel::extract(OpenFilePtr file)
@@ -126,9 +119,8 @@ QCoro::Task<> AppModel::extract(OpenFilePtr file)
     const std::stop_token ended = m_end.get_token();
     const std::vector<PageItem> pages = duplicates(file->selectedPages());
     const std::optional<QUrl> url = co_await chooseSaveURL(suggestedExtractName(*file), file->url);
-    if (ended.stop_requested() || !url)
-        co_return;
-    write(copyOf(*file, pages), *url, tr("Saving…"), [] {});
+    if (!ended.stop_requested() && url)
+        write(buildPlan(pages, file->password), *url, tr("Saving…"));
 }
 
 void AppModel::saved(QList<QUrl> urls)

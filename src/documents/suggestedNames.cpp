@@ -44,10 +44,11 @@ QString suggestedName(const QString& name, const QString& words)
 
 QString suggestedExtractName(const OpenFile& file)
 {
-    const QString word = AppModel::tr("pages") + u' ';
-    const qsizetype room = longestSuggestedName() - (file.name + inBrackets(word)).toUtf8().size();
+    const QString words = AppModel::tr("pages %1");
+    const QString around = file.name + inBrackets(words.arg(QString()));
+    const qsizetype room = longestSuggestedName() - around.toUtf8().size();
     const QString list = cutTo(PageRanges::describe(file.selectedPositions()), std::max(room, leastForAList));
-    return suggestedName(file.name, word + list);
+    return suggestedName(file.name, words.arg(list));
 }
 
 } // namespace folvane

@@ -21,10 +21,10 @@ QCoro::Task<> AppModel::writeFiles(QList<FileName> items, std::optional<QUrl> ne
 namespace {
 
 /// Where it was written: at the first name that nothing has.
-QUrl writeUnderFreeName(const QUrl& folder, const AppModel::FileName& item, const QByteArray& data)
+QUrl writeUnderFreeName(const QUrl& folder, const FileName& item, const QByteArray& data)
 {
     for (int count = 1;; ++count) {
-        const QUrl target = numberedFile(folder, item.name, item.extension, count);
+        const QUrl target = numberedFile(folder, item, count);
         if (writeNewFile(target, data))
             return target;
     }

@@ -9,13 +9,9 @@
 #include "support/await.h"
 
 #include <QHash>
-#include <QSemaphore>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-#include <functional>
-#include <memory>
 
 namespace folvane {
 
@@ -28,7 +24,6 @@ protected:
     QUrl url(const QString& name) const { return QUrl::fromLocalFile(path(name)); }
     QUrl put(const QString& name, const QByteArray& bytes) const;
     QByteArray get(const QString& name) const;
-
     /// A PDF whose page n bears the text "name-n" ("name" without its ending); 600 by 800 points.
     QUrl putPdf(const QString& name, int pages) const;
     QUrl putLockedPdf(const QString& name, int pages, const QString& password) const;
@@ -40,6 +35,9 @@ protected:
     /// The answers that password questions get from now on, by file name, then Cancel. What was asked is in
     /// `questions`, with "!" behind the name where the answer before was wrong.
     void answerPasswords(const QHash<QString, QStringList>& answers);
+    /// Runs an operation that asks for a place, gives it this one, and waits for the job.
+    void saveTo(const QString& name, const std::function<QCoro::Task<>()>& operation);
+    void saveAs(const OpenFilePtr& file, const QString& name);
 
     /// Runs the event loop until it holds.
     void runUntil(const std::function<bool()>& holds) const;
@@ -64,32 +62,16 @@ private:
     QPropertyNotifier m_onQuestion;
 };
 
-/// While it lives, nothing is written: what the background is asked to do waits.
-class HeldBackground {
-public:
-    HeldBackground();
-    ~HeldBackground();
-    Q_DISABLE_COPY_MOVE(HeldBackground)
+const QString inUse =
+    QStringLiteral("“%1” is open in Folvane, so it can't be replaced. Save under another name.");
+const QString damaged = QStringLiteral("“%1” can't be opened. It may be damaged or not a PDF.");
 
-private:
-    std::shared_ptr<QSemaphore> m_gate = std::make_shared<QSemaphore>();
-};
-
-// What other programs see in a file.
-
-/// The texts of the pages, each in one piece, such as "a-1 a-2".
+/// What another program sees in a file: the texts of the pages in one piece, such as "a-1 a-2".
 QString textsIn(const QString& pdf, const QString& password = {});
-/// What `qpdf --check` has to complain about; nothing when it is sound.
-QString complaintsAbout(const QString& pdf, const QString& password = {});
-bool needsPassword(const QString& pdf);
 
 /// Document pages, as "a-1 a-2", by the source's name and the 1-based page in it.
 QString order(const OpenFile& file);
 /// Ids of the pages at 1-based positions.
 QSet<QUuid> at(const OpenFile& file, const QList<int>& positions);
-
-/// Runs the present test once more in a process of an ordinary user, whom permissions hold back, if this is
-/// the superuser. False: this is an ordinary user, and the test has to do its work.
-bool wasLeftToAnOrdinaryUser();
 
 } // namespace folvane

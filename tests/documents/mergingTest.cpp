@@ -1,7 +1,7 @@
 #include "documents/ModelTest.h"
 
-#include <QDir>
-#include <QFile>
+#include "documents/buildPlans.h"
+#include "documents/pageLists.h"
 
 namespace folvane {
 
@@ -20,10 +20,14 @@ protected:
     void add(const QList<QUrl>& urls) { await(model->addToMerge(urls)); }
     void mergeTo(const QString& name)
     {
-        panels.saveAnswers << url(name);
-        await(model->mergeFiles());
-        runUntilIdle();
+        saveTo(name, [this] { return model->mergeFiles(); });
     }
+};
+
+struct MoveCase {
+    QSet<int> from;
+    int to;
+    QString want;
 };
 
 } // namespace
@@ -32,96 +36,33 @@ TEST_F(Merging, JoinsDocumentsAsTheyWereAndFilesWhole)
 {
     const OpenFilePtr file = open({putPdf("a.pdf", 4)});
     model->turn(file, at(*file, {1}), true);
-    runUntil([&file] { return file->pages.value()[0].turn == 90; });
-    model->deletePages(file, at(*file, {2}));
-    model->move(file, at(*file, {3}), *at(*file, {1}).begin());
+    model->move(file, at(*file, {4}), *at(*file, {1}).begin());
     model->merge.add(*file);
     const std::vector<MergeItem> snapshot = model->merge.items.value();
-
     model->turn(file, at(*file, {2}), false);
-    runUntil([&file] { return file->pages.value()[1].turn == 0; });
     model->deletePages(file, at(*file, {1}));
     EXPECT_EQ(model->merge.items.value(), snapshot) << "later edits do not reach the list";
-    EXPECT_EQ(snapshot[0].pages[1].turn, 90);
 
-    add({putPicture("p.png"), putPdf("b.pdf", 2)});
-    EXPECT_EQ(rows(), "a:3 p:1 b:2");
-    EXPECT_EQ(model->merge.pageCount(), 6);
+    answerPasswords({{"b.pdf", {"wrong", "right"}}});
+    add({putPicture("p.png"), putLockedPdf("b.pdf", 2, "right"), url("b.pdf")});
+    EXPECT_EQ(rows(), "a:4 p:1 b:2 b:2");
+    EXPECT_EQ(model->merge.pageCount(), 9);
     mergeTo("out.pdf");
     EXPECT_EQ(std::get<SavePanel>(panels.asked.value(0)).name, "a (merged).pdf");
-    EXPECT_EQ(textsIn(path("out.pdf")), "a-4 a-1 a-3 b-1 b-2");
-    EXPECT_EQ(complaintsAbout(path("out.pdf")), "");
-    const OpenFilePtr merged = open({url("out.pdf")});
-    ASSERT_EQ(merged->pages.value().size(), 6U);
-    const QSizeF turned = await(engine.displaySize(merged->pages.value()[1].source, 0));
-    EXPECT_EQ(turned, QSizeF(800, 600));
-    EXPECT_EQ(rows(), "a:3 p:1 b:2") << "the list stays";
-    EXPECT_EQ(model->toast.value(), Toast({"Saved “out.pdf”", url("out.pdf")}));
-}
-
-TEST_F(Merging, TakesTheSameFileAsOftenAsItIsAdded)
-{
-    const OpenFilePtr file = open({putPdf("a.pdf", 2)});
-    model->merge.add(*file);
-    model->merge.add(*file);
-    add({url("a.pdf"), url("a.pdf")});
-    QSet<QUuid> ids;
-    for (const MergeItem& item : model->merge.items.value()) {
-        ids << item.id;
-        for (const PageItem& page : item.pages)
-            ids << page.id;
-    }
-    EXPECT_EQ(ids.size(), 4 + 8);
-    mergeTo("out.pdf");
-    EXPECT_EQ(textsIn(path("out.pdf")), "a-1 a-2 a-1 a-2 a-1 a-2 a-1 a-2");
-}
-
-TEST_F(Merging, AsksForPasswordsAndLocksNothing)
-{
-    answerPasswords({{"a.pdf", {"wrong", "right"}}});
-    add({putLockedPdf("a.pdf", 1, "right"), putLockedPdf("left out.pdf", 1, "x"), putPdf("c.pdf", 1)});
-    EXPECT_EQ(questions, QStringList({"a.pdf", "a.pdf!", "left out.pdf"}));
-    EXPECT_EQ(rows(), "a:1 c:1");
-    EXPECT_EQ(error(), "");
-    mergeTo("out.pdf");
-    EXPECT_FALSE(needsPassword(path("out.pdf")));
-    EXPECT_EQ(textsIn(path("out.pdf")), "a-1 c-1");
+    EXPECT_EQ(textsIn(path("out.pdf")), "a-4 a-1 a-2 a-3 b-1 b-2 b-1 b-2") << "without a password";
+    EXPECT_EQ(rows(), "a:4 p:1 b:2 b:2") << "the list stays";
 }
 
 TEST_F(Merging, LeavesOutWhatItCannotRead)
 {
-    put("notes.txt", "text");
-    put("broken.png", "no picture");
-    ASSERT_TRUE(QDir(m_folder.path()).mkdir("folder"));
-    add({url("notes.txt"), url("folder"), url("broken.png"), url("gone.jpg")});
+    answerPasswords({});
+    add({put("notes.txt", "text"), url("folder"), put("broken.png", "no picture"), url("gone.jpg")});
     EXPECT_EQ(error(), "");
-    add({put("broken.pdf", "no pdf"), putPdf("a.pdf", 1)});
-    EXPECT_EQ(error(), "“broken.pdf” can't be opened. It may be damaged or not a PDF.");
+    add({put("broken.pdf", "no pdf"), putLockedPdf("given up.pdf", 1, "x"), putPdf("a.pdf", 1)});
+    EXPECT_EQ(error(), damaged.arg("broken.pdf"));
     EXPECT_EQ(rows(), "a:1");
-}
-
-TEST_F(Merging, OfOneFileDoesNothing)
-{
-    add({putPdf("a.pdf", 1)});
     await(model->mergeFiles());
-    EXPECT_TRUE(panels.asked.isEmpty());
-    EXPECT_FALSE(model->busy.value());
-}
-
-TEST_F(Merging, RefusesToReplaceWhatItReads)
-{
-    add({putPdf("a.pdf", 1), putPdf("b.pdf", 1)});
-    const QByteArray before = get("b.pdf");
-    mergeTo("b.pdf");
-    EXPECT_EQ(error(), "“b.pdf” is open in Folvane, so it can't be replaced. Save under another name.");
-    EXPECT_EQ(get("b.pdf"), before);
-    model->errorMessage = std::nullopt;
-    const OpenFilePtr file = open({putPdf("c.pdf", 1)});
-    panels.saveAnswers << url("a.pdf");
-    await(model->saveAs(file));
-    EXPECT_EQ(error(), "“a.pdf” is open in Folvane, so it can't be replaced. Save under another name.");
-    model->merge.remove(model->merge.items.value()[1].id);
-    EXPECT_FALSE(model->isInUse(url("b.pdf")));
+    EXPECT_TRUE(panels.asked.isEmpty()) << "one row is nothing to merge";
 }
 
 TEST_F(Merging, KeepsSourcesOfClosedDocumentsUntilTheirRowGoes)
@@ -129,62 +70,40 @@ TEST_F(Merging, KeepsSourcesOfClosedDocumentsUntilTheirRowGoes)
     answerPasswords({{"a.pdf", {"right"}}});
     const OpenFilePtr file = open({putLockedPdf("a.pdf", 2, "right")});
     model->merge.add(*file);
-    add({putPdf("b.pdf", 1)});
     model->close(file);
-    drainEngine();
     EXPECT_TRUE(isHeld(url("a.pdf")));
-    mergeTo("out.pdf");
-    EXPECT_EQ(textsIn(path("out.pdf")), "a-1 a-2 b-1");
-    model->merge.clear();
-    drainEngine();
+    add({putPdf("b.pdf", 1)});
+    mergeTo("a.pdf");
+    EXPECT_EQ(error(), inUse.arg("a.pdf"));
+    model->merge.remove(model->merge.items.value()[0].id);
     EXPECT_FALSE(isHeld(url("a.pdf")));
+    EXPECT_FALSE(model->isInUse(url("a.pdf")));
 }
 
-TEST_F(Merging, AFullDiskIsTold)
+TEST(MergePlans, KeepEachRowADocumentOfItsOwn)
 {
-    ASSERT_TRUE(QFile::link("/dev/full", path("full.pdf")));
-    add({putPdf("a.pdf", 1), putPdf("b.pdf", 1)});
-    mergeTo("full.pdf");
-    EXPECT_EQ(error(), "No space left on device");
-    EXPECT_EQ(rows(), "a:1 b:1");
+    const std::vector<PageItem> pages = pagesOf(QUrl("file:///a.pdf"), 2);
+    const BuildPlan plan = mergePlan({{{}, "a", pages, {}}, {{}, "b", {pages[1]}, {}}, {{}, "a", pages, {}}});
+    EXPECT_EQ(plan.documentStarts, std::set<size_t>({0, 2, 3}));
+    EXPECT_EQ(idsOf(plan.pages).size(), 5) << "no page stands there twice";
+    EXPECT_EQ(plan.pages[2].source.index, 1);
 }
 
-TEST_F(Merging, ASourceThatWasCutIsTold)
+TEST(MergeModels, MoveRowsAndKeepTheOrderOfTheRest)
 {
-    add({putPdf("a.pdf", 1), putPdf("b.pdf", 1)});
-    ASSERT_TRUE(QFile::resize(path("b.pdf"), 100));
-    mergeTo("out.pdf");
-    EXPECT_EQ(error(), "A page of this file can't be read anymore. Open the file again.");
-    EXPECT_FALSE(QFile::exists(path("out.pdf")));
+    for (const auto& [from, to, want] :
+         QList{MoveCase{{3}, 1, "adbce"}, MoveCase{{1}, 4, "acdbe"}, MoveCase{{4}, 0, "eabcd"},
+               MoveCase{{0}, 5, "bcdea"}, MoveCase{{2}, 2, "abcde"}, MoveCase{{2}, 3, "abcde"},
+               MoveCase{{0, 3}, 2, "badce"}, MoveCase{{2, 4}, 1, "acebd"}}) {
+        MergeModel merge;
+        for (const char* name : {"a", "b", "c", "d", "e"})
+            merge.add(QUrl::fromLocalFile(QString(name) + ".pdf"), pagesOf({}, 1));
+        merge.move(from, to);
+        QString order;
+        for (const MergeItem& item : merge.items.value())
+            order += item.name;
+        EXPECT_EQ(order, want);
+    }
 }
-
-struct MoveCase {
-    const char* name;
-    QSet<int> from;
-    int to;
-    const char* want;
-};
-
-class MergeMoves : public testing::TestWithParam<MoveCase> {};
-
-TEST_P(MergeMoves, KeepTheOrderOfTheRest)
-{
-    MergeModel merge;
-    for (const char* name : {"a", "b", "c", "d", "e"})
-        merge.add(QUrl::fromLocalFile(QString(name) + ".pdf"), 1);
-    merge.move(GetParam().from, GetParam().to);
-    QString order;
-    for (const MergeItem& item : merge.items.value())
-        order += item.name;
-    EXPECT_EQ(order, GetParam().want);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, MergeMoves,
-    testing::Values(MoveCase{"Up", {3}, 1, "adbce"}, MoveCase{"Down", {1}, 4, "acdbe"},
-                    MoveCase{"ToTheFront", {4}, 0, "eabcd"}, MoveCase{"ToTheEnd", {0}, 5, "bcdea"},
-                    MoveCase{"BeforeItself", {2}, 2, "abcde"}, MoveCase{"BehindItself", {2}, 3, "abcde"},
-                    MoveCase{"SeveralDown", {0, 3}, 2, "badce"}, MoveCase{"SeveralUp", {2, 4}, 1, "acebd"}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 } // namespace folvane

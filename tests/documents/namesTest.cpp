@@ -10,7 +10,6 @@ namespace folvane {
 namespace {
 
 struct NameCase {
-    const char* name;
     QString path;
     QString last;
     QString base;
@@ -32,26 +31,19 @@ void select(OpenFile& file, const QList<int>& positions)
 
 } // namespace
 
-class Names : public testing::TestWithParam<NameCase> {};
-
-TEST_P(Names, ComeFromThePath)
+TEST(Names, ComeFromThePath)
 {
-    const QUrl url = QUrl::fromLocalFile(GetParam().path);
-    EXPECT_EQ(lastPathComponent(url), GetParam().last);
-    EXPECT_EQ(nameWithoutEnding(url), GetParam().base);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, Names,
-                         testing::Values(NameCase{"Plain", "/a/report.pdf", "report.pdf", "report"},
-                                         NameCase{"TwoDots", "/a/b.tar.pdf", "b.tar.pdf", "b.tar"},
-                                         NameCase{"NoEnding", "/a/report", "report", "report"},
-                                         NameCase{"Hidden", "/a/.pdf", ".pdf", ".pdf"},
-                                         NameCase{"Folder", "/a/b.pdf/", "b.pdf", "b"},
-                                         NameCase{"Signs", "/a/50% #1?.pdf", "50% #1?.pdf", "50% #1?"}),
-                         [](const auto& row) { return std::string(row.param.name); });
-
-TEST(Names, OfFoldersAndEndings)
-{
+    for (const auto& [path, last, base] : QList<NameCase>{
+             {"/a/report.pdf", "report.pdf", "report"},
+             {"/a/b.tar.pdf", "b.tar.pdf", "b.tar"},
+             {"/a/report", "report", "report"},
+             {"/a/.pdf", ".pdf", ".pdf"},
+             {"/a/b.pdf/", "b.pdf", "b"},
+             {"/a/50% #1?.pdf", "50% #1?.pdf", "50% #1?"},
+         }) {
+        EXPECT_EQ(lastPathComponent(QUrl::fromLocalFile(path)), last);
+        EXPECT_EQ(nameWithoutEnding(QUrl::fromLocalFile(path)), base);
+    }
     EXPECT_EQ(folderOf(QUrl("file:///a/b/c.pdf")), QUrl("file:///a/b"));
     EXPECT_EQ(folderOf(QUrl("file:///c.pdf")), QUrl("file:///"));
     EXPECT_EQ(withPdfEnding("a.pdf"), "a.pdf");
@@ -61,8 +53,8 @@ TEST(Names, OfFoldersAndEndings)
 TEST(Names, StayInTheirFolderWhateverTheyBeginWith)
 {
     const QUrl folder("file:///a");
-    EXPECT_EQ(numberedFile(folder, "b.c", "png", 1), QUrl("file:///a/b.c.png"));
-    EXPECT_EQ(numberedFile(folder, ":b", "png", 3), QUrl("file:///a/:b 3.png"));
+    EXPECT_EQ(numberedFile(folder, {"b.c", "png"}, 1), QUrl("file:///a/b.c.png"));
+    EXPECT_EQ(numberedFile(folder, {":b", "png"}, 3), QUrl("file:///a/:b 3.png"));
 }
 
 TEST(SuggestedNames, OfSaveAs)
@@ -78,12 +70,10 @@ TEST(SuggestedNames, OfSaveAs)
 
 TEST(SuggestedNames, OfExtract)
 {
-    OpenFile report = document("/a/report.pdf", 12);
-    EXPECT_EQ(suggestedExtractName(report), "report (pages 1-12)");
+    OpenFile report = document("/a/report %1.pdf", 12);
+    EXPECT_EQ(suggestedExtractName(report), "report %1 (pages 1-12)");
     select(report, {5, 1, 3, 2});
-    EXPECT_EQ(suggestedExtractName(report), "report (pages 1-3, 5)");
-    report.selection = QSet<QUuid>{QUuid::createUuid()}; // of a page that has gone
-    EXPECT_EQ(suggestedExtractName(report), "report (pages 1-12)");
+    EXPECT_EQ(suggestedExtractName(report), "report %1 (pages 1-3, 5)");
 }
 
 TEST(SuggestedNames, FitIntoAFileName)
@@ -115,6 +105,7 @@ TEST(Selection, OfPagesThatAreGoneCountsForNothing)
     EXPECT_EQ(file.selectedPages(), file.pages.value());
     file.selection = file.selection.value() + QSet<QUuid>{file.pages.value()[1].id};
     EXPECT_EQ(file.selectedPages(), std::vector{file.pages.value()[1]});
+    EXPECT_EQ(file.selectedPositions(), QList<int>{2});
 }
 
 } // namespace folvane

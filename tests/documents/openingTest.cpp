@@ -1,5 +1,6 @@
 #include "documents/ModelTest.h"
-#include "documents/fileNames.h"
+
+#include <sys/stat.h>
 
 namespace folvane {
 
@@ -17,18 +18,30 @@ protected:
             all << file->name;
         return all;
     }
+    /// The numbers of pages of the rows to merge, to which these files are added.
+    QList<size_t> pagesAdded(const QList<QUrl>& urls)
+    {
+        await(model->addToMerge(urls));
+        QList<size_t> counts;
+        for (const MergeItem& item : model->merge.items.value())
+            counts.append(item.pages.size());
+        return counts;
+    }
+    void runUntilAsked()
+    {
+        runUntil([this] { return model->passwordRequest.value().has_value(); });
+    }
+};
+
+struct Refusal {
+    QString file;
+    QByteArray bytes;
+    QString words;
 };
 
 } // namespace
 
-TEST_F(Opening, NothingChangesNothing)
-{
-    await(model->open({}));
-    EXPECT_EQ(error(), "");
-    EXPECT_TRUE(model->destination.value()->is(Destination::Place::Home));
-}
-
-TEST_F(Opening, OfTwoPdfsAndTwoPicturesGivesThreeDocuments)
+TEST_F(Opening, OfTwoPdfsAndThreePicturesGivesThreeDocuments)
 {
     const OpenFilePtr last = open({putPicture("2.png"), putPdf("b.pdf", 2), putPicture("10.png"),
                                    put("notes.txt", "x"), putPdf("a.PDF", 1), putPicture("1.png")});
@@ -39,84 +52,54 @@ TEST_F(Opening, OfTwoPdfsAndTwoPicturesGivesThreeDocuments)
     EXPECT_FALSE(model->files.value()[0]->isEdited);
     EXPECT_EQ(order(*model->files.value()[0]), "b-1 b-2");
     EXPECT_EQ(error(), "");
+    open({url("1.png")});
+    EXPECT_EQ(names(), QStringList({"b", "a", "1", "1"})) << "a picture again is another document";
 }
 
 TEST_F(Opening, TheSamePdfAgainShowsItWithItsEdits)
 {
     const QUrl url = putPdf("a.pdf", 2);
+    QCoro::Task<> twin = model->open({url});
     const OpenFilePtr first = open({url});
+    await(std::move(twin));
     model->turn(first, first->targetIDs(), true);
     open({putPdf("b.pdf", 1)});
     await(model->open({url}, Tool::Split));
     EXPECT_EQ(shown(), first);
     EXPECT_TRUE(first->isEdited);
-    EXPECT_EQ(model->files.value().size(), 2);
+    EXPECT_EQ(names(), QStringList({"a", "b"}));
     EXPECT_EQ(model->sheet.value(), FileSheet({FileSheet::Kind::Split, first->id}));
 }
 
-TEST_F(Opening, TheSamePdfTwiceAtOnceGivesOneDocument)
+TEST_F(Opening, RefusesOneFileAndGoesOn)
 {
-    const QUrl url = putPdf("a.pdf", 1);
-    QCoro::Task<> first = model->open({url});
-    QCoro::Task<> second = model->open({url});
-    await(std::move(first));
-    await(std::move(second));
-    EXPECT_EQ(names(), QStringList("a"));
-}
-
-TEST_F(Opening, TheSamePictureAgainIsAnotherDocument)
-{
-    const QUrl url = putPicture("a.png");
-    open({url});
-    open({url});
-    EXPECT_EQ(names(), QStringList({"a", "a"}));
-}
-
-struct RefusalCase {
-    const char* name;
-    QString file;
-    QByteArray bytes;
-    QString words;
-};
-
-class Refusals : public Opening, public testing::WithParamInterface<RefusalCase> {};
-
-TEST_P(Refusals, SayWhichFileAndGoOn)
-{
-    const QUrl bad = put(GetParam().file, GetParam().bytes);
-    open({putPdf("good.pdf", 1), bad});
-    EXPECT_EQ(error(), GetParam().words);
-    EXPECT_EQ(names(), QStringList("good"));
-    EXPECT_EQ(shown()->name, "good");
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, Refusals,
-    testing::Values(RefusalCase{"EmptyPdf", "a.pdf", "",
-                                "“a.pdf” can't be opened. It may be damaged or not a PDF."},
-                    RefusalCase{"TextNamedPdf", "a b.pdf", "Dear all,",
-                                "“a b.pdf” can't be opened. It may be damaged or not a PDF."},
-                    RefusalCase{"NoPages", "none.pdf", noPages,
-                                "“none.pdf” can't be opened. It may be damaged or not a PDF."},
-                    RefusalCase{"PictureThatIsNone", "100%1.png", "x", "“100%1.png” can't be opened."},
-                    RefusalCase{"NeitherIsSkipped", "a.txt", "x", ""}),
-    [](const auto& row) { return std::string(row.param.name); });
-
-TEST_F(Opening, APdfWithoutPagesIsRefusedAgain) // the engine answers for what it holds without looking
-{
-    const QUrl url = put("none.pdf", noPages);
-    open({url});
-    model->errorMessage = std::nullopt;
-    open({url});
-    EXPECT_EQ(error(), "“none.pdf” can't be opened. It may be damaged or not a PDF.");
-    EXPECT_TRUE(names().isEmpty());
+    ASSERT_EQ(::mkdir(qPrintable(path("folder.pdf")), 0700), 0);
+    ASSERT_EQ(::mkfifo(qPrintable(path("pipe.pdf")), 0600), 0);
+    ASSERT_TRUE(QFile::link(path("nothing.pdf"), path("dangling.pdf")));
+    for (const auto& [file, bytes, words] :
+         QList{Refusal{"a.pdf", "", damaged}, Refusal{"a b.pdf", "Dear all,", damaged},
+               Refusal{"zeros.pdf", QByteArray(4096, '\0'), damaged}, Refusal{"none.pdf", noPages, damaged},
+               Refusal{"none.pdf", noPages, damaged}, // the engine answers for what it holds without looking
+               Refusal{"folder.pdf", {}, damaged}, Refusal{"pipe.pdf", {}, damaged},
+               Refusal{"dangling.pdf", {}, damaged}, Refusal{"100%1.png", "x", "“%1” can't be opened."}}) {
+        if (!bytes.isNull())
+            put(file, bytes);
+        model->errorMessage = std::nullopt;
+        const OpenFilePtr good = open({putPdf("good.pdf", 1), url(file)});
+        EXPECT_EQ(error(), words.arg(file));
+        EXPECT_EQ(names(), QStringList("good"));
+        model->close(good);
+    }
 }
 
 TEST_F(Opening, OfOtherFilesOnlyIsRefused)
 {
-    await(model->open({put("report.dat", get(QUrl(putPdf("a.pdf", 1)).fileName()))}));
+    await(model->open({}));
+    EXPECT_EQ(error(), "");
+    putPdf("report.dat", 1);
+    await(model->open({url("report.dat")}));
     EXPECT_EQ(error(), "Folvane opens PDFs and images.");
-    EXPECT_TRUE(names().isEmpty());
+    EXPECT_TRUE(model->destination.value()->is(Destination::Place::Home));
 }
 
 TEST_F(Opening, ThreeLockedFilesAskOneAfterTheOther)
@@ -133,7 +116,7 @@ TEST_F(Opening, ThreeLockedFilesAskOneAfterTheOther)
 TEST_F(Opening, ASecondOneWaitsWithItsQuestion)
 {
     QCoro::Task<> first = model->open({putLockedPdf("a.pdf", 1, "a")});
-    runUntil([this] { return model->passwordRequest.value().has_value(); });
+    runUntilAsked();
     QCoro::Task<> second = model->open({putLockedPdf("b.pdf", 1, "b")});
     drainEngine();
     ASSERT_TRUE(model->passwordRequest.value());
@@ -142,7 +125,7 @@ TEST_F(Opening, ASecondOneWaitsWithItsQuestion)
     model->answerPassword(std::nullopt); // the same prompt reports its end again
     await(std::move(first));
     EXPECT_EQ(names(), QStringList("a"));
-    runUntil([this] { return model->passwordRequest.value().has_value(); });
+    runUntilAsked();
     EXPECT_EQ(model->passwordRequest.value()->fileName, "b.pdf");
     model->answerPassword("b");
     await(std::move(second));
@@ -170,27 +153,18 @@ TEST_F(Opening, SeesThatAnotherFileHasTheNameUnlessWorkUsesTheOldOne)
     const QUrl locked = putLockedPdf("a.pdf", 1, "a"); // asked about, and given up
     const QUrl pageless = put("b.pdf", noPages);
     const QUrl shown = putPdf("c.pdf", 1);
-    open({locked, pageless, shown});
-    EXPECT_EQ(names(), QStringList("c"));
+    const OpenFilePtr file = open({locked, pageless, shown});
     const Thumbnails::Key picture{{shown, 0}, 0, 50};
     await(model->thumbnails().load(picture));
     for (const QUrl& url : {locked, pageless, shown}) {
         QFile::remove(url.toLocalFile());
         putPdf(lastPathComponent(url), 2);
     }
-    await(model->addToMerge({locked, pageless, shown}));
-    const auto pagesOfRows = [this] {
-        QList<size_t> counts;
-        for (const MergeItem& item : model->merge.items.value())
-            counts.append(item.pages.size());
-        return counts;
-    };
-    EXPECT_EQ(pagesOfRows(), QList<size_t>({2, 2, 1}));
+    EXPECT_EQ(pagesAdded({locked, pageless, shown}), QList<size_t>({2, 2, 1}));
     EXPECT_TRUE(model->thumbnails().contains(picture));
     model->merge.clear();
-    model->close(model->files.value().first());
-    await(model->addToMerge({shown}));
-    EXPECT_EQ(pagesOfRows(), QList<size_t>({2}));
+    model->close(file);
+    EXPECT_EQ(pagesAdded({shown}), QList<size_t>({2}));
     EXPECT_FALSE(model->thumbnails().contains(picture));
     EXPECT_EQ(questions, QStringList("a.pdf"));
 }
@@ -200,7 +174,7 @@ TEST_F(Opening, EndsWhenTheModelGoes)
     QCoro::Task<> asking = model->open({putLockedPdf("a.pdf", 1, "a"), putPdf("c.pdf", 1)});
     QCoro::Task<> waiting = model->open({putLockedPdf("b.pdf", 1, "b")});
     drainEngine();
-    QCoro::Task<std::optional<AppModel::Loaded>> inTheEngine = model->load(url("c.pdf"));
+    QCoro::Task<> inTheEngine = model->addToMerge({url("c.pdf")});
     model.reset();
     await(std::move(asking));
     await(std::move(waiting));
@@ -211,20 +185,11 @@ TEST_F(Opening, EndsWhenTheModelGoes)
 TEST_F(Opening, OfADocumentThatWasClosedMeanwhileDoesNotShowIt)
 {
     QCoro::Task<> opening = model->open({putPdf("a.pdf", 1), putLockedPdf("b.pdf", 1, "b")});
-    runUntil([this] { return model->passwordRequest.value().has_value(); });
+    runUntilAsked();
     model->close(model->files.value()[0]);
     model->answerPassword(std::nullopt);
     await(std::move(opening));
     EXPECT_TRUE(model->destination.value()->is(Destination::Place::Home));
-}
-
-TEST_F(Opening, AskedForByThePanel)
-{
-    panels.openAnswers << QList<QUrl>{putPdf("a.pdf", 1)};
-    await(model->chooseAndOpen());
-    EXPECT_EQ(names(), QStringList("a"));
-    const OpenPanel want{true, {ContentType::Pdf, ContentType::Image}, "Choose PDFs or images"};
-    EXPECT_EQ(panels.asked, QList<AskedPanel>({want}));
 }
 
 } // namespace folvane

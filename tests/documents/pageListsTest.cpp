@@ -20,7 +20,7 @@ QString order(const std::vector<PageItem>& pages)
     return letters;
 }
 
-QSet<QUuid> idsOf(const std::vector<PageItem>& pages, const QString& letters)
+QSet<QUuid> lettersIn(const std::vector<PageItem>& pages, const QString& letters)
 {
     QSet<QUuid> ids;
     for (const QChar letter : letters)
@@ -29,14 +29,12 @@ QSet<QUuid> idsOf(const std::vector<PageItem>& pages, const QString& letters)
 }
 
 struct MoveCase {
-    const char* name;
     QString group;
     QString before; // "" for the end, "?" for a page that is not there
     QString want;   // "" for no change
 };
 
 struct TurnCase {
-    const char* name;
     int turn;
     int quarters;
     int wantTurn;
@@ -53,102 +51,81 @@ StampPlacement placement(double x, double y, double width, double rotation)
     return stamp;
 }
 
-void expectSame(const StampPlacement& stamp, const StampPlacement& want)
-{
-    EXPECT_NEAR(stamp.center.x(), want.center.x(), 1e-12);
-    EXPECT_NEAR(stamp.center.y(), want.center.y(), 1e-12);
-    EXPECT_NEAR(stamp.width, want.width, 1e-12);
-    EXPECT_NEAR(stamp.rotation, want.rotation, 1e-9);
-}
-
-const auto named = [](const auto& row) { return std::string(row.param.name); };
-
 } // namespace
 
-class Moves : public testing::TestWithParam<MoveCase> {};
-
-TEST_P(Moves, KeepTheGroupTogether)
+TEST(Moves, KeepTheGroupTogether)
 {
     const std::vector<PageItem> pages = lettered("abcdef");
-    std::optional<QUuid> before;
-    if (GetParam().before == "?")
-        before = QUuid::createUuid();
-    else if (!GetParam().before.isEmpty())
-        before = *idsOf(pages, GetParam().before).begin();
-    const auto moved = movedGroup(pages, idsOf(pages, GetParam().group), before);
-    EXPECT_EQ(moved ? order(*moved) : QString(), GetParam().want);
+    for (const auto& [group, before, want] :
+         QList{MoveCase{"b", "e", "acdbef"}, MoveCase{"e", "b", "aebcdf"}, MoveCase{"f", "a", "fabcde"},
+               MoveCase{"ac", "", "bdefac"}, MoveCase{"ace", "d", "bacedf"}, MoveCase{"a", "?", "bcdefa"},
+               MoveCase{"bd", "d", ""}, MoveCase{"bc", "d", ""}, MoveCase{"ef", "", ""},
+               MoveCase{"abcdef", "", ""}, MoveCase{"", "a", ""}}) {
+        std::optional<QUuid> place;
+        if (!before.isEmpty())
+            place = before == "?" ? QUuid::createUuid() : *lettersIn(pages, before).begin();
+        const auto moved = movedGroup(pages, lettersIn(pages, group), place);
+        EXPECT_EQ(moved ? order(*moved) : QString(), want) << group.toStdString();
+    }
+    EXPECT_FALSE(movedGroup(pages, {QUuid::createUuid()}, std::nullopt)) << "a page that is not there";
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, Moves,
-    testing::Values(MoveCase{"Forward", "b", "e", "acdbef"}, MoveCase{"Back", "e", "b", "aebcdf"},
-                    MoveCase{"ToTheStart", "f", "a", "fabcde"}, MoveCase{"ToTheEnd", "ac", "", "bdefac"},
-                    MoveCase{"ClosesGaps", "ace", "d", "bacedf"},
-                    MoveCase{"UnknownPlaceIsTheEnd", "a", "?", "bcdefa"},
-                    MoveCase{"OntoAMember", "bd", "d", ""}, MoveCase{"AlreadyThere", "bc", "d", ""},
-                    MoveCase{"AlreadyAtTheEnd", "ef", "", ""}, MoveCase{"AllPages", "abcdef", "", ""},
-                    MoveCase{"NoGroup", "", "a", ""}),
-    named);
-
-TEST(Moves, IgnorePagesThatAreNotInTheList)
+TEST(Turns, KeepTheStampOnThePaper)
 {
-    EXPECT_FALSE(movedGroup(lettered("ab"), {QUuid::createUuid()}, std::nullopt));
+    for (const auto& [turn, quarters, wantTurn, stamp, want] : QList<TurnCase>{
+             {0, 1, 90, placement(0.25, 0.1, 0.2, 0), placement(0.9, 0.25, 0.15, 90)},
+             {0, 3, 270, placement(0.25, 0.1, 0.2, 0), placement(0.1, 0.75, 0.15, 270)},
+             {90, 2, 270, placement(0.25, 0.1, 0.2, 10), placement(0.75, 0.9, 0.2, 190)},
+             {270, 1, 0, placement(0.5, 0.5, 0.4, 300), placement(0.5, 0.5, 0.3, 30)},
+             {90, 4, 90, placement(0.3, 0.6, 0.25, 45), placement(0.3, 0.6, 0.25, 45)},
+             {0, 1, 90, placement(0.5, 0.5, 0.2, -30.5), placement(0.5, 0.5, 0.15, 59.5)},
+         }) {
+        SCOPED_TRACE(testing::Message() << quarters << " quarters from " << turn);
+        const PageItem page{QUuid::createUuid(), {}, turn, {stamp}};
+        const PageItem after = turned(page, QSizeF(600, 800), quarters);
+        EXPECT_EQ(after.turn, wantTurn);
+        EXPECT_EQ(after.id, page.id);
+        EXPECT_EQ(after.stamps[0].id, stamp.id);
+        EXPECT_NEAR(after.stamps[0].center.x(), want.center.x(), 1e-12);
+        EXPECT_NEAR(after.stamps[0].center.y(), want.center.y(), 1e-12);
+        EXPECT_NEAR(after.stamps[0].width, want.width, 1e-12);
+        EXPECT_NEAR(after.stamps[0].rotation, want.rotation, 1e-9);
+    }
 }
-
-class Turns : public testing::TestWithParam<TurnCase> {};
-
-TEST_P(Turns, KeepTheStampOnThePaper)
-{
-    PageItem page;
-    page.turn = GetParam().turn;
-    page.stamps = {GetParam().stamp};
-    const PageItem after = turned(page, QSizeF(600, 800), GetParam().quarters);
-    EXPECT_EQ(after.turn, GetParam().wantTurn);
-    EXPECT_EQ(after.id, page.id);
-    EXPECT_EQ(after.stamps[0].id, page.stamps[0].id);
-    expectSame(after.stamps[0], GetParam().want);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, Turns,
-    testing::Values(
-        TurnCase{"Right", 0, 1, 90, placement(0.25, 0.1, 0.2, 0), placement(0.9, 0.25, 0.15, 90)},
-        TurnCase{"Left", 0, 3, 270, placement(0.25, 0.1, 0.2, 0), placement(0.1, 0.75, 0.15, 270)},
-        TurnCase{"UpsideDown", 90, 2, 270, placement(0.25, 0.1, 0.2, 10), placement(0.75, 0.9, 0.2, 190)},
-        TurnCase{"PastTheRound", 270, 1, 0, placement(0.5, 0.5, 0.4, 300), placement(0.5, 0.5, 0.3, 30)},
-        TurnCase{"WholeRound", 90, 4, 90, placement(0.3, 0.6, 0.25, 45), placement(0.3, 0.6, 0.25, 45)},
-        TurnCase{"NegativeRotation", 0, 1, 90, placement(0.5, 0.5, 0.2, -30.5),
-                 placement(0.5, 0.5, 0.15, 59.5)}),
-    named);
 
 TEST(Turns, OfAFlatPageDividesByOne)
 {
-    PageItem page;
-    page.stamps = {placement(0.5, 0.5, 0.2, 0)};
+    const PageItem page{{}, {}, 0, {placement(0.5, 0.5, 0.2, 0)}};
     EXPECT_DOUBLE_EQ(turned(page, QSizeF(600, 0), 1).stamps[0].width, 120);
 }
 
 TEST(Insertion, GoesBehindTheLastSelectedPage)
 {
     const std::vector<PageItem> pages = lettered("abcdef");
-    EXPECT_EQ(insertionIndex(pages, idsOf(pages, "be")), 5u);
+    EXPECT_EQ(insertionIndex(pages, lettersIn(pages, "be")), 5u);
     EXPECT_EQ(insertionIndex(pages, {}), 6u);
     EXPECT_EQ(insertionIndex(pages, {QUuid::createUuid()}), 6u);
 }
 
 TEST(Duplicates, HaveIdsOfTheirOwn)
 {
-    PageItem page = lettered("a").front();
-    page.turn = 90;
-    page.stamps = {placement(0.1, 0.2, 0.3, 4), placement(0.5, 0.6, 0.7, 8)};
+    const PageItem page{{}, {}, 90, {placement(0.1, 0.2, 0.3, 4), placement(0.5, 0.6, 0.7, 8)}};
     PageItem copy = page.duplicated();
-    EXPECT_NE(copy.id, page.id);
-    copy.id = page.id;
-    for (size_t i = 0; i < 2; ++i) {
-        EXPECT_NE(copy.stamps[i].id, page.stamps[i].id);
-        copy.stamps[i].id = page.stamps[i].id;
-    }
+    EXPECT_NE(std::exchange(copy.id, page.id), page.id);
+    for (size_t i = 0; i < 2; ++i)
+        EXPECT_NE(std::exchange(copy.stamps[i].id, page.stamps[i].id), page.stamps[i].id);
     EXPECT_EQ(copy, page);
+}
+
+TEST(PageIDs, AreReadAsADraggedPageCarriesThem)
+{
+    const QUuid id = QUuid::createUuid();
+    const QString text = id.toString(QUuid::WithoutBraces);
+    EXPECT_EQ(pageID(text), id);
+    EXPECT_EQ(pageID(text.toUpper()), id);
+    for (const QString& other :
+         {QString(), QString("text"), text + 'x', '{' + text + '}', QUuid().toString(QUuid::WithoutBraces)})
+        EXPECT_EQ(pageID(other), std::nullopt) << other.toStdString();
 }
 
 } // namespace folvane

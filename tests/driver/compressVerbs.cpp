@@ -1,3 +1,4 @@
+#include "documents/buildPlans.h"
 #include "engine/EngineError.h"
 #include "platform/tasks/Cancelled.h"
 #include "platform/tasks/spawn.h"
@@ -51,7 +52,8 @@ void keepMeasured(Call& call, const OpenFile& file, const CompressMeasuring& mea
 
 std::shared_ptr<RungBuilder> builderFor(const Call& call, const OpenFile& file)
 {
-    const auto builder = std::make_shared<RungBuilder>(call.model().engine(), copyPlan(file));
+    const auto builder =
+        std::make_shared<RungBuilder>(call.model().engine(), buildPlan(file.pages, file.password));
     const auto measured = call.program.measured.find(file.id);
     if (measured != call.program.measured.end() && measured->second.pages == file.pages.value())
         for (const auto& [choice, data] : measured->second.results)

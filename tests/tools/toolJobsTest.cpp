@@ -1,111 +1,103 @@
 #include "documents/ModelTest.h"
 
+#include "support/tools.h"
 #include "tools/exportImages/exporting.h"
+#include "tools/protect/protecting.h"
 #include "tools/split/splitting.h"
 
 #include <QDir>
 #include <QFile>
 #include <QImage>
-#include <QRandomGenerator>
-
-#include <csignal>
-
-#include <sys/resource.h>
 
 namespace folvane {
 
 namespace {
-
-/// While it lives, no file grows beyond this: what a full disk does, at a place of our choice.
-class SmallDisk {
-public:
-    explicit SmallDisk(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit small{bytes, m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~SmallDisk() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
-    Q_DISABLE_COPY_MOVE(SmallDisk)
-
-private:
-    rlimit m_before{};
-};
 
 class ToolJobs : public ModelTest {
 protected:
     ToolJobs() { QDir(m_folder.path()).mkdir("out"); }
 
     QStringList written() const { return QDir(path("out")).entryList(QDir::Files, QDir::Name); }
-    /// A small page, then one that no compression makes small.
-    OpenFilePtr openGrowing()
+    OpenFilePtr openLocked(int pages)
     {
-        QImage noise(300, 300, QImage::Format_RGB32);
-        QRandomGenerator random(1);
-        for (int y = 0; y < noise.height(); ++y)
-            random.generate(noise.scanLine(y), noise.scanLine(y) + noise.bytesPerLine());
-        noise.save(path("noise.png"));
-        const OpenFilePtr file = open({putPdf("a.pdf", 1)});
-        await(model->insertPages(file, {url("noise.png")}));
-        file->selection = QSet<QUuid>();
-        return file;
+        answerPasswords({{"a.pdf", {"old"}}});
+        return open({putLockedPdf("a.pdf", pages, "old")});
     }
+    void writeSet(const std::function<QCoro::Task<>()>& operation)
+    {
+        panels.folderAnswers << url("out");
+        await(operation());
+    }
+    QString prompt() const { return std::get<FolderPanel>(panels.asked.value(0)).prompt; }
 };
 
-const SplitChoice everyPage{SplitChoice::Mode::Each, {}, 2};
-constexpr rlim_t roomForOne = 60'000;
-
-TEST_F(ToolJobs, AFullDiskLeavesTheWrittenPieces)
+TEST_F(ToolJobs, SplittingTakesThePagesAsTheyStandAndHoldsTheirSourcesUntilItsEnd)
 {
-    const OpenFilePtr file = openGrowing();
-    const SmallDisk disk(roomForOne);
-    panels.folderAnswers << url("out");
-    await(split(*model, *file, everyPage));
-    runUntilIdle();
-    EXPECT_EQ(error(), "File too large");
-    EXPECT_FALSE(model->toast.value());
-    EXPECT_EQ(textsIn(path("out/a 1.pdf")), "a-1");
-    EXPECT_EQ(complaintsAbout(path("out/a 1.pdf")), "");
-}
-
-TEST_F(ToolJobs, AFullDiskLeavesTheWrittenPictures)
-{
-    const OpenFilePtr file = openGrowing();
-    const SmallDisk disk(roomForOne);
-    panels.folderAnswers << url("out");
-    await(exportImages(*model, *file, {.dpi = 100}));
-    runUntilIdle();
-    EXPECT_EQ(error(), "File too large");
-    EXPECT_EQ(QImage(path("out/a page 1.png")).size(), QSize(833, 1111));
-}
-
-TEST_F(ToolJobs, ACancelWhileExportingWritesNothingMore)
-{
-    const OpenFilePtr file = open({putPdf("a.pdf", 3)});
-    panels.folderAnswers << url("out");
-    const auto stopAfterTheFirst = [this] { model->busy.value()->task.request_stop(); };
-    QObject::connect(model.get(), &AppModel::fileWritten, model.get(), stopAfterTheFirst);
-    await(exportImages(*model, *file, {.jpeg = true, .dpi = 100}));
-    EXPECT_EQ(model->busy.value()->title, "Exporting…");
-    runUntilIdle();
-    EXPECT_EQ(written(), QStringList("a page 1.jpg"));
-    EXPECT_FALSE(model->toast.value() || model->errorMessage.value());
-}
-
-TEST_F(ToolJobs, SplittingHoldsItsSourcesUntilItsEnd)
-{
-    answerPasswords({{"a.pdf", {"pw"}}});
-    const OpenFilePtr file = open({putLockedPdf("a.pdf", 3, "pw")});
-    panels.folderAnswers << url("out");
-    await(split(*model, *file, everyPage));
+    const OpenFilePtr file = openLocked(5);
+    model->move(file, at(*file, {5}), *at(*file, {1}).begin());
+    model->deletePages(file, at(*file, {2}));
+    writeSet([&] { return split(*model, *file, {SplitChoice::Mode::Ranges, "3,3; 1-2"}); });
+    EXPECT_EQ(model->busy.value()->title, "Splitting…");
+    EXPECT_EQ(prompt(), "Split Here");
     model->close(file);
     EXPECT_TRUE(model->isInUse(url("a.pdf")));
     runUntilIdle();
-    EXPECT_EQ(written().size(), 3);
+    EXPECT_EQ(written(), QStringList({"a 1-2.pdf", "a 3 2.pdf", "a 3.pdf"}));
+    EXPECT_EQ(textsIn(path("out/a 1-2.pdf"), "old"), "a-5 a-2");
+    EXPECT_EQ(textsIn(path("out/a 3 2.pdf"), "old"), "a-3");
+    EXPECT_NE(faultsOf(path("out/a 3.pdf")), "") << "a piece of a locked file is locked";
     drainEngine();
-    EXPECT_FALSE(model->isInUse(url("a.pdf")));
-    EXPECT_FALSE(isHeld(url("a.pdf")));
+    EXPECT_FALSE(model->isInUse(url("a.pdf")) || isHeld(url("a.pdf")));
+}
+
+TEST_F(ToolJobs, SplittingByNothingAsksForNothing)
+{
+    const OpenFilePtr file = open({putPdf("a.pdf", 2)});
+    await(split(*model, *file, {SplitChoice::Mode::Ranges, "3"}));
+    EXPECT_TRUE(panels.asked.isEmpty());
+}
+
+TEST_F(ToolJobs, ExportingNamesPagesByTheirPresentPlaces)
+{
+    const OpenFilePtr file = open({putPdf("a.pdf", 6)});
+    model->turn(file, at(*file, {5}), true);
+    file->selection = at(*file, {5, 2});
+    put("out/a page 5.jpg", "kept");
+    writeSet([&] { return exportImages(*model, *file, {.jpeg = true, .dpi = 100}); });
+    EXPECT_EQ(model->busy.value()->title, "Exporting…");
+    EXPECT_EQ(prompt(), "Export Here");
+    runUntilIdle();
+    EXPECT_EQ(written(), QStringList({"a page 2.jpg", "a page 5 2.jpg", "a page 5.jpg"}));
+    EXPECT_EQ(QImage(path("out/a page 2.jpg")).size(), QSize(833, 1111));
+    EXPECT_EQ(QImage(path("out/a page 5 2.jpg")).size(), QSize(1111, 833));
+    EXPECT_EQ(get("out/a page 5.jpg"), "kept");
+}
+
+TEST_F(ToolJobs, AFailureLeavesTheWrittenPictures)
+{
+    const OpenFilePtr file = open({putPdf("a.pdf", 3)});
+    QObject::connect(model.get(), &AppModel::fileWritten, model.get(), [this] {
+        QDir(path("out")).rename("a page 1.png", "../kept.png");
+        QDir(m_folder.path()).rmdir("out");
+    });
+    writeSet([&] { return exportImages(*model, *file, {.dpi = 100}); });
+    runUntilIdle();
+    EXPECT_EQ(error(), "No such file or directory");
+    EXPECT_FALSE(model->toast.value());
+    EXPECT_EQ(QImage(path("kept.png")).size(), QSize(833, 1111));
+}
+
+TEST_F(ToolJobs, ProtectedCopiesHaveTheirPasswordOrNone)
+{
+    const OpenFilePtr file = openLocked(2);
+    saveTo("plain.pdf", [&] { return saveProtectedCopy(*model, file, std::nullopt); });
+    saveTo("new.pdf", [&] { return saveProtectedCopy(*model, file, "käse 日本"); });
+    EXPECT_EQ(std::get<SavePanel>(panels.asked.value(0)).name, "a (no password).pdf");
+    EXPECT_EQ(std::get<SavePanel>(panels.asked.value(1)).name, "a (protected).pdf");
+    EXPECT_EQ(textsIn(path("plain.pdf")), "a-1 a-2");
+    EXPECT_EQ(textsIn(path("new.pdf"), "käse 日本"), "a-1 a-2");
+    EXPECT_NE(faultsOf(path("new.pdf"), {"--password=old"}), "");
+    EXPECT_EQ(file->password, "old");
 }
 
 TEST(ExportSettings, TakeNoOtherResolutionThanTheirs)

@@ -1,5 +1,6 @@
 #include "tools/compress/CompressMeasuring.h"
 
+#include "documents/buildPlans.h"
 #include "documents/suggestedNames.h"
 #include "engine/EngineError.h"
 #include "engine/PDFEngine.h"
@@ -32,29 +33,12 @@ int storedLimitIndex(const Preferences& preferences)
     return int(nearest - Compression::limits.begin());
 }
 
-/// What the user is told; nothing of what was cancelled.
-std::optional<QString> sentenceOf(std::exception_ptr error)
+std::shared_ptr<RungBuilder> builderOf(const AppModel& model, const OpenFile& file)
 {
-    try {
-        std::rethrow_exception(error);
-    } catch (const Cancelled&) {
-        return std::nullopt;
-    } catch (const EngineError& known) {
-        return known.text();
-    } catch (...) {
-        return EngineError(EngineError::Kind::WriteFailed).text();
-    }
+    return std::make_shared<RungBuilder>(model.engine(), buildPlan(file.pages, file.password));
 }
 
 } // namespace
-
-BuildPlan copyPlan(const OpenFile& file)
-{
-    BuildPlan plan;
-    plan.pages = file.pages;
-    plan.password = file.password;
-    return plan;
-}
 
 QString compressedName(const OpenFile& file, qint64 bytes)
 {
@@ -65,7 +49,7 @@ CompressMeasuring::CompressMeasuring(AppModel& model, OpenFilePtr file)
     : limitIndex(storedLimitIndex(model.services().preferences)),
       m_model(model),
       m_file(std::move(file)),
-      m_builder(std::make_shared<RungBuilder>(model.engine(), copyPlan(*m_file)))
+      m_builder(builderOf(model, *m_file))
 {
     m_notifiers.push_back(choice.addNotifier([this] { refit(); }));
     m_notifiers.push_back(limitIndex.addNotifier([this] {
@@ -98,7 +82,7 @@ void CompressMeasuring::start()
 void CompressMeasuring::restart()
 {
     stop();
-    m_builder = std::make_shared<RungBuilder>(m_model.engine(), copyPlan(*m_file));
+    m_builder = builderOf(m_model, *m_file);
     results = Results();
     if (m_started)
         start();
@@ -107,23 +91,21 @@ void CompressMeasuring::restart()
 QCoro::Task<> CompressMeasuring::measure()
 {
     m_measuring = std::stop_source();
-    const std::stop_token stop = m_measuring.get_token();
+    const Job building = [this](std::stop_token stop) { return buildAll(stop); };
+    return tellFailure(building, m_measuring.get_token());
+}
+
+QCoro::Task<> CompressMeasuring::buildAll(std::stop_token stop)
+{
     const std::shared_ptr<RungBuilder> builder = m_builder;
-    std::optional<QString> failure;
-    try {
-        for (const Choice measured : {Choice::Original, Choice::Medium, Choice::Small}) {
-            QCoro::Task<QByteArray> building = RungBuilder::build(builder, Compression::rung(measured), stop);
-            const QByteArray data = co_await building;
-            throwIfStopped(stop);
-            Results more = results;
-            more[measured] = data;
-            results = more;
-        }
-    } catch (...) {
-        failure = sentenceOf(std::current_exception());
+    for (const Choice measured : {Choice::Original, Choice::Medium, Choice::Small}) {
+        QCoro::Task<QByteArray> building = RungBuilder::build(builder, Compression::rung(measured), stop);
+        const QByteArray data = co_await building;
+        throwIfStopped(stop);
+        Results more = results;
+        more[measured] = data;
+        results = more;
     }
-    if (failure && !stop.stop_requested())
-        errorText = failure;
 }
 
 void CompressMeasuring::refit()
@@ -133,28 +115,28 @@ void CompressMeasuring::refit()
         return;
     m_fitting = std::stop_source();
     fit = std::nullopt;
-    spawn(search(Compression::limits[size_t(limitIndex.value())], m_fitting.get_token()));
+    const qint64 limit = Compression::limits[size_t(limitIndex.value())];
+    const Job fitting = [this, limit](std::stop_token stop) { return search(limit, stop); };
+    spawn(tellFailure(fitting, m_fitting.get_token()));
 }
 
 QCoro::Task<> CompressMeasuring::search(qint64 limit, std::stop_token stop)
 {
-    const std::shared_ptr<RungBuilder> builder = m_builder;
-    const Compression::Build build = [builder, stop](Compression::Rung rung) {
+    const Compression::Build build = [builder = m_builder, stop](Compression::Rung rung) {
         return RungBuilder::build(builder, rung, stop);
     };
-    std::optional<Compression::Fit> found;
-    std::optional<QString> failure;
-    try {
-        QCoro::Task<Compression::Fit> fitting = Compression::fit(limit, build, stop);
-        found = co_await fitting;
-    } catch (...) {
-        failure = sentenceOf(std::current_exception());
-    }
-    if (stop.stop_requested())
-        co_return;
-    if (found)
-        fit = found;
-    if (failure)
+    QCoro::Task<Compression::Fit> fitting = Compression::fit(limit, build, stop);
+    const Compression::Fit found = co_await fitting;
+    throwIfStopped(stop);
+    fit = found;
+}
+
+// The work may outlive this, but then it was stopped.
+QCoro::Task<> CompressMeasuring::tellFailure(Job work, std::stop_token stop)
+{
+    const QString otherwise = EngineError(EngineError::Kind::WriteFailed).text();
+    const std::optional<QString> failure = co_await failureOf(work, stop, otherwise);
+    if (failure && !stop.stop_requested())
         errorText = failure;
 }
 

@@ -43,7 +43,9 @@ public:
 private:
     void restart();
     void refit();
+    QCoro::Task<> buildAll(std::stop_token stop);
     QCoro::Task<> search(qint64 limit, std::stop_token stop);
+    QCoro::Task<> tellFailure(Job work, std::stop_token stop);
     void storeLimit();
 
     AppModel& m_model;
@@ -55,8 +57,6 @@ private:
     std::vector<QPropertyNotifier> m_notifiers; // last, so that they are the first to go
 };
 
-/// What the engine needs to copy the document with its password.
-BuildPlan copyPlan(const OpenFile& file);
 /// "report (1.2 MB)", for a copy of that size.
 QString compressedName(const OpenFile& file, qint64 bytes);
 

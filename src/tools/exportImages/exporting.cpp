@@ -1,6 +1,6 @@
 #include "tools/exportImages/exporting.h"
 
-#include "documents/fileNames.h"
+#include "documents/buildPlans.h"
 #include "engine/PDFEngine.h"
 #include "platform/desktop/Preferences.h"
 #include "tools/exportImages/PicturesBox.h"
@@ -43,11 +43,10 @@ void ExportSettings::write(Preferences& preferences) const
 
 QCoro::Task<> exportImages(AppModel& model, const OpenFile& file, const ExportSettings& settings)
 {
-    BuildPlan plan;
-    plan.pages = file.selectedPages();
-    QList<AppModel::FileName> names;
+    const BuildPlan plan = buildPlan(file.selectedPages());
+    QList<FileName> names;
     for (const int position : file.selectedPositions())
-        names.append({nameWithTail(file.name, u' ' + AppModel::tr("page") + u' ' + QString::number(position)),
+        names.append({nameWithTail(file.name, u' ' + AppModel::tr("page %1").arg(position)),
                       settings.jpeg ? QStringLiteral("jpg") : QStringLiteral("png")});
     const auto make = [box = std::make_shared<PicturesBox>(), engine = &model.engine(), plan, settings,
                        kept = model.keepSources(plan.pages)](int index, std::stop_token stop) {

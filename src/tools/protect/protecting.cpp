@@ -1,5 +1,6 @@
 #include "tools/protect/protecting.h"
 
+#include "documents/buildPlans.h"
 #include "documents/suggestedNames.h"
 
 #include <QPointer>
@@ -15,17 +16,15 @@ QCoro::Task<> choosePlaceAndWrite(QPointer<AppModel> model, OpenFilePtr file, Bu
     QCoro::Task<std::optional<QUrl>> choosing = model->chooseSaveURL(name, file->url);
     const std::optional<QUrl> url = co_await choosing;
     if (model && url)
-        model->write(plan, *url, AppModel::tr("Saving…"), [] {});
+        model->write(plan, *url, AppModel::tr("Saving…"));
 }
 
 } // namespace
 
 QCoro::Task<> saveProtectedCopy(AppModel& model, OpenFilePtr file, std::optional<QString> password)
 {
-    BuildPlan plan;
-    plan.pages = file->pages;
-    plan.password = std::move(password);
-    return choosePlaceAndWrite(&model, std::move(file), std::move(plan));
+    const BuildPlan plan = buildPlan(file->pages, password);
+    return choosePlaceAndWrite(&model, file, plan);
 }
 
 } // namespace folvane

@@ -23,7 +23,7 @@ QString named(const QList<PageRange>& ranges)
 {
     QStringList names;
     for (const PageRange& range : ranges.first(std::min(ranges.size(), mostNamed)))
-        names.append(rangeName(range));
+        names.append(PageRanges::describe(range));
     return names.join(QStringLiteral(", ")) + (ranges.size() > mostNamed ? QStringLiteral("…") : QString());
 }
 
@@ -49,12 +49,6 @@ SplitSummary summary(const SplitChoice& choice, int count)
         return {SplitSummary::Kind::Invalid,
                 AppModel::tr("Use page numbers from 1 to %1, like 1-3, 5.").arg(count)};
     return {};
-}
-
-QString rangeName(const PageRange& range)
-{
-    const QString first = QString::number(range.first);
-    return range.first == range.last ? first : first + u'-' + QString::number(range.last);
 }
 
 } // namespace folvane

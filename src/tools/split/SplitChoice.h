@@ -35,7 +35,4 @@ struct SplitSummary {
 
 SplitSummary summary(const SplitChoice& choice, int count);
 
-/// "5", or "1-3".
-QString rangeName(const PageRange& range);
-
 } // namespace folvane

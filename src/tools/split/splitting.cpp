@@ -1,6 +1,6 @@
 #include "tools/split/splitting.h"
 
-#include "documents/fileNames.h"
+#include "documents/buildPlans.h"
 #include "documents/pageLists.h"
 #include "engine/PDFEngine.h"
 
@@ -26,11 +26,11 @@ QCoro::Task<> split(AppModel& model, const OpenFile& file, const SplitChoice& ch
     const auto ranges = choice.ranges(static_cast<int>(pages.size()));
     if (!ranges || ranges->isEmpty())
         return nothing();
-    QList<AppModel::FileName> names;
+    QList<FileName> names;
     QList<BuildPlan> plans;
     for (const PageRange& range : *ranges) {
-        names.append({nameWithTail(file.name, u' ' + rangeName(range)), QStringLiteral("pdf")});
-        plans.append(BuildPlan{pagesIn(range, pages), {}, file.password, std::nullopt});
+        names.append({nameWithTail(file.name, u' ' + PageRanges::describe(range)), QStringLiteral("pdf")});
+        plans.append(buildPlan(pagesIn(range, pages), file.password));
     }
     PDFEngine& engine = model.engine();
     const auto make = [&engine, plans, kept = model.keepSources(pages)](int index, std::stop_token stop) {
