@@ -1,6 +1,7 @@
 #include "controls/Button.h"
 
 #include "controls/appearance.h"
+#include "controls/style/ControlState.h"
 #include "controls/style/Shadow.h"
 #include "controls/style/continuousRect.h"
 #include "controls/style/drawFaded.h"
@@ -36,17 +37,16 @@ Metrics metrics(Button::Kind kind)
 
 constexpr int iconGap = 6;
 constexpr int pressMilliseconds = 120;
-constexpr double disabledOpacity = 0.4;
+
+struct PressedLook {
+    double opacity;
+    double scale;
+};
+constexpr PressedLook pressedPrimary{0.85, 0.98};
 
 Shadow shadowOf(const QColor& color)
 {
     return {theme::faded(color, 0.25), 8, 4};
-}
-
-QMargins larger(const QMargins& one, const QMargins& other)
-{
-    return {std::max(one.left(), other.left()), std::max(one.top(), other.top()),
-            std::max(one.right(), other.right()), std::max(one.bottom(), other.bottom())};
 }
 
 } // namespace
@@ -71,7 +71,7 @@ Button::Button(Kind kind, const QString& text, QWidget* parent)
 void Button::refreshMargin()
 {
     const QMargins ring = focusRingMargins;
-    setVisualMargin(*this, m_kind == Kind::Primary ? larger(shadowOf(accent()).margins(), ring) : ring);
+    setVisualMargin(*this, m_kind == Kind::Primary ? shadowOf(accent()).margins() | ring : ring);
 }
 
 void Button::setDestructive(bool destructive)
@@ -164,11 +164,11 @@ void Button::changeEvent(QEvent* event)
     QPushButton::changeEvent(event);
 }
 
-double Button::opacity() const
+double Button::opacity(const ControlState& state) const
 {
-    if (!isEnabled())
+    if (!state.isEnabled)
         return disabledOpacity;
-    return 1 - m_press * (m_kind == Kind::Primary ? 0.15 : 0.25);
+    return 1 - m_press * (1 - (m_kind == Kind::Primary ? pressedPrimary.opacity : pressedOpacity));
 }
 
 void Button::paintEvent(QPaintEvent*)
@@ -177,35 +177,36 @@ void Button::paintEvent(QPaintEvent*)
     if (m_kind == Kind::Primary && m_press > 0) {
         const QPointF center = QRectF(frame()).center();
         painter.translate(center);
-        painter.scale(1 - 0.02 * m_press, 1 - 0.02 * m_press);
+        const double scale = 1 - m_press * (1 - pressedPrimary.scale);
+        painter.scale(scale, scale);
         painter.translate(-center);
     }
-    drawFaded(painter, rect(), opacity(), [this](QPainter& onto) { draw(onto); });
+    const ControlState state = stateOf(*this, isDown());
+    drawFaded(painter, rect(), opacity(state), [&](QPainter& onto) { draw(onto, state); });
 }
 
-void Button::draw(QPainter& painter) const
+void Button::draw(QPainter& painter, const ControlState& state) const
 {
     painter.setRenderHint(QPainter::Antialiasing);
-    drawFrame(painter);
-    if (showsFocus(*this))
+    drawFrame(painter, state);
+    if (state.hasFocus)
         drawFocusRing(painter, frame(), metrics(m_kind).radius);
     drawLabel(painter);
 }
 
-void Button::drawFrame(QPainter& painter) const
+void Button::drawFrame(QPainter& painter, const ControlState& state) const
 {
     const QRectF shape = frame();
     const QPainterPath path = continuousRect(shape, metrics(m_kind).radius);
-    const bool hovered = isEnabled() && underMouse() && !isDown();
     if (m_kind == Kind::Primary) {
         shadowOf(accent()).draw(painter, shape, metrics(m_kind).radius);
         painter.fillPath(path, m_destructive ? QBrush(theme::danger) : QBrush(theme::accentGradient(shape)));
-        if (hovered)
+        if (state.isHovered())
             painter.fillPath(path, theme::glow);
         return;
     }
     painter.fillPath(path, theme::surface);
-    if (hovered)
+    if (state.isHovered())
         painter.fillPath(path, theme::hover);
     painter.strokePath(continuousRect(shape.adjusted(0.5, 0.5, -0.5, -0.5), metrics(m_kind).radius - 0.5),
                        QPen(theme::hairline, 1));

@@ -10,6 +10,8 @@ class QVariantAnimation;
 
 namespace folvane {
 
+struct ControlState;
+
 /// The push buttons of the program. A layout places them by their frame (see visualMargin.h): shadow and focus
 /// ring, 14 pixels below a primary button and 4 to 10 elsewhere, lie over its spacings and margins.
 class Button : public QPushButton {
@@ -47,12 +49,12 @@ private:
     QColor accent() const;
     QColor labelColor() const;
     int labelWidth() const;
-    double opacity() const;
+    double opacity(const ControlState& state) const;
     void setPress(double press);
     void refreshMargin();
     void animatePress(double target);
-    void draw(QPainter& painter) const;
-    void drawFrame(QPainter& painter) const;
+    void draw(QPainter& painter, const ControlState& state) const;
+    void drawFrame(QPainter& painter, const ControlState& state) const;
     void drawLabel(QPainter& painter) const;
 
     Kind m_kind;

@@ -19,20 +19,11 @@ constexpr int lineGap = 2;
 constexpr int spinnerSide = 16;
 constexpr double cornerRadius = 12;
 
-QFont titleFont()
-{
-    return interfaceFont(14, Weight::SemiBold);
-}
-
-QFont detailFont()
-{
-    return interfaceFont(12);
-}
-
-QFont valueFont()
-{
-    return interfaceFont(15, Weight::SemiBold);
-}
+struct Fonts {
+    QFont title = interfaceFont(14, Weight::SemiBold);
+    QFont detail = interfaceFont(12);
+    QFont value = interfaceFont(15, Weight::SemiBold);
+};
 
 int digitWidth(const QFontMetrics& metrics)
 {
@@ -45,7 +36,7 @@ int digitWidth(const QFontMetrics& metrics)
 // Every digit in the same width, so that sizes under each other can be compared and do not move when they change.
 void drawValue(QPainter& painter, const QRect& room, const QString& value)
 {
-    painter.setFont(valueFont());
+    painter.setFont(Fonts().value);
     const QFontMetrics metrics = painter.fontMetrics();
     const int digit = digitWidth(metrics);
     int right = room.right() + 1;
@@ -59,7 +50,7 @@ void drawValue(QPainter& painter, const QRect& room, const QString& value)
 
 int valueWidth(const QString& value)
 {
-    const QFontMetrics metrics(valueFont());
+    const QFontMetrics metrics(Fonts().value);
     int width = 0;
     for (const QChar letter : value)
         width += letter.isDigit() ? digitWidth(metrics) : metrics.horizontalAdvance(letter);
@@ -69,10 +60,9 @@ int valueWidth(const QString& value)
 } // namespace
 
 ChoiceRow::ChoiceRow(const QString& title, const QString& detail, QWidget* parent)
-    : QRadioButton(title, parent), m_detail(detail), m_spinner(new Spinner(spinnerSide, this))
+    : Painted(title, parent), m_detail(detail), m_spinner(new Spinner(spinnerSide, this))
 {
     m_spinner->hide();
-    setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAccessibleDescription(detail);
     refreshName();
@@ -116,8 +106,9 @@ void ChoiceRow::refreshName()
 
 QSize ChoiceRow::sizeHint() const
 {
-    const QFontMetrics title(titleFont());
-    const QFontMetrics detail(detailFont());
+    const Fonts fonts;
+    const QFontMetrics title(fonts.title);
+    const QFontMetrics detail(fonts.detail);
     const int width = std::max(title.horizontalAdvance(text()), detail.horizontalAdvance(m_detail));
     return {textLeft() + width + gap + valueWidth(m_value) + padding.right(),
             padding.top() + title.height() + lineGap + detail.height() + padding.bottom()};
@@ -133,11 +124,9 @@ void ChoiceRow::resizeEvent(QResizeEvent*)
     m_spinner->move(width() - padding.right() - spinnerSide, (height() - spinnerSide) / 2);
 }
 
-void ChoiceRow::paintEvent(QPaintEvent*)
+void ChoiceRow::draw(QPainter& painter, const ControlState& state) const
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    drawGround(painter);
+    drawGround(painter, state);
     const QRectF circle(padding.left(), (height() - circleSide) / 2.0, circleSide, circleSide);
     drawIcon(painter, isChecked() ? Icon::RadioChecked : Icon::RadioUnchecked, circle,
              isChecked() ? theme::accent : theme::secondaryText);
@@ -146,28 +135,27 @@ void ChoiceRow::paintEvent(QPaintEvent*)
     drawValue(painter, rect().marginsRemoved(padding), m_value);
 }
 
-void ChoiceRow::drawGround(QPainter& painter) const
+void ChoiceRow::drawGround(QPainter& painter, const ControlState& state) const
 {
     const QRectF frame = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
     const QPainterPath path = continuousRect(frame, cornerRadius - 0.5);
-    if (isDown())
-        painter.fillPath(path, theme::pressed);
-    else if (isChecked())
+    if (isChecked() && !state.isPressed)
         painter.fillPath(path, theme::faded(theme::accent, 0.05));
-    else if (underMouse())
-        painter.fillPath(path, theme::hover);
+    else
+        state.wash(painter, path);
     painter.strokePath(path, QPen(isChecked() ? theme::faded(theme::accent, 0.35) : theme::hairline, 1));
-    if (showsFocus(*this))
+    if (state.hasFocus)
         painter.strokePath(continuousRect(QRectF(rect()).adjusted(1, 1, -1, -1), cornerRadius - 1),
                            QPen(theme::focus, 2));
 }
 
 void ChoiceRow::drawWords(QPainter& painter) const
 {
-    painter.setFont(titleFont());
+    const Fonts fonts;
+    painter.setFont(fonts.title);
     painter.setPen(theme::text);
     painter.drawText(words(), Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, text());
-    painter.setFont(detailFont());
+    painter.setFont(fonts.detail);
     painter.setPen(theme::secondaryText);
     painter.drawText(words(), Qt::AlignLeft | Qt::AlignBottom | Qt::TextSingleLine, m_detail);
 }

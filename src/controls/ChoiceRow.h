@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/PaintedButton.h"
+
 #include <QRadioButton>
 
 namespace folvane {
@@ -8,7 +10,7 @@ class Spinner;
 
 /// One of several choices under each other: a circle, a title over a detail, and at the right what the choice comes to,
 /// once that is known. All of it can be clicked. Put the rows of one question into one QButtonGroup.
-class ChoiceRow : public QRadioButton {
+class ChoiceRow : public Painted<QRadioButton> {
     Q_OBJECT
 
 public:
@@ -27,14 +29,14 @@ public:
 
 protected:
     bool hitButton(const QPoint& place) const override { return rect().contains(place); }
-    void paintEvent(QPaintEvent* event) override;
+    void draw(QPainter& painter, const ControlState& state) const override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void showValue(const QString& value, bool waiting);
     void refreshName();
     QRect words() const;
-    void drawGround(QPainter& painter) const;
+    void drawGround(QPainter& painter, const ControlState& state) const;
     void drawWords(QPainter& painter) const;
 
     const QString m_detail;

@@ -1,12 +1,10 @@
 #include "controls/ControlGroup.h"
 
+#include "controls/PaintedButton.h"
 #include "controls/style/Theme.h"
 #include "controls/style/continuousRect.h"
-#include "controls/style/focusRing.h"
 
-#include <QAbstractButton>
 #include <QHBoxLayout>
-#include <QPainter>
 
 namespace folvane {
 
@@ -16,29 +14,23 @@ constexpr QSize segmentSize(38, 32);
 constexpr double radius = 10;
 constexpr int iconSide = 18;
 
-class Segment : public QAbstractButton {
+class Segment : public PaintedButton {
 public:
-    Segment(Icon icon, QWidget* group) : QAbstractButton(group), m_icon(icon)
+    Segment(Icon icon, QWidget* group) : PaintedButton(QString(), Qt::TabFocus, group), m_icon(icon)
     {
-        setAttribute(Qt::WA_Hover);
-        setFocusPolicy(Qt::TabFocus);
         setFixedSize(segmentSize);
     }
 
 protected:
-    void paintEvent(QPaintEvent*) override
+    void draw(QPainter& painter, const ControlState& state) const override
     {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
         const QRectF inner = QRectF(rect()).adjusted(3, 3, -3, -3);
-        if (isEnabled() && (isDown() || underMouse()))
-            painter.fillPath(continuousRect(inner, radius - 3), isDown() ? theme::pressed : theme::hover);
-        if (showsFocus(*this))
+        state.wash(painter, continuousRect(inner, radius - 3));
+        if (state.hasFocus)
             painter.strokePath(continuousRect(inner.adjusted(1, 1, -1, -1), radius - 4),
                                QPen(theme::focus, 2));
-        const double opacity = !isEnabled() ? 0.4 : isDown() ? 0.75 : 1;
         const QRectF box((width() - iconSide) / 2.0, (height() - iconSide) / 2.0, iconSide, iconSide);
-        drawIcon(painter, m_icon, box, theme::faded(theme::accentDeep, opacity));
+        drawIcon(painter, m_icon, box, theme::faded(theme::accentDeep, state.opacity()));
     }
 
 private:

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QAbstractButton>
+#include "controls/PaintedButton.h"
 
 namespace folvane {
 
 /// A button that looks like a link: its text in the deep accent colour, underlined under the pointer.
-class LinkButton : public QAbstractButton {
+class LinkButton : public PaintedButton {
     Q_OBJECT
 
 public:
@@ -18,7 +18,7 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void draw(QPainter& painter, const ControlState& state) const override;
 };
 
 } // namespace folvane

@@ -5,13 +5,9 @@
 
 namespace folvane {
 
-SectionHeader::SectionHeader(const QString& text, QWidget* parent) : QLabel(text, parent)
+SectionHeader::SectionHeader(const QString& text, QWidget* parent)
+    : TextLabel(text, interfaceFont(11.5, Weight::SemiBold), theme::secondaryText, parent)
 {
-    setTextFormat(Qt::PlainText);
-    setFont(interfaceFont(11.5, Weight::SemiBold));
-    QPalette colours = palette();
-    colours.setColor(QPalette::WindowText, theme::secondaryText);
-    setPalette(colours);
 }
 
 } // namespace folvane

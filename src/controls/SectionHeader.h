@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QLabel>
+#include "controls/TextLabel.h"
 
 namespace folvane {
 
 /// The small heading over a group of rows or controls. Screen readers announce it as a heading.
-class SectionHeader : public QLabel {
+class SectionHeader : public TextLabel {
     Q_OBJECT
 
 public:

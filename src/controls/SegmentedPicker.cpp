@@ -1,12 +1,12 @@
 #include "controls/SegmentedPicker.h"
 
+#include "controls/PaintedButton.h"
 #include "controls/appearance.h"
+#include "controls/layouts.h"
 #include "controls/style/Shadow.h"
 #include "controls/style/continuousRect.h"
-#include "controls/style/focusRing.h"
 
 #include <QButtonGroup>
-#include <QHBoxLayout>
 #include <QPainter>
 #include <QRadioButton>
 
@@ -19,12 +19,11 @@ constexpr double outerRadius = 10;
 constexpr double innerRadius = outerRadius - inset;
 const Shadow lift{theme::faded(theme::black, 0.12), 2, 1};
 
-class Segment : public QRadioButton {
+class Segment : public Painted<QRadioButton> {
 public:
-    Segment(const QString& title, QWidget* picker) : QRadioButton(title, picker)
+    Segment(const QString& title, QWidget* picker) : Painted(title, picker)
     {
         setFont(interfaceFont(13, Weight::Medium));
-        setAttribute(Qt::WA_Hover);
         setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
     }
 
@@ -37,19 +36,18 @@ public:
 protected:
     bool hitButton(const QPoint& place) const override { return rect().contains(place); }
 
-    void paintEvent(QPaintEvent*) override
+    void draw(QPainter& painter, const ControlState& state) const override
     {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
         const QRectF frame = QRectF(rect()).adjusted(1, 0, -1, 0);
         if (isChecked())
             drawCard(painter, frame, innerRadius, lift);
-        else if (isEnabled() && underMouse())
-            painter.fillPath(continuousRect(frame, innerRadius), isDown() ? theme::pressed : theme::hover);
-        if (showsFocus(*this))
+        else
+            state.wash(painter, continuousRect(frame, innerRadius));
+        if (state.hasFocus)
             painter.strokePath(continuousRect(frame.adjusted(1, 1, -1, -1), innerRadius - 1),
                                QPen(theme::focus, 2));
-        painter.setPen(theme::faded(isChecked() ? theme::accentDeep : theme::text, isEnabled() ? 1 : 0.4));
+        painter.setPen(theme::faded(isChecked() ? theme::accentDeep : theme::text,
+                                    state.isEnabled ? 1 : disabledOpacity));
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine | Qt::TextShowMnemonic, text());
     }
 };
@@ -60,9 +58,7 @@ SegmentedPicker::SegmentedPicker(const QString& name, const QStringList& titles,
     : QWidget(parent), m_segments(new QButtonGroup(this))
 {
     setAccessibleName(name);
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(inset, inset, inset, inset);
-    row->setSpacing(0);
+    auto* row = makeRow(this, {inset, inset, inset, inset}, 0);
     for (const QString& title : titles) {
         auto* segment = new Segment(title, this);
         segment->setFocusPolicy(Qt::ClickFocus);

@@ -1,10 +1,11 @@
 #include "controls/StepSlider.h"
 
+#include "controls/style/ControlState.h"
 #include "controls/style/Shadow.h"
-#include "controls/style/focusRing.h"
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
 
@@ -107,14 +108,14 @@ QPointF StepSlider::center(double place) const
 void StepSlider::drawKnob(QPainter& painter, const QRectF& knob) const
 {
     drawCard(painter, knob, knobSide / 2, lift);
+    const ControlState state = stateOf(*this, isSliderDown());
+    QPainterPath ground;
+    ground.addEllipse(knob);
+    state.wash(painter, ground);
     painter.setPen(Qt::NoPen);
-    if (isSliderDown() || underMouse()) {
-        painter.setBrush(isSliderDown() ? theme::pressed : theme::hover);
-        painter.drawEllipse(knob);
-    }
     painter.setBrush(theme::accent);
     painter.drawEllipse(square(knob.center(), dotSide));
-    if (showsFocus(*this)) {
+    if (state.hasFocus) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(theme::focus, 2));
         painter.drawEllipse(knob.adjusted(-2, -2, 2, 2));

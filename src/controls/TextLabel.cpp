@@ -1,5 +1,7 @@
 #include "controls/TextLabel.h"
 
+#include "controls/paletteColors.h"
+
 namespace folvane {
 
 TextLabel::TextLabel(const QString& text, const QFont& font, const QColor& color, QWidget* parent)
@@ -7,9 +9,7 @@ TextLabel::TextLabel(const QString& text, const QFont& font, const QColor& color
 {
     setTextFormat(Qt::PlainText);
     setFont(font);
-    QPalette colors = palette();
-    colors.setColor(QPalette::WindowText, color);
-    setPalette(colors);
+    setTextColor(*this, color);
 }
 
 } // namespace folvane

@@ -4,7 +4,7 @@
 #include "platform/tasks/spawn.h"
 #include "shell/PasswordPrompt.h"
 #include "shell/discard.h"
-#include "shell/lossQuestion.h"
+#include "shell/quitAlert.h"
 
 namespace folvane {
 
@@ -71,7 +71,7 @@ void Alerts::askToQuit(const QuitQuestion& question, std::function<void()> quit)
 {
     if (m_quit)
         return;
-    m_quit = lossQuestion(question.title, question.text, tr("Quit Anyway"), m_window, std::move(quit));
+    m_quit = quitAlert(question, m_window, std::move(quit));
     m_quit->setAttribute(Qt::WA_DeleteOnClose);
     m_quit->open();
 }

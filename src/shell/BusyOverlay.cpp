@@ -3,6 +3,7 @@
 #include "controls/Button.h"
 #include "controls/Spinner.h"
 #include "controls/appearance.h"
+#include "controls/layouts.h"
 #include "controls/style/Shadow.h"
 #include "controls/style/Theme.h"
 
@@ -31,9 +32,7 @@ BusyOverlay::BusyOverlay(QWidget* window)
     m_title->setFont(interfaceFont(14, Weight::SemiBold));
     m_title->setAlignment(Qt::AlignCenter);
     m_title->setMinimumWidth(160);
-    auto* column = new QVBoxLayout(m_panel);
-    column->setContentsMargins(28, 28, 28, 28);
-    column->setSpacing(14);
+    auto* column = makeColumn(m_panel, {28, 28, 28, 28}, 14);
     column->addWidget(new Spinner(32, m_panel), 0, Qt::AlignHCenter);
     column->addWidget(m_title);
     column->addWidget(m_cancel, 0, Qt::AlignHCenter);

@@ -82,7 +82,7 @@ void Commands::fillPagesMenu(QMenu* menu)
                          [this] { emit pagesMoveRequested(pageCount()); });
     menu->addSeparator();
     m_onFile +=
-        add(menu, tr("Insert Pages from Files…"), {}, [this] { spawn(chooseAndInsert(&m_model, m_file)); });
+        add(menu, tr("Insert Pages from Files…"), {}, [this] { spawn(chooseAndInsert(m_model, m_file)); });
     m_extract = add(menu, tr("Extract All Pages…"), {}, [this] { spawn(m_model.extract(m_file)); });
 }
 

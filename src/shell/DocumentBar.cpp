@@ -5,17 +5,17 @@
 #include "controls/ElidedLabel.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
+#include "controls/layouts.h"
+#include "controls/paletteColors.h"
 #include "controls/popUpBelow.h"
 #include "controls/style/Theme.h"
 #include "documents/addToMerge.h"
 #include "documents/statusLine.h"
 #include "platform/tasks/spawn.h"
 #include "shell/ToolButtons.h"
+#include "viewParts/choosingFiles.h"
 
-#include <QHBoxLayout>
 #include <QMenu>
-#include <QPointer>
-#include <QVBoxLayout>
 
 #include <utility>
 
@@ -34,28 +34,18 @@ QString extractTitle(const OpenFile& file)
                                             : DocumentBar::tr("Extract Selected Pages…");
 }
 
-QCoro::Task<> chooseAndInsert(AppModel* model, OpenFilePtr file)
+QCoro::Task<> chooseAndInsert(AppModel& model, OpenFilePtr file)
 {
-    const QPointer<AppModel> alive(model);
-    const QList<ContentType> types{ContentType::Pdf, ContentType::Image};
-    QCoro::Task<QList<QUrl>> choosing = model->chooseFiles(true, types);
-    const QList<QUrl> urls = co_await choosing;
-    if (!alive || urls.isEmpty())
-        co_return;
-    QCoro::Task<> inserting = alive->insertPages(file, urls);
-    co_await inserting;
+    return chooseFilesAnd(model, [file = std::move(file)](AppModel& into, const QList<QUrl>& urls) {
+        return into.insertPages(file, urls);
+    });
 }
 
 DocumentBar::DocumentBar(AppModel& model, QWidget* parent) : QWidget(parent), m_model(model)
 {
-    QPalette colors = palette();
-    colors.setColor(QPalette::Window, theme::surface);
-    setPalette(colors);
-    setAutoFillBackground(true);
+    setGround(*this, theme::surface);
 
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(24, 14, 24, 14);
-    row->setSpacing(spacing);
+    auto* row = makeRow(this, {24, 14, 24, 14}, spacing);
     row->addLayout(makeTitles(), 1);
     row->addWidget(makePageButtons());
     row->addLayout(makeTools());
@@ -70,11 +60,8 @@ QLayout* DocumentBar::makeTitles()
     m_name->setMinimumWidth(narrowestName);
     m_status = new ElidedLabel(this);
     m_status->setFont(interfaceFont(12));
-    QPalette colors = m_status->palette();
-    colors.setColor(QPalette::WindowText, theme::secondaryText);
-    m_status->setPalette(colors);
-    auto* titles = new QVBoxLayout;
-    titles->setSpacing(2);
+    setTextColor(*m_status, theme::secondaryText);
+    auto* titles = makeColumn(nullptr, {}, 2);
     titles->addStretch();
     titles->addWidget(m_name);
     titles->addWidget(m_status);
@@ -182,7 +169,7 @@ void DocumentBar::fillMoreMenu()
     const OpenFilePtr file = m_file;
     m_more->clear();
     m_more->addAction(tr("Insert Pages from Files…"), this,
-                      [this, file] { spawn(chooseAndInsert(&m_model, file)); });
+                      [this, file] { spawn(chooseAndInsert(m_model, file)); });
     m_more->addAction(extractTitle(*file), this, [this, file] { spawn(m_model.extract(file)); })
         ->setEnabled(!m_model.busy.value());
     m_more->addAction(tr("Export Pages as Images…"), this,

@@ -59,6 +59,6 @@ private:
 /// The command that extracts the selected pages, or all when there is none.
 QString extractTitle(const OpenFile& file);
 /// The Insert Pages command: asks for files and adds their pages.
-QCoro::Task<> chooseAndInsert(AppModel* model, OpenFilePtr file);
+QCoro::Task<> chooseAndInsert(AppModel& model, OpenFilePtr file);
 
 } // namespace folvane

@@ -2,15 +2,15 @@
 
 #include "controls/ElidedLabel.h"
 #include "controls/appearance.h"
+#include "controls/layouts.h"
+#include "controls/paletteColors.h"
 #include "controls/style/Theme.h"
 #include "controls/style/icons.h"
 #include "platform/tasks/spawn.h"
 #include "shell/DocumentBar.h"
 #include "shell/pageGrid/PageGrid.h"
 
-#include <QHBoxLayout>
 #include <QMenu>
-#include <QVBoxLayout>
 
 #include <utility>
 
@@ -18,18 +18,10 @@ namespace folvane {
 
 namespace {
 
-QWidget* filled(QWidget* widget, const QColor& color)
-{
-    QPalette colors = widget->palette();
-    colors.setColor(QPalette::Window, color);
-    widget->setPalette(colors);
-    widget->setAutoFillBackground(true);
-    return widget;
-}
-
 QWidget* makeDivider(QWidget* parent)
 {
-    QWidget* line = filled(new QWidget(parent), theme::hairline);
+    auto* line = new QWidget(parent);
+    setGround(*line, theme::hairline);
     line->setFixedHeight(1);
     return line;
 }
@@ -43,9 +35,7 @@ DocumentView::DocumentView(AppModel& model, QWidget* parent)
       m_grid(new PageGrid(model, this)),
       m_footer(makeFooter())
 {
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
+    auto* column = makeColumn(this, {}, 0);
     column->addWidget(m_bar);
     column->addWidget(makeDivider(this));
     column->addWidget(m_grid, 1);
@@ -57,7 +47,8 @@ DocumentView::DocumentView(AppModel& model, QWidget* parent)
 
 QWidget* DocumentView::makeFooter()
 {
-    QWidget* footer = filled(new QWidget(this), theme::surface);
+    auto* footer = new QWidget(this);
+    setGround(*footer, theme::surface);
     auto* icon = new QLabel(footer);
     icon->setPixmap(themedIcon(Icon::Info, theme::secondaryText).pixmap(QSize(15, 15), devicePixelRatioF()));
     auto* hint = new ElidedLabel(footer);
@@ -65,12 +56,8 @@ QWidget* DocumentView::makeFooter()
     hint->setText(
         tr("Drag to reorder. Drop PDFs or images to add pages. Save As… makes a new file; the original stays "
            "as it is."));
-    QPalette colors = hint->palette();
-    colors.setColor(QPalette::WindowText, theme::secondaryText);
-    hint->setPalette(colors);
-    auto* row = new QHBoxLayout(footer);
-    row->setContentsMargins(24, 8, 24, 8);
-    row->setSpacing(8);
+    setTextColor(*hint, theme::secondaryText);
+    auto* row = makeRow(footer, {24, 8, 24, 8}, 8);
     row->addWidget(icon);
     row->addWidget(hint, 1);
     return footer;
@@ -93,8 +80,7 @@ void DocumentView::setFile(OpenFilePtr file)
 void DocumentView::showPageMenu(const QUuid& page, const QPoint& position)
 {
     const OpenFilePtr file = m_file;
-    const QSet<QUuid> selected = file->selection.value();
-    const QSet<QUuid> pages = selected.contains(page) ? selected : QSet<QUuid>{page};
+    const QSet<QUuid> pages = m_grid->groupOf(page);
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(tr("Rotate Left"), this, [this, file, pages] { m_model.turn(file, pages, false); });

@@ -1,7 +1,7 @@
 #include "shell/RootView.h"
 
 #include "config.h"
-#include "controls/dragging/droppedFiles.h"
+#include "controls/dragging/FileDrops.h"
 #include "controls/sheets/Veil.h"
 #include "documents/currentFile.h"
 #include "platform/desktop/Preferences.h"
@@ -23,9 +23,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDialog>
-#include <QDropEvent>
 #include <QMenuBar>
-#include <QMimeData>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -41,7 +39,9 @@ const QString geometryKey = QStringLiteral("window.geometry");
 
 RootView::RootView(AppModel& model) : m_model(model)
 {
-    setAcceptDrops(true);
+    const auto* drops = new FileDrops(*this);
+    connect(drops, &FileDrops::dropped, this,
+            [this](const QList<QUrl>& files) { spawn(m_model.open(files)); });
     m_commands = new Commands(model, menuBar());
     m_windowCommands = new WindowCommands(model, this, menuBar());
 
@@ -234,18 +234,6 @@ void RootView::followClosed()
         bringToFront({});
     else if (mayEnd())
         QCoreApplication::exit();
-}
-
-void RootView::dragEnterEvent(QDragEnterEvent* event)
-{
-    if (!droppedFiles(event->mimeData()).isEmpty())
-        acceptCopy(*event);
-}
-
-void RootView::dropEvent(QDropEvent* event)
-{
-    acceptCopy(*event);
-    spawn(m_model.open(droppedFiles(event->mimeData())));
 }
 
 } // namespace folvane

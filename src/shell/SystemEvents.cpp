@@ -5,7 +5,7 @@
 #include "platform/desktop/x11Activation.h"
 #include "platform/tasks/spawn.h"
 #include "shell/RootView.h"
-#include "shell/lossQuestion.h"
+#include "shell/quitAlert.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -60,8 +60,7 @@ bool SystemEvents::allowsLogOut(bool mayAsk)
 bool SystemEvents::isGivenUp(const QuitQuestion& question)
 {
     m_window->bringToFront({});
-    const std::unique_ptr<Alert> alert(
-        lossQuestion(question.title, question.text, tr("Quit Anyway"), m_window));
+    const std::unique_ptr<Alert> alert(quitAlert(question, m_window));
     return alert->exec() != QDialog::Rejected;
 }
 

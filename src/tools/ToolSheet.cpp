@@ -3,8 +3,7 @@
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/breakableText.h"
-
-#include <QVBoxLayout>
+#include "controls/layouts.h"
 
 namespace folvane {
 
@@ -21,6 +20,13 @@ QLabel* ToolSheet::addText(const QString& text, double pixels, const QColor& col
     label->setWordWrap(true);
     content().addWidget(label);
     return label;
+}
+
+void ToolSheet::layOut(QWidget* line, QLabel* icon, QLabel* text)
+{
+    auto* row = makeRow(line, {}, 8);
+    row->addWidget(icon, 0, Qt::AlignTop);
+    row->addWidget(text, 1);
 }
 
 Button* ToolSheet::addButtons(const QString& action)

@@ -1,13 +1,11 @@
 #include "controls/dragging/DropZone.h"
 
 #include "controls/appearance.h"
-#include "controls/dragging/droppedFiles.h"
+#include "controls/dragging/FileDrops.h"
 #include "controls/style/Theme.h"
 #include "controls/style/continuousRect.h"
 #include "controls/style/icons.h"
 
-#include <QDropEvent>
-#include <QMimeData>
 #include <QPainter>
 
 namespace folvane {
@@ -49,14 +47,13 @@ void drawLine(QPainter& painter, QRect& room, const QFont& font, const QColor& c
 
 } // namespace
 
-DropZone::DropZone(QWidget* parent) : QAbstractButton(parent)
+DropZone::DropZone(QWidget* parent)
+    : PaintedButton(tr("Drop PDFs or images here"), Qt::StrongFocus, parent), m_drops(new FileDrops(*this))
 {
-    setAcceptDrops(true);
-    setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);
-    setAccessibleName(tr("Drop PDFs or images here"));
     setAccessibleDescription(tr("or click to open. Images become pages of a new PDF."));
+    connect(m_drops, &FileDrops::overChanged, this, qOverload<>(&QWidget::update));
+    connect(m_drops, &FileDrops::dropped, this, &DropZone::filesDropped);
 }
 
 QSize DropZone::sizeHint() const
@@ -69,56 +66,29 @@ QSize DropZone::minimumSizeHint() const
     return {200, sizeHint().height()};
 }
 
-void DropZone::paintEvent(QPaintEvent*)
+void DropZone::drawGround(QPainter& painter, const ControlState& state) const
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
     const double half = outline / 2;
     const QPainterPath frame =
         continuousRect(QRectF(rect()).adjusted(half, half, -half, -half), cornerRadius - half);
-    painter.fillPath(frame, m_targeted ? theme::accentSoft : theme::surface);
-    if (!m_targeted && (isDown() || underMouse()))
-        painter.fillPath(frame, isDown() ? theme::accentSoft : theme::hoverSoft);
-    painter.strokePath(frame, QPen(m_targeted          ? theme::accent
-                                   : showsFocus(*this) ? theme::focus
-                                                       : theme::hairline,
-                                   outline));
+    const bool targeted = m_drops->areOver();
+    painter.fillPath(frame, targeted ? theme::accentSoft : theme::surface);
+    if (!targeted)
+        state.wash(painter, frame, theme::hoverSoft, theme::accentSoft);
+    const QColor line = targeted ? theme::accent : state.hasFocus ? theme::focus : theme::hairline;
+    painter.strokePath(frame, QPen(line, outline));
+}
 
+void DropZone::draw(QPainter& painter, const ControlState& state) const
+{
+    drawGround(painter, state);
     QRect room = rect().adjusted(16, 0, -16, 0);
     room.setTop((height() - contentHeight()) / 2);
     const QRectF icon(QRectF(room).center().x() - iconSide / 2.0, room.top(), iconSide, iconSide);
     drawIcon(painter, Icon::AddPage, icon, theme::accent);
     room.setTop(room.top() + iconSide + spacing);
-    drawLine(painter, room, titleFont(), theme::text, accessibleName());
+    drawLine(painter, room, titleFont(), theme::text, text());
     drawLine(painter, room, detailFont(), theme::secondaryText, accessibleDescription());
-}
-
-void DropZone::setTargeted(bool targeted)
-{
-    if (targeted == m_targeted)
-        return;
-    m_targeted = targeted;
-    update();
-}
-
-void DropZone::dragEnterEvent(QDragEnterEvent* event)
-{
-    if (droppedFiles(event->mimeData()).isEmpty())
-        return;
-    acceptCopy(*event);
-    setTargeted(true);
-}
-
-void DropZone::dragLeaveEvent(QDragLeaveEvent*)
-{
-    setTargeted(false);
-}
-
-void DropZone::dropEvent(QDropEvent* event)
-{
-    setTargeted(false);
-    acceptCopy(*event);
-    emit filesDropped(droppedFiles(event->mimeData()));
 }
 
 } // namespace folvane

@@ -1,12 +1,15 @@
 #pragma once
 
-#include <QAbstractButton>
+#include "controls/PaintedButton.h"
+
 #include <QUrl>
 
 namespace folvane {
 
+class FileDrops;
+
 /// A large place to drop files on, or to click.
-class DropZone : public QAbstractButton {
+class DropZone : public PaintedButton {
     Q_OBJECT
 
 public:
@@ -19,15 +22,12 @@ signals:
     void filesDropped(QList<QUrl> files);
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dragLeaveEvent(QDragLeaveEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
+    void draw(QPainter& painter, const ControlState& state) const override;
 
 private:
-    void setTargeted(bool targeted);
+    void drawGround(QPainter& painter, const ControlState& state) const;
 
-    bool m_targeted = false;
+    FileDrops* m_drops;
 };
 
 } // namespace folvane

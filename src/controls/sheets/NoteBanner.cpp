@@ -1,6 +1,7 @@
 #include "controls/sheets/NoteBanner.h"
 
 #include "controls/appearance.h"
+#include "controls/paletteColors.h"
 #include "controls/style/Theme.h"
 #include "controls/style/continuousRect.h"
 #include "controls/style/icons.h"
@@ -43,9 +44,7 @@ NoteBanner::NoteBanner(const QString& text, Tone tone, QWidget* parent) : QLabel
     setMargin(padding);
     setAlignment(Qt::AlignLeft | Qt::AlignVCenter); // an indent needs a side
     setIndent(iconSide + spacing);
-    QPalette colours = palette();
-    colours.setColor(QPalette::WindowText, theme::text);
-    setPalette(colours);
+    setTextColor(*this, theme::text);
 }
 
 QSize NoteBanner::minimumSizeHint() const

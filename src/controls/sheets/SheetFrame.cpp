@@ -2,6 +2,7 @@
 
 #include "controls/appearance.h"
 #include "controls/breakableText.h"
+#include "controls/layouts.h"
 #include "controls/style/Shadow.h"
 #include "controls/style/blending.h"
 
@@ -42,16 +43,13 @@ SheetFrame::SheetFrame(const QString& title, QWidget* parent, int width)
     m_title->setFont(interfaceFont(17, Weight::Bold));
     setTitle(title);
 
-    auto* head = new QHBoxLayout;
-    head->setSpacing(iconGap);
+    auto* head = makeRow(nullptr, {}, iconGap);
     head->addWidget(m_icon, 0, Qt::AlignTop);
     head->addWidget(m_title, 1);
     m_content->setSpacing(14);
     m_buttons->setSpacing(10);
     m_buttons->addStretch();
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins((m_floats ? shadows::sheet.margins() : QMargins()) + padding);
-    column->setSpacing(14);
+    auto* column = makeColumn(this, (m_floats ? shadows::sheet.margins() : QMargins()) + padding, 14);
     column->addLayout(head);
     column->addLayout(m_content);
     column->addSpacing(4);

@@ -1,5 +1,8 @@
 #include "controls/style/icons.h"
 
+#include "controls/style/ControlState.h"
+#include "controls/style/Theme.h"
+
 #include <QFont>
 #include <QIconEngine>
 #include <QPainter>
@@ -19,7 +22,7 @@ public:
     {
         QColor color = m_color;
         if (mode == QIcon::Disabled)
-            color.setAlphaF(color.alphaF() * 0.4F);
+            color = theme::faded(color, disabledOpacity);
         drawIcon(*painter, m_icon, box, color);
     }
 

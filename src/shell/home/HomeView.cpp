@@ -4,14 +4,14 @@
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/dragging/DropZone.h"
+#include "controls/layouts.h"
 #include "controls/style/Theme.h"
 #include "platform/tasks/spawn.h"
 #include "shell/home/TileGrid.h"
 #include "shell/home/ToolTile.h"
+#include "viewParts/choosingFiles.h"
 
 #include <QHBoxLayout>
-#include <QPointer>
-#include <QVBoxLayout>
 
 namespace folvane {
 
@@ -22,30 +22,18 @@ constexpr int padding = 28;
 constexpr int spacing = 22;
 constexpr int logoSide = 56;
 
-QCoro::Task<> choosePictures(AppModel* model)
+QCoro::Task<> choosePictures(AppModel& model)
 {
-    const QPointer<AppModel> alive(model);
-    const QList<ContentType> types{ContentType::Image};
-    QCoro::Task<QList<QUrl>> choosing = model->chooseFiles(true, types);
-    const QList<QUrl> urls = co_await choosing;
-    if (!alive)
-        co_return;
-    QCoro::Task<> opening = alive->open(urls);
-    co_await opening;
+    return chooseFilesAnd(model, [](AppModel& to, const QList<QUrl>& urls) { return to.open(urls); }, true,
+                          {ContentType::Image});
 }
 
 /// Asks for one PDF and goes to the tool in it.
-QCoro::Task<> openOne(AppModel* model, Tool tool)
+QCoro::Task<> openOne(AppModel& model, Tool tool)
 {
-    const QPointer<AppModel> alive(model);
-    const QList<ContentType> types{ContentType::Pdf};
-    QCoro::Task<QList<QUrl>> choosing = model->chooseFiles(false, types);
-    const QList<QUrl> urls = co_await choosing;
-    if (!alive || urls.isEmpty())
-        co_return;
-    const QList<QUrl> one{urls.first()};
-    QCoro::Task<> opening = alive->open(one, tool);
-    co_await opening;
+    return chooseFilesAnd(
+        model, [tool](AppModel& to, const QList<QUrl>& urls) { return to.open({urls.first()}, tool); }, false,
+        {ContentType::Pdf});
 }
 
 } // namespace
@@ -81,9 +69,7 @@ QWidget* HomeView::makePage()
     auto* promise = new TextLabel(tr("No ads. No tracking. No account."), interfaceFont(12.5, Weight::Medium),
                                   theme::secondaryText, page);
     promise->setAlignment(Qt::AlignCenter);
-    auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(padding, padding, padding, padding);
-    column->setSpacing(spacing);
+    auto* column = makeColumn(page, {padding, padding, padding, padding}, spacing);
     column->addLayout(makeHeader(page));
     column->addWidget(m_zone);
     column->addWidget(makeTools(page));
@@ -97,8 +83,7 @@ QWidget* HomeView::makePage()
 
 QLayout* HomeView::makeHeader(QWidget* page) const
 {
-    auto* words = new QVBoxLayout;
-    words->setSpacing(2);
+    auto* words = makeColumn(nullptr, {}, 2);
     words->addWidget(
         new TextLabel(tr("Folvane for Mac"), interfaceFont(26, Weight::Bold), theme::text, page));
     auto* promise =
@@ -106,8 +91,7 @@ QLayout* HomeView::makeHeader(QWidget* page) const
                       interfaceFont(13), theme::secondaryText, page);
     promise->setWordWrap(true);
     words->addWidget(promise);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(16);
+    auto* row = makeRow(nullptr, {}, 16);
     row->addWidget(new BrandMark(logoSide, page), 0, Qt::AlignVCenter);
     row->addLayout(words, 1);
     return row;
@@ -128,11 +112,11 @@ QWidget* HomeView::makeTools(QWidget* page)
                                   tr("Photos and scans as pages of one PDF, in name order."), tools);
     for (ToolTile* tile : {compress, merge, split, pictures})
         tools->add(tile);
-    connect(compress, &ToolTile::clicked, this, [this] { spawn(openOne(&m_model, Tool::Compress)); });
+    connect(compress, &ToolTile::clicked, this, [this] { spawn(openOne(m_model, Tool::Compress)); });
     connect(merge, &ToolTile::clicked, this,
             [this] { m_model.destination = Destination(Destination::Place::Merge); });
-    connect(split, &ToolTile::clicked, this, [this] { spawn(openOne(&m_model, Tool::Split)); });
-    connect(pictures, &ToolTile::clicked, this, [this] { spawn(choosePictures(&m_model)); });
+    connect(split, &ToolTile::clicked, this, [this] { spawn(openOne(m_model, Tool::Split)); });
+    connect(pictures, &ToolTile::clicked, this, [this] { spawn(choosePictures(m_model)); });
     return tools;
 }
 

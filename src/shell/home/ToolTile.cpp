@@ -42,14 +42,10 @@ int detailHeight(const QString& detail, int width)
 } // namespace
 
 ToolTile::ToolTile(Icon icon, const QString& title, const QString& detail, QWidget* parent)
-    : QAbstractButton(parent), m_icon(icon), m_detail(detail)
+    : PaintedButton(title, Qt::StrongFocus, parent), m_icon(icon), m_detail(detail)
 {
-    setText(title);
-    setShortcut({}); // an & in a title is no key
     setAccessibleDescription(detail);
     setCursor(Qt::PointingHandCursor);
-    setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
 }
 
 QMargins ToolTile::margin()
@@ -74,15 +70,12 @@ void ToolTile::alignTo(int textHeight)
     update();
 }
 
-void ToolTile::paintEvent(QPaintEvent*)
+void ToolTile::draw(QPainter& painter, const ControlState& state) const
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
     const QRect frame = this->frame();
     drawCard(painter, frame, radius, shadow);
-    if (isDown() || underMouse())
-        painter.fillPath(continuousRect(frame, radius), isDown() ? theme::pressed : theme::hover);
-    if (showsFocus(*this))
+    state.wash(painter, continuousRect(frame, radius));
+    if (state.hasFocus)
         drawFocusRing(painter, frame, radius);
 
     const int textLeft = frame.left() + padding + iconSide + gap;

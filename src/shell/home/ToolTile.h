@@ -1,14 +1,13 @@
 #pragma once
 
+#include "controls/PaintedButton.h"
 #include "controls/style/icons.h"
-
-#include <QAbstractButton>
 
 namespace folvane {
 
 /// One tool on the home page: a button with an icon, a title, and a sentence that wraps. Its shadow lies in a margin
 /// around what it seems to be.
-class ToolTile : public QAbstractButton {
+class ToolTile : public PaintedButton {
     Q_OBJECT
 
 public:
@@ -23,7 +22,7 @@ public:
     QRect frame() const { return rect().marginsRemoved(margin()); }
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void draw(QPainter& painter, const ControlState& state) const override;
     bool hitButton(const QPoint& place) const override { return frame().contains(place); }
 
 private:

@@ -1,12 +1,9 @@
 #include "shell/pageGrid/PageGrid.h"
 
-#include "controls/Spinner.h"
 #include "controls/style/Theme.h"
-#include "platform/tasks/spawn.h"
-#include "shell/pageGrid/pageCell.h"
+#include "shell/pageGrid/PageSelectionModel.h"
 
 #include <QPainter>
-#include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -15,28 +12,26 @@ namespace folvane {
 
 namespace {
 
-constexpr int pictureLongSide = 360; // pixels, at every screen scale
+PagePictures::Key keyOf(const PageItem& page)
+{
+    constexpr int longSide = 360; // pixels, at every screen scale
+    return {page.source, page.turn, longSide};
+}
 
 } // namespace
 
 PageGrid::PageGrid(AppModel& model, QWidget* parent)
-    : QListView(parent), m_model(model), m_pictures(model.thumbnails())
+    : PictureList(model.thumbnails(), pageCellMetrics.largestPaper(), parent),
+      m_model(model),
+      m_selection(new PageSelectionModel(m_pages, this))
 {
     setModel(&m_pages);
+    setSelectionModel(m_selection);
     setAccessibleName(tr("Pages"));
-    setFrameShape(QFrame::NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollMode(ScrollPerPixel);
-    setEditTriggers(NoEditTriggers);
     setSelectionMode(ExtendedSelection);
     setAcceptDrops(true);
-    setAutoScroll(false); // m_scroller does
-    viewport()->setAutoFillBackground(false);
+    setAutoScroll(false); // the scroller of drags does
     setAutoFillBackground(true);
-    connect(&m_pictures, &PagePictures::changed, this, [this] {
-        viewport()->update();
-        emit picturesChanged();
-    });
 }
 
 void PageGrid::setFile(OpenFilePtr file)
@@ -48,9 +43,9 @@ void PageGrid::setFile(OpenFilePtr file)
     m_scrolledTo.removeIf([this](const auto& kept) { return !m_model.file(kept.key()); });
     m_watches.clear();
     m_file = std::move(file);
+    m_selection->setFile(m_file);
     m_pressed.reset();
     if (!m_file) {
-        m_anchor.reset();
         m_pages.setPages({});
         return;
     }
@@ -59,9 +54,9 @@ void PageGrid::setFile(OpenFilePtr file)
     verticalScrollBar()->setValue(m_scrolledTo.value(m_file->id, 0));
 }
 
-bool PageGrid::isComplete() const
+QSet<QUuid> PageGrid::groupOf(const QUuid& page) const
 {
-    return m_pictures.isComplete();
+    return m_selection->groupOf(page);
 }
 
 void PageGrid::showPages()
@@ -70,37 +65,18 @@ void PageGrid::showPages()
     const std::optional<QUuid> current = pageAt(before);
     m_pages.setPages(m_file->pages.value());
     if (current)
-        selectionModel()->setCurrentIndex(m_pages.index(stillAt(*current, before)),
-                                          QItemSelectionModel::NoUpdate);
+        keepCurrentRow(m_pages.rowOf(*current), before);
     doItemsLayout();
     showSelection();
     wantPictures();
 }
 
-// A page that is gone leaves its place to the one that came there.
-int PageGrid::stillAt(const QUuid& page, int before) const
-{
-    const int row = m_pages.rowOf(page);
-    return row >= 0 ? row : std::min(before, m_pages.rowCount() - 1);
-}
-
 void PageGrid::showSelection()
 {
-    const QSet<QUuid> selected = m_file->selection.value();
-    QItemSelection rows;
-    for (int row = 0; row < m_pages.rowCount(); ++row) {
-        if (!selected.contains(m_pages.pages()[size_t(row)].id))
-            continue;
-        const bool continues = !rows.isEmpty() && rows.last().bottom() == row - 1;
-        const QModelIndex first = continues ? QModelIndex(rows.takeLast().topLeft()) : m_pages.index(row);
-        rows.append(QItemSelectionRange(first, m_pages.index(row)));
-    }
-    const QScopedValueRollback showing(m_showingSelection, true);
-    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+    m_selection->mirror();
     viewport()->update();
 }
 
-// What else than the document selects is somebody who cannot see the pages: it becomes the document's selection.
 void PageGrid::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
 {
     QAbstractItemView::selectionChanged(selected, deselected);
@@ -108,75 +84,22 @@ void PageGrid::selectionChanged(const QItemSelection& selected, const QItemSelec
         tellReaders(QAccessible::SelectionAdd, added.first().row());
     else
         tellReaders(QAccessible::SelectionWithin, currentIndex().row());
-    if (m_showingSelection || !m_file)
-        return;
-    QSet<QUuid> pages;
-    for (const QModelIndex& index : selectionModel()->selectedIndexes())
-        pages.insert(*pageAt(index.row()));
-    m_file->selection = pages;
 }
 
-// The list view would name no row here, since its own layout is not in use.
-void PageGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+QList<PagePictures::Key> PageGrid::keysOnScreen() const
 {
-    QAbstractItemView::currentChanged(current, previous);
-    if (current.isValid() && hasFocus())
-        tellReaders(QAccessible::Focus, current.row());
-}
-
-void PageGrid::tellReaders(QAccessible::Event event, int row)
-{
-    if (!QAccessible::isActive())
-        return;
-    QAccessibleEvent told(this, event);
-    told.setChild(row);
-    QAccessible::updateAccessibility(&told);
-}
-
-PagePictures::Key PageGrid::key(const PageItem& page) const
-{
-    return {page.source, page.turn, pictureLongSide};
-}
-
-void PageGrid::wantPictures()
-{
-    m_pictures.setRoom(largestPaper() * devicePixelRatioF());
     QList<PagePictures::Key> keys;
-    if (isVisible()) {
-        const auto [first, last] = rowsOnScreen();
-        for (int row = first; row < last; ++row)
-            keys.append(key(m_pages.pages()[size_t(row)]));
-    }
-    m_pictures.want(keys);
-    if (m_pictures.isComplete())
-        m_spinner.stop();
-    else if (!m_spinner.isActive())
-        m_spinner.start(spinnerInterval, this);
-    emit picturesChanged();
+    const auto [first, last] = rowsOnScreen();
+    for (int row = first; row < last; ++row)
+        keys.append(keyOf(m_pages.pages()[size_t(row)]));
+    return keys;
 }
 
-void PageGrid::timerEvent(QTimerEvent* event)
+std::optional<QUuid> PageGrid::pageAt(int row) const
 {
-    if (event->timerId() != m_spinner.timerId()) {
-        QListView::timerEvent(event);
-        return;
-    }
-    m_spinnerStep = (m_spinnerStep + 1) % spinnerSteps;
-    viewport()->update();
-    if (m_pictures.isComplete())
-        m_spinner.stop();
-}
-
-void PageGrid::showEvent(QShowEvent* event)
-{
-    QListView::showEvent(event);
-    wantPictures();
-}
-
-void PageGrid::hideEvent(QHideEvent* event)
-{
-    QListView::hideEvent(event);
-    wantPictures();
+    if (row < 0 || row >= m_pages.rowCount())
+        return std::nullopt;
+    return m_pages.pages()[size_t(row)].id;
 }
 
 // Layout
@@ -225,13 +148,6 @@ void PageGrid::updateGeometries()
 void PageGrid::resizeEvent(QResizeEvent* event)
 {
     QAbstractItemView::resizeEvent(event);
-    wantPictures();
-}
-
-void PageGrid::scrollContentsBy(int, int)
-{
-    viewport()->update();
-    wantPictures();
 }
 
 void PageGrid::scrollTo(const QModelIndex& index, ScrollHint)
@@ -276,19 +192,19 @@ PageCell PageGrid::cellAt(int row) const
         .hasStamps = !page.stamps.empty(),
         .isLifted = m_lifted.contains(page.id),
         .hasKeyboard = m_byKeyboard && hasFocus() && currentIndex().row() == row,
-        .state = m_pictures.state(key(page)),
-        .picture = m_pictures.picture(key(page)),
-        .spinnerStep = m_spinnerStep,
+        .paper = paperOf(keyOf(page)),
     };
 }
 
 void PageGrid::drawDropMark(QPainter& painter, const DropMark& mark) const
 {
     const QRect cell = pageLayout().cell(mark.cell).translated(0, -verticalOffset());
-    const int x = mark.isBehind ? cell.right() + 9 : cell.left() - 9;
+    constexpr int distance = 9; // from the cell
+    constexpr int inset = 4;    // at both ends of its frame
+    const int x = mark.isBehind ? cell.right() + distance : cell.left() - distance;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(theme::accent, 4, Qt::SolidLine, Qt::RoundCap));
-    painter.drawLine(x, cell.top() + 4, x, cell.top() + 208);
+    painter.drawLine(x, cell.top() + inset, x, cell.top() + pageCellMetrics.frameHeight() - inset);
 }
 
 } // namespace folvane

@@ -11,15 +11,14 @@ namespace {
 constexpr int padding = 24;
 constexpr int columnSpacing = 18;
 constexpr int rowSpacing = 22;
-constexpr int narrowestColumn = 150;
-constexpr int widestColumn = 210;
-constexpr int rowStep = pageCellHeight + rowSpacing;
+constexpr int narrowestColumn = pageCellMetrics.narrowest;
+constexpr int rowStep = pageCellMetrics.height() + rowSpacing;
 
 int columnWidth(const PageGridLayout& layout)
 {
     const int columns = layout.columns();
     return std::clamp((layout.width - 2 * padding - (columns - 1) * columnSpacing) / columns, narrowestColumn,
-                      widestColumn);
+                      pageCellMetrics.widest);
 }
 
 int left(const PageGridLayout& layout)
@@ -45,7 +44,7 @@ QRect PageGridLayout::cell(int index) const
 {
     const int columnStep = columnWidth(*this) + columnSpacing;
     return {left(*this) + index % columns() * columnStep, padding + index / columns() * rowStep,
-            columnWidth(*this), pageCellHeight};
+            columnWidth(*this), pageCellMetrics.height()};
 }
 
 int PageGridLayout::at(const QPoint& point) const

@@ -49,7 +49,7 @@ QPixmap dragPicture(PageCell cell, int pages, double scale)
     cell.hasKeyboard = false;
     cell.isLifted = false;
     cell.isStack = pages > 1;
-    const QRect box(QPoint(room, room), QSize(cellWidth, pageCellHeight));
+    const QRect box(QPoint(room, room), QSize(cellWidth, pageCellMetrics.height()));
     QPixmap picture(box.marginsAdded(QMargins(room, room, room, room)).size() * scale);
     picture.setDevicePixelRatio(scale);
     picture.fill(Qt::transparent);

@@ -1,7 +1,6 @@
 #include "shell/pageGrid/pageCell.h"
 
 #include "controls/appearance.h"
-#include "controls/paper.h"
 #include "controls/style/Theme.h"
 #include "controls/style/continuousRect.h"
 #include "controls/style/drawFaded.h"
@@ -14,10 +13,7 @@ namespace folvane {
 
 namespace {
 
-constexpr int paperHeight = 200;
-constexpr int widestCell = 210;
-constexpr int framePadding = 6;
-constexpr int frameHeight = paperHeight + 2 * framePadding;
+constexpr PageCellMetrics metrics = pageCellMetrics;
 constexpr double frameRadius = 10;
 constexpr double liftedOpacity = 0.4;
 constexpr int stackStep = 9; // from one sheet to the next
@@ -34,24 +30,19 @@ void drawFrame(QPainter& painter, const QRectF& frame, const PageCell& cell)
         drawFocusRing(painter, frame, frameRadius);
 }
 
-QRectF roomInFrame(const QRect& rect, const PageCell& cell)
+QRectF roomInFrame(const QRectF& frame, const PageCell& cell)
 {
-    const QRectF room = QRectF(rect.left(), rect.top(), rect.width(), frameHeight)
-                            .adjusted(framePadding, framePadding, -framePadding, -framePadding);
+    constexpr int padding = metrics.framePadding;
+    const QRectF room = frame.adjusted(padding, padding, -padding, -padding);
     return cell.isStack ? room.adjusted(0, stackStep, -stackStep, 0) : room;
 }
 
-PaperPicture paperOf(const PageCell& cell)
+void drawPapers(QPainter& painter, const QRectF& frame, const PageCell& cell)
 {
-    return {cell.picture, cell.state == PagePictures::State::Failed, cell.spinnerStep};
-}
-
-void drawPapers(QPainter& painter, const QRect& rect, const PageCell& cell)
-{
-    const QRectF box = paperBox(roomInFrame(rect, cell), paperOf(cell));
+    const QRectF box = paperBox(roomInFrame(frame, cell), cell.paper);
     if (cell.isStack)
         drawSheet(painter, box.translated(stackStep, -stackStep));
-    drawPaper(painter, box, paperOf(cell));
+    drawPaper(painter, box, cell.paper);
 }
 
 void drawNumber(QPainter& painter, const QRect& line, const PageCell& cell)
@@ -74,19 +65,15 @@ void drawNumber(QPainter& painter, const QRect& line, const PageCell& cell)
 
 } // namespace
 
-QSize largestPaper()
-{
-    return {widestCell - 2 * framePadding, paperHeight};
-}
-
 void drawPageCell(QPainter& painter, const QRect& rect, const PageCell& cell)
 {
+    const QRectF frame(rect.left(), rect.top(), rect.width(), metrics.frameHeight());
     drawFaded(painter, rect, cell.isLifted ? liftedOpacity : 1, [&](QPainter& onto) {
         onto.save();
         onto.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-        drawFrame(onto, QRectF(rect.left(), rect.top(), rect.width(), frameHeight), cell);
-        drawPapers(onto, rect, cell);
-        drawNumber(onto, rect.adjusted(0, frameHeight + 4, 0, 0), cell);
+        drawFrame(onto, frame, cell);
+        drawPapers(onto, frame, cell);
+        drawNumber(onto, rect.adjusted(0, metrics.frameHeight() + metrics.gap, 0, 0), cell);
         onto.restore();
     });
 }

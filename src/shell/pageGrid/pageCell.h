@@ -1,10 +1,29 @@
 #pragma once
 
-#include "engine/PagePictures.h"
+#include "controls/paper.h"
+
+#include <QRect>
+#include <QSize>
 
 class QPainter;
 
 namespace folvane {
+
+/// The measures of a cell: a frame around the paper, a gap, and the line with the number.
+struct PageCellMetrics {
+    int narrowest = 150;
+    int widest = 210;
+    int paperHeight = 200;
+    int framePadding = 6;
+    int gap = 4;
+    int numberHeight = 16;
+
+    constexpr int frameHeight() const { return paperHeight + 2 * framePadding; }
+    constexpr int height() const { return frameHeight() + gap + numberHeight; }
+    /// No picture of a page is shown larger than this.
+    constexpr QSize largestPaper() const { return {widest - 2 * framePadding, paperHeight}; }
+};
+inline constexpr PageCellMetrics pageCellMetrics;
 
 /// What one cell of the page grid shows.
 struct PageCell {
@@ -14,16 +33,8 @@ struct PageCell {
     bool isLifted = false;    ///< it is being dragged
     bool isStack = false;     ///< another sheet looks out below the page
     bool hasKeyboard = false; ///< the keys act from here
-    PagePictures::State state = PagePictures::State::Waiting;
-    const QPixmap* picture = nullptr;
-    int spinnerStep = 0;
+    PaperPicture paper;
 };
-
-/// A frame with its padding, a gap, and the line with the number.
-inline constexpr int pageCellHeight = 200 + 2 * 6 + 4 + 16;
-
-/// No picture of a page is shown larger than this.
-QSize largestPaper();
 
 /// Draws the cell into `rect`: the page's picture in a frame, its number below.
 void drawPageCell(QPainter& painter, const QRect& rect, const PageCell& cell);

@@ -3,6 +3,7 @@
 #include "shell/pageGrid/PageGrid.h"
 
 #include "controls/dragging/droppedFiles.h"
+#include "controls/paletteColors.h"
 #include "controls/style/Theme.h"
 #include "documents/pageLists.h"
 #include "platform/tasks/spawn.h"
@@ -39,11 +40,11 @@ void PageGrid::dragPage(const QUuid& page)
     drag->setPixmap(picture);
     drag->setHotSpot(QPoint(qRound(picture.deviceIndependentSize().width() / 2), 40));
     const QPointer<PageGrid> self(this); // the drag runs its own event loop, and much can happen in it
-    m_scroller.begin();
+    scroller().begin();
     drag->exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);
     if (!self)
         return;
-    m_scroller.end();
+    scroller().end();
     endDrag();
 }
 
@@ -52,16 +53,14 @@ void PageGrid::dragOver(bool files, const QUuid& page, const QPoint& place)
     m_draggedTo = place;
     setFilesOver(files);
     m_lifted = files ? QSet<QUuid>() : groupOf(page);
-    m_scroller.follow(place);
+    scroller().follow(place);
     viewport()->update();
 }
 
 void PageGrid::setFilesOver(bool over)
 {
     m_filesOver = over;
-    QPalette colors = palette();
-    colors.setColor(QPalette::Window, over ? theme::accentSoft : theme::background);
-    setPalette(colors); // also below the scroll bar
+    setGround(*this, over ? theme::accentSoft : theme::background); // also below the scroll bar
 }
 
 void PageGrid::endDrag()
@@ -69,7 +68,7 @@ void PageGrid::endDrag()
     m_draggedTo.reset();
     setFilesOver(false);
     m_lifted.clear();
-    m_scroller.leave();
+    scroller().leave();
     viewport()->update();
 }
 

@@ -2,9 +2,9 @@
 
 #include "shell/pageGrid/PageGrid.h"
 
+#include "shell/pageGrid/PageSelectionModel.h"
 #include "shell/pageGrid/pageMoves.h"
 
-#include <QApplication>
 #include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -14,43 +14,18 @@
 
 namespace folvane {
 
-std::optional<QUuid> PageGrid::pageAt(int row) const
-{
-    if (row < 0 || row >= m_pages.rowCount())
-        return std::nullopt;
-    return m_pages.pages()[size_t(row)].id;
-}
-
-void PageGrid::click(const QUuid& page, Qt::KeyboardModifiers modifiers)
-{
-    const PageSelection before{m_file->selection.value(), m_anchor};
-    const PageSelection after = selectionAfterClick(before, m_pages.ids(), page, modifiers);
-    m_anchor = after.anchor;
-    m_file->selection = after.pages;
-}
-
-/// What a drag from this page carries.
-QSet<QUuid> PageGrid::groupOf(const QUuid& page) const
-{
-    const QSet<QUuid> selected = m_file->selection.value();
-    return selected.contains(page) ? selected : QSet<QUuid>{page};
-}
-
 // A click selects when the button comes up: until then it may become a drag, which leaves the selection as it is.
 void PageGrid::mousePressEvent(QMouseEvent* event)
 {
     m_byKeyboard = false;
-    m_pressedAt = event->position().toPoint();
-    m_pressed = event->button() == Qt::LeftButton ? pageAt(indexAt(m_pressedAt).row()) : std::nullopt;
+    PictureList::mousePressEvent(event);
+    m_pressed = event->button() == Qt::LeftButton ? pageAt(indexAt(pressedAt()).row()) : std::nullopt;
 }
 
 void PageGrid::mouseMoveEvent(QMouseEvent* event)
 {
-    const QPoint way = event->position().toPoint() - m_pressedAt;
-    if (!m_pressed || !(event->buttons() & Qt::LeftButton)
-        || way.manhattanLength() < QApplication::startDragDistance())
-        return;
-    dragPage(*std::exchange(m_pressed, std::nullopt));
+    if (m_pressed && isPull(*event))
+        dragPage(*std::exchange(m_pressed, std::nullopt));
 }
 
 void PageGrid::mouseReleaseEvent(QMouseEvent* event)
@@ -60,9 +35,9 @@ void PageGrid::mouseReleaseEvent(QMouseEvent* event)
     const QModelIndex under = indexAt(event->position().toPoint());
     const std::optional<QUuid> pressed = std::exchange(m_pressed, std::nullopt);
     if (pressed && pressed == pageAt(under.row())) {
-        selectionModel()->setCurrentIndex(under, QItemSelectionModel::NoUpdate);
-        click(*pressed, event->modifiers());
-    } else if (!under.isValid() && !indexAt(m_pressedAt).isValid()) {
+        setCurrentRow(under.row());
+        m_selection->click(*pressed, event->modifiers());
+    } else if (!under.isValid() && !indexAt(pressedAt()).isValid()) {
         m_file->selection = QSet<QUuid>();
     }
 }
@@ -88,13 +63,13 @@ void PageGrid::focusInEvent(QFocusEvent* event)
     if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)
         m_byKeyboard = true;
     if (!currentIndex().isValid() && m_pages.rowCount() > 0)
-        selectionModel()->setCurrentIndex(m_pages.index(0), QItemSelectionModel::NoUpdate);
+        setCurrentRow(0);
     viewport()->update();
 }
 
 void PageGrid::keyPressEvent(QKeyEvent* event)
 {
-    if (!m_file || (!commandByKey(event) && !movePagesByKey(event) && !walkByKey(event)))
+    if (!m_file || (!commandByKey(event) && !moveByKey(event) && !walkByKey(event)))
         event->ignore();
 }
 
@@ -102,13 +77,10 @@ bool PageGrid::commandByKey(QKeyEvent* event)
 {
     if (event->matches(QKeySequence::Delete) || event->key() == Qt::Key_Backspace) {
         m_model.deletePages(m_file, m_file->selection.value());
-    } else if (event->matches(QKeySequence::SelectAll)) {
-        const QList<QUuid> all = m_pages.ids();
-        m_file->selection = QSet<QUuid>(all.begin(), all.end());
     } else if (event->key() == Qt::Key_Escape) {
         m_file->selection = QSet<QUuid>();
     } else if (event->key() == Qt::Key_Space && currentIndex().isValid()) {
-        click(*pageAt(currentIndex().row()), Qt::ControlModifier);
+        m_selection->click(*pageAt(currentIndex().row()), Qt::ControlModifier);
     } else {
         return false;
     }
@@ -116,19 +88,13 @@ bool PageGrid::commandByKey(QKeyEvent* event)
 }
 
 // Alt carries the selected pages along.
-bool PageGrid::movePagesByKey(QKeyEvent* event)
+bool PageGrid::moveByKey(QKeyEvent* event)
 {
-    if (!(event->modifiers() & Qt::AltModifier))
-        return false;
-    switch (event->key()) {
-    case Qt::Key_Left: movePages(-1); return true;
-    case Qt::Key_Right: movePages(1); return true;
-    case Qt::Key_Up: movePages(-pageLayout().columns()); return true;
-    case Qt::Key_Down: movePages(pageLayout().columns()); return true;
-    case Qt::Key_Home: movePages(-m_pages.rowCount()); return true;
-    case Qt::Key_End: movePages(m_pages.rowCount()); return true;
-    default: return false;
-    }
+    const bool aside = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
+    if (!aside || !(event->modifiers() & Qt::AltModifier))
+        return carryByKey(*event);
+    movePages(event->key() == Qt::Key_Left ? -1 : 1);
+    return true;
 }
 
 void PageGrid::movePages(int steps)
@@ -144,14 +110,13 @@ void PageGrid::movePages(int steps)
 bool PageGrid::walkByKey(QKeyEvent* event)
 {
     const int row = currentIndex().row();
-    const int columns = pageLayout().columns();
-    const int screen =
-        std::max(1, viewport()->height() / std::max(1, pageLayout().cell(0).height())) * columns;
+    const int across = columns();
+    const int screen = std::max(1, viewport()->height() / pageCellMetrics.height()) * across;
     switch (event->key()) {
     case Qt::Key_Left: goTo(row - 1, event->modifiers()); return true;
     case Qt::Key_Right: goTo(row + 1, event->modifiers()); return true;
-    case Qt::Key_Up: goTo(row < columns ? row : row - columns, event->modifiers()); return true;
-    case Qt::Key_Down: goTo(row + columns, event->modifiers()); return true;
+    case Qt::Key_Up: goTo(row < across ? row : row - across, event->modifiers()); return true;
+    case Qt::Key_Down: goTo(row + across, event->modifiers()); return true;
     case Qt::Key_PageUp: goTo(row - screen, event->modifiers()); return true;
     case Qt::Key_PageDown: goTo(row + screen, event->modifiers()); return true;
     case Qt::Key_Home: goTo(0, event->modifiers()); return true;
@@ -164,13 +129,13 @@ bool PageGrid::walkByKey(QKeyEvent* event)
 void PageGrid::goTo(int row, Qt::KeyboardModifiers modifiers)
 {
     m_byKeyboard = true;
-    const QModelIndex index = m_pages.index(std::clamp(row, 0, std::max(0, m_pages.rowCount() - 1)));
-    if (!index.isValid())
+    const std::optional<QUuid> page = pageAt(std::clamp(row, 0, std::max(0, m_pages.rowCount() - 1)));
+    if (!page)
         return;
-    selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
-    scrollTo(index);
+    setCurrentRow(m_pages.rowOf(*page));
+    scrollTo(currentIndex());
     if (!(modifiers & Qt::ControlModifier))
-        click(*pageAt(index.row()), modifiers & Qt::ShiftModifier);
+        m_selection->click(*page, modifiers & Qt::ShiftModifier);
     viewport()->update();
 }
 

@@ -9,13 +9,12 @@
 namespace folvane {
 
 SidebarRow::SidebarRow(Icon icon, const QString& title, QWidget* parent)
-    : QAbstractButton(parent), m_icon(icon), m_iconColor(theme::accent), m_titleColor(theme::text)
+    : PaintedButton(title, Qt::TabFocus, parent),
+      m_icon(icon),
+      m_iconColor(theme::accent),
+      m_titleColor(theme::text)
 {
-    setText(title);
-    setShortcut({}); // an & in the name of a file is no key
     setFixedHeight(32);
-    setFocusPolicy(Qt::TabFocus);
-    setAttribute(Qt::WA_Hover);
 }
 
 void SidebarRow::setCurrent(bool current)
@@ -34,13 +33,13 @@ void SidebarRow::setColor(const QColor& color)
     update();
 }
 
-void SidebarRow::paintEvent(QPaintEvent*)
+void SidebarRow::draw(QPainter& painter, const ControlState& state) const
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
     const QRectF frame = QRectF(rect()).adjusted(1, 1, -1, -1);
-    painter.setPen(showsFocus(*this) ? QPen(theme::focus, 1.5) : QPen(Qt::NoPen));
-    painter.setBrush(m_current ? theme::accentSoft : underMouse() ? theme::hover : QColor(Qt::transparent));
+    painter.setPen(state.hasFocus ? QPen(theme::focus, 1.5) : QPen(Qt::NoPen));
+    painter.setBrush(m_current              ? theme::accentSoft
+                     : state.isUnderPointer ? theme::hover
+                                            : QColor(Qt::transparent));
     painter.drawRoundedRect(frame, 8, 8);
     drawIcon(painter, m_icon, QRectF(10, (height() - 18) / 2.0, 18, 18), m_iconColor);
 

@@ -1,13 +1,12 @@
 #pragma once
 
+#include "controls/PaintedButton.h"
 #include "controls/style/icons.h"
-
-#include <QAbstractButton>
 
 namespace folvane {
 
 /// One row of the sidebar: an icon and a title, marked while what it leads to is shown.
-class SidebarRow : public QAbstractButton {
+class SidebarRow : public PaintedButton {
     Q_OBJECT
 
 public:
@@ -20,7 +19,7 @@ public:
     QSize sizeHint() const override { return {200, 32}; }
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void draw(QPainter& painter, const ControlState& state) const override;
     void keyPressEvent(QKeyEvent* event) override;
     /// What the title must leave free at the right.
     virtual int roomAtRight() const { return 8; }

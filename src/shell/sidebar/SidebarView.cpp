@@ -4,14 +4,13 @@
 #include "controls/SectionHeader.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
+#include "controls/layouts.h"
+#include "controls/paletteColors.h"
 #include "controls/style/Theme.h"
 #include "documents/currentFile.h"
 #include "platform/tasks/spawn.h"
 #include "shell/sidebar/FileList.h"
 #include "shell/sidebar/SidebarRow.h"
-
-#include <QHBoxLayout>
-#include <QVBoxLayout>
 
 namespace folvane {
 
@@ -26,15 +25,12 @@ QWidget* makeHeader(const QString& text, QWidget* parent)
 
 QLayout* makeBrand(QWidget* parent)
 {
-    auto* words = new QVBoxLayout;
-    words->setSpacing(0);
+    auto* words = makeColumn(nullptr, {}, 0);
     words->addWidget(
         new TextLabel(SidebarView::tr("Folvane"), interfaceFont(12, Weight::SemiBold), theme::text, parent));
     words->addWidget(new TextLabel(SidebarView::tr("by Merrowlight Apps"), interfaceFont(10),
                                    theme::secondaryText, parent));
-    auto* row = new QHBoxLayout;
-    row->setContentsMargins(12, 12, 12, 12);
-    row->setSpacing(8);
+    auto* row = makeRow(nullptr, {12, 12, 12, 12}, 8);
     row->addWidget(new BrandMark(28, parent), 0, Qt::AlignVCenter);
     row->addLayout(words, 1);
     return row;
@@ -44,13 +40,8 @@ QLayout* makeBrand(QWidget* parent)
 
 SidebarView::SidebarView(AppModel& model, QWidget* parent) : QWidget(parent), m_model(model)
 {
-    QPalette colors = palette();
-    colors.setColor(QPalette::Window, theme::chrome);
-    setPalette(colors);
-    setAutoFillBackground(true);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
+    setGround(*this, theme::chrome);
+    auto* column = makeColumn(this, {}, 0);
     column->addWidget(makeList(), 1);
     column->addLayout(makeBrand(this));
 
@@ -70,9 +61,7 @@ QWidget* SidebarView::makeList()
     m_open = new SidebarRow(Icon::Add, tr("Open…"), list);
     m_open->setColor(theme::accentDeep);
     m_merge = new SidebarRow(Icon::Layers, tr("Merge PDFs"), list);
-    auto* column = new QVBoxLayout(list);
-    column->setContentsMargins(10, 12, 10, 12);
-    column->setSpacing(2);
+    auto* column = makeColumn(list, {10, 12, 10, 12}, 2);
     column->addWidget(m_home);
     column->addWidget(makeHeader(tr("Files"), list));
     column->addWidget(m_files);

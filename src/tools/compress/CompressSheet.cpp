@@ -4,12 +4,12 @@
 #include "controls/StepSlider.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
+#include "controls/layouts.h"
 #include "controls/sheets/NoteBanner.h"
 #include "platform/tasks/spawn.h"
 #include "platform/texts/localeTexts.h"
 
 #include <QButtonGroup>
-#include <QVBoxLayout>
 
 namespace folvane {
 
@@ -82,8 +82,7 @@ CompressSheet::CompressSheet(AppModel& model, OpenFilePtr file, QWidget* parent)
 
 QLayout* CompressSheet::makeRows()
 {
-    auto* rows = new QVBoxLayout;
-    rows->setSpacing(8);
+    auto* rows = makeColumn(nullptr, {}, 8);
     addRow(*rows, Choice::Original, tr("Original"), tr("As it is now"));
     addRow(*rows, Choice::Medium, tr("Medium"), tr("Sharp text, fits most email"));
     addRow(*rows, Choice::Small, tr("Small"), tr("The smallest readable file"));
@@ -108,9 +107,7 @@ ChoiceRow& CompressSheet::row(Choice choice) const
 QWidget* CompressSheet::makeLimit()
 {
     auto* limit = new QWidget(this);
-    auto* column = new QVBoxLayout(limit);
-    column->setContentsMargins(ChoiceRow::textLeft(), 0, 16, 0);
-    column->setSpacing(8);
+    auto* column = makeColumn(limit, {ChoiceRow::textLeft(), 0, 16, 0}, 8);
     m_pagesBecamePictures = makePicturesWarning(limit);
     m_notReached = makeWarning(theme::danger, limit);
     m_pagesBecamePictures->hide();
@@ -127,8 +124,7 @@ QLayout* CompressSheet::makeSlider(QWidget* limit)
     const auto label = [limit](const QString& text, double pixels) {
         return new TextLabel(text, interfaceFont(pixels), theme::secondaryText, limit);
     };
-    auto* line = new QHBoxLayout;
-    line->setSpacing(8);
+    auto* line = makeRow(nullptr, {}, 8);
     line->addWidget(label(tr("Limit"), 12));
     line->addSpacing(4);
     line->addWidget(label(limitTitle(limits.front()), 11));
@@ -146,11 +142,7 @@ QWidget* CompressSheet::makePicturesWarning(QWidget* limit)
     auto* words = makeWarning(theme::text, warning);
     words->setText(tr("To fit, the pages became pictures: text in this copy can't be selected or searched. "
                       "The original keeps its text."));
-    auto* line = new QHBoxLayout(warning);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->setSpacing(8);
-    line->addWidget(icon, 0, Qt::AlignTop);
-    line->addWidget(words, 1);
+    layOut(warning, icon, words);
     return warning;
 }
 

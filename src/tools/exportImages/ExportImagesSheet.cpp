@@ -3,10 +3,9 @@
 #include "controls/SegmentedPicker.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
+#include "controls/layouts.h"
 #include "platform/tasks/spawn.h"
 #include "tools/exportImages/exporting.h"
-
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <array>
@@ -50,8 +49,7 @@ ExportImagesSheet::ExportImagesSheet(AppModel& model, OpenFilePtr file, QWidget*
 
 void ExportImagesSheet::addChoice(QWidget* choice)
 {
-    auto* column = new QVBoxLayout;
-    column->setSpacing(6);
+    auto* column = makeColumn(nullptr, {}, 6);
     column->addWidget(new TextLabel(choice->accessibleName(), interfaceFont(13), theme::text, this));
     column->addWidget(choice);
     content().addLayout(column);

@@ -1,9 +1,7 @@
 #include "tools/merge/MergeList.h"
 
-#include "controls/Spinner.h"
 #include "controls/style/focusRing.h"
 
-#include <QApplication>
 #include <QHelpEvent>
 #include <QMenu>
 #include <QPainter>
@@ -16,8 +14,6 @@
 namespace folvane {
 
 namespace {
-
-constexpr int pictureLongSide = 120; // pixels, at every screen scale
 
 /// Only the height of the rows: the list draws them itself.
 class RowHeight : public QStyledItemDelegate {
@@ -32,29 +28,24 @@ public:
 
 PagePictures::Key keyOf(const MergeItem& item)
 {
+    constexpr int longSide = 120; // pixels, at every screen scale
     const PageItem& first = item.pages.front();
-    return {first.source, first.turn, pictureLongSide};
+    return {first.source, first.turn, longSide};
 }
 
 } // namespace
 
 MergeList::MergeList(AppModel& model, QWidget* parent)
-    : QListView(parent), m_model(model), m_pictures(model.thumbnails())
+    : PictureList(model.thumbnails(), largestRowPaper, parent), m_model(model)
 {
     setModel(&m_rows);
     setItemDelegate(new RowHeight(this));
     setAccessibleName(tr("Files to merge"));
-    setFrameShape(QFrame::NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollMode(ScrollPerPixel);
     setUniformItemSizes(true);
     setResizeMode(Adjust);
     setSelectionMode(NoSelection);
-    setEditTriggers(NoEditTriggers);
     setMouseTracking(true);
     verticalScrollBar()->setSingleStep(mergeRowHeight / 2);
-    viewport()->setAutoFillBackground(false);
-    connect(&m_pictures, &PagePictures::changed, viewport(), qOverload<>(&QWidget::update));
     m_watches.keep([this] { showItems(); }, m_model.merge.items);
 }
 
@@ -69,86 +60,40 @@ void MergeList::showItems()
     m_pressed = {};
     executeDelayedItemsLayout();
     verticalScrollBar()->setValue(scrolledTo);
-    const int row = m_rows.rowOf(current);
-    setCurrentRow(row >= 0 ? row : std::min(std::max(before, 0), m_rows.rowCount() - 1));
+    keepCurrentRow(m_rows.rowOf(current), std::max(before, 0));
     if (m_rows.rowCount() > rowsBefore && rowsBefore > 0)
         QListView::scrollTo(m_rows.index(m_rows.rowCount() - 1)); // what has been added is to be seen
     wantPictures();
 }
 
-void MergeList::setCurrentRow(int row)
+QList<PagePictures::Key> MergeList::keysOnScreen() const
 {
-    selectionModel()->setCurrentIndex(m_rows.index(row), QItemSelectionModel::NoUpdate);
-}
-
-void MergeList::wantPictures()
-{
-    m_pictures.setRoom(largestRowPaper * devicePixelRatioF());
     const QRect near = viewport()->rect().adjusted(0, -mergeRowHeight, 0, mergeRowHeight);
     QList<PagePictures::Key> keys;
-    for (int row = 0; isVisible() && row < m_rows.rowCount(); ++row)
+    for (int row = 0; row < m_rows.rowCount(); ++row)
         if (rectOf(row).intersects(near)) // a row that makes room for another may come into sight
             keys.append(keyOf(m_rows.item(row)));
-    m_pictures.want(keys);
-    if (m_pictures.isComplete())
-        m_spinner.stop();
-    else if (!m_spinner.isActive())
-        m_spinner.start(spinnerInterval, this);
-    viewport()->update();
-}
-
-void MergeList::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() == m_spinner.timerId()) {
-        m_spinnerStep = (m_spinnerStep + 1) % spinnerSteps;
-        viewport()->update();
-        if (m_pictures.isComplete())
-            m_spinner.stop();
-    } else {
-        QListView::timerEvent(event);
-    }
-}
-
-void MergeList::resizeEvent(QResizeEvent* event)
-{
-    QListView::resizeEvent(event);
-    wantPictures();
-}
-
-void MergeList::scrollContentsBy(int dx, int dy)
-{
-    QListView::scrollContentsBy(dx, dy);
-    wantPictures();
-}
-
-void MergeList::showEvent(QShowEvent* event)
-{
-    QListView::showEvent(event);
-    wantPictures();
+    return keys;
 }
 
 void MergeList::hideEvent(QHideEvent* event)
 {
-    QListView::hideEvent(event);
     endDrag(false);
-    wantPictures();
+    PictureList::hideEvent(event);
 }
 
 MergeRow MergeList::rowAt(int row) const
 {
     const MergeItem& item = m_rows.item(row);
-    const PagePictures::Key key = keyOf(item);
-    const bool removePressed = m_pressed.isRemove && m_pressed.row == row;
+    const bool isOverRemove = m_hovered == Spot{row, true} && !m_drag;
     return {
         .number = placeOf(row) + 1,
         .name = item.name,
         .pages = m_rows.pages(row),
-        .paper = {m_pictures.picture(key), m_pictures.state(key) == PagePictures::State::Failed,
-                  m_spinnerStep},
+        .paper = paperOf(keyOf(item)),
         .hasKeyboard = showsFocus(*this) && currentIndex().row() == row,
         .isUnderPointer = m_hovered.row == row && !m_drag,
-        .isRemoveUnderPointer = m_hovered == Spot{row, true} && !m_drag,
-        .isRemovePressed = removePressed,
+        .remove = {.isUnderPointer = isOverRemove, .isPressed = isOverRemove && m_pressed == m_hovered},
     };
 }
 
@@ -217,8 +162,8 @@ void MergeList::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return;
+    PictureList::mousePressEvent(event);
     m_pressed = spotAt(event->pos());
-    m_pressedAt = event->pos();
     if (m_pressed.row >= 0)
         setCurrentRow(m_pressed.row);
     viewport()->update();
@@ -229,9 +174,8 @@ void MergeList::mouseMoveEvent(QMouseEvent* event)
     setHovered(spotAt(event->pos()));
     if (!(event->buttons() & Qt::LeftButton) || m_pressed.row < 0 || m_pressed.isRemove)
         return;
-    const int distance = (event->pos() - m_pressedAt).manhattanLength();
-    if (!m_drag && distance >= QApplication::startDragDistance())
-        beginDrag(m_pressedAt);
+    if (!m_drag && isPull(*event))
+        beginDrag(pressedAt());
     if (m_drag)
         dragTo(event->pos());
 }
@@ -251,19 +195,12 @@ void MergeList::mouseReleaseEvent(QMouseEvent* event)
 void MergeList::keyPressEvent(QKeyEvent* event)
 {
     const int row = currentIndex().row();
-    const bool moves = event->modifiers().testFlag(Qt::AltModifier);
     if (m_drag && event->key() == Qt::Key_Escape)
         endDrag(false);
     else if (m_drag || row < 0)
         event->ignore();
-    else if (moves && event->key() == Qt::Key_Up)
-        move(row, -1);
-    else if (moves && event->key() == Qt::Key_Down)
-        move(row, 1);
-    else if (moves && event->key() == Qt::Key_Home)
-        move(row, -m_rows.rowCount());
-    else if (moves && event->key() == Qt::Key_End)
-        move(row, m_rows.rowCount());
+    else if (carryByKey(*event))
+        return;
     else if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace)
         remove(row);
     else

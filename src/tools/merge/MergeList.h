@@ -1,35 +1,27 @@
 #pragma once
 
 #include "controls/Watches.h"
-#include "controls/dragging/DragScroller.h"
-
-#include "documents/AppModel.h"
-#include "engine/PagePictures.h"
 #include "tools/merge/MergeListModel.h"
 #include "tools/merge/mergeRow.h"
+#include "viewParts/PictureList.h"
 
-#include <QBasicTimer>
-#include <QListView>
+#include "documents/AppModel.h"
 
 namespace folvane {
 
 /// The files to merge as a list of cards that are dragged, or moved with the keys, into order.
-class MergeList : public QListView {
+class MergeList : public PictureList {
     Q_OBJECT
 
 public:
     explicit MergeList(AppModel& model, QWidget* parent = nullptr);
 
-    /// Every row on screen has its picture, or is known to have none.
-    bool isComplete() const { return m_pictures.isComplete(); }
-
 protected:
+    QList<PagePictures::Key> keysOnScreen() const override;
+    void carry(int rows) override { move(currentIndex().row(), rows); }
+
     void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void scrollContentsBy(int dx, int dy) override;
-    void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
     bool viewportEvent(QEvent* event) override;
 
     void mousePressEvent(QMouseEvent* event) override;
@@ -55,7 +47,6 @@ private:
     };
 
     void showItems();
-    void wantPictures();
     QString toolTipAt(const QPoint& place) const;
     MergeRow rowAt(int row) const;
     QRect rectOf(int row) const;
@@ -63,7 +54,6 @@ private:
     void setHovered(const Spot& spot);
     void remove(int row);
     void move(int row, int steps);
-    void setCurrentRow(int row);
 
     // mergeListDragging.cpp
     void beginDrag(const QPoint& at);
@@ -75,14 +65,9 @@ private:
 
     AppModel& m_model;
     MergeListModel m_rows;
-    PagePictures m_pictures;
     Spot m_hovered;
     Spot m_pressed;
-    QPoint m_pressedAt;
     std::optional<Drag> m_drag;
-    DragScroller m_scroller{*this};
-    QBasicTimer m_spinner;
-    int m_spinnerStep = 0;
     Watches m_watches;
 };
 

@@ -3,20 +3,19 @@
 #include "controls/Button.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
-#include "controls/dragging/droppedFiles.h"
+#include "controls/dragging/FileDrops.h"
+#include "controls/layouts.h"
+#include "controls/paletteColors.h"
 #include "controls/popUpBelow.h"
 #include "controls/style/Theme.h"
 #include "controls/style/continuousRect.h"
 #include "controls/style/visualMargin.h"
 #include "platform/tasks/spawn.h"
 #include "tools/merge/MergeList.h"
+#include "viewParts/choosingFiles.h"
 
-#include <QDropEvent>
-#include <QHBoxLayout>
 #include <QMenu>
-#include <QMimeData>
 #include <QPainter>
-#include <QPointer>
 #include <QStackedWidget>
 
 namespace folvane {
@@ -27,17 +26,6 @@ constexpr int padding = 28;
 constexpr int emptyIconSide = 48;
 constexpr int widestMenuName = 320;
 
-QCoro::Task<> chooseAndAdd(QPointer<AppModel> model)
-{
-    const QList<ContentType> types{ContentType::Pdf, ContentType::Image};
-    QCoro::Task<QList<QUrl>> choosing = model->chooseFiles(true, types);
-    const QList<QUrl> urls = co_await choosing;
-    if (!model)
-        co_return;
-    QCoro::Task<> adding = model->addToMerge(urls);
-    co_await adding;
-}
-
 QString menuName(const QMenu& menu, const QString& name)
 {
     QString shown = QFontMetrics(menu.font()).elidedText(name, Qt::ElideMiddle, widestMenuName);
@@ -47,23 +35,22 @@ QString menuName(const QMenu& menu, const QString& name)
 } // namespace
 
 MergeView::MergeView(AppModel& model, QWidget* parent)
-    : QWidget(parent), m_model(model), m_states(new QStackedWidget(this))
+    : QWidget(parent), m_model(model), m_drops(new FileDrops(*this)), m_states(new QStackedWidget(this))
 {
-    setAcceptDrops(true);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, padding, 0, 0);
-    column->setSpacing(18);
+    auto* column = makeColumn(this, {0, padding, 0, 0}, 18);
     column->addLayout(makeHeader());
     column->addWidget(m_states, 1);
     m_states->addWidget(makeEmptyState());
     m_states->addWidget(makeFilledState());
+    connect(m_drops, &FileDrops::overChanged, this, qOverload<>(&QWidget::update));
+    connect(m_drops, &FileDrops::dropped, this,
+            [this](const QList<QUrl>& files) { spawn(m_model.addToMerge(files)); });
     m_watches.keep([this] { refresh(); }, m_model.merge.items, m_model.busy);
 }
 
 QLayout* MergeView::makeHeader()
 {
-    auto* words = new QVBoxLayout;
-    words->setSpacing(4);
+    auto* words = makeColumn(nullptr, {}, 4);
     words->addWidget(new TextLabel(tr("Merge PDFs"), interfaceFont(24, Weight::Bold), theme::text, this));
     auto* subtitle = new TextLabel(
         tr("Drop PDFs and images here, drag them into order, then Merge. Open files join as they are now, "
@@ -71,9 +58,7 @@ QLayout* MergeView::makeHeader()
         interfaceFont(13), theme::secondaryText, this);
     subtitle->setWordWrap(true);
     words->addWidget(subtitle);
-    auto* row = new QHBoxLayout;
-    row->setContentsMargins(padding, 0, padding, 0);
-    row->setSpacing(24);
+    auto* row = makeRow(nullptr, {padding, 0, padding, 0}, 24);
     row->addLayout(words, 1);
     row->addWidget(makeAddButton(), 0, Qt::AlignTop);
     return row;
@@ -94,7 +79,8 @@ QWidget* MergeView::makeAddButton()
 void MergeView::fillAddMenu()
 {
     m_addMenu->clear();
-    m_addMenu->addAction(tr("Add Files…"), this, [this] { spawn(chooseAndAdd(&m_model)); });
+    m_addMenu->addAction(tr("Add Files…"), this,
+                         [this] { spawn(chooseFilesAnd(m_model, &AppModel::addToMerge)); });
     const QList<OpenFilePtr> files = m_model.files.value();
     if (!files.isEmpty())
         m_addMenu->addSeparator();
@@ -113,9 +99,7 @@ QWidget* MergeView::makeEmptyState()
         new TextLabel(tr("Drop files to merge"), interfaceFont(16, Weight::SemiBold), theme::text, page);
     auto* detail =
         new TextLabel(tr("Two or more PDFs or images"), interfaceFont(12.5), theme::secondaryText, page);
-    auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(padding, 0, padding, 3 * padding);
-    column->setSpacing(8);
+    auto* column = makeColumn(page, {padding, 0, padding, 3 * padding}, 8);
     column->addStretch();
     for (QWidget* part :
          {static_cast<QWidget*>(icon), static_cast<QWidget*>(title), static_cast<QWidget*>(detail)})
@@ -128,9 +112,7 @@ QWidget* MergeView::makeFilledState()
 {
     auto* page = new QWidget(m_states);
     m_list = new MergeList(m_model, page);
-    auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
+    auto* column = makeColumn(page, {}, 0);
     column->addWidget(m_list, 1);
     m_footer = makeFooter(page);
     column->addWidget(m_footer);
@@ -140,16 +122,11 @@ QWidget* MergeView::makeFilledState()
 QWidget* MergeView::makeFooter(QWidget* parent)
 {
     auto* footer = new QWidget(parent);
-    QPalette colors = footer->palette();
-    colors.setColor(QPalette::Window, theme::surface);
-    footer->setPalette(colors);
-    footer->setAutoFillBackground(true);
+    setGround(*footer, theme::surface);
     m_count = new TextLabel(QString(), interfaceFont(13), theme::secondaryText, footer);
     auto* clear = new Button(Button::Kind::Secondary, tr("Clear"), footer);
     m_merge = new Button(Button::Kind::Primary, tr("Merge…"), footer);
-    auto* row = new QHBoxLayout(footer);
-    row->setContentsMargins(padding, 16, padding, 16);
-    row->setSpacing(10);
+    auto* row = makeRow(footer, {padding, 16, padding, 16}, 10);
     row->addWidget(m_count, 1);
     row->addWidget(clear);
     row->addWidget(m_merge);
@@ -179,7 +156,7 @@ void MergeView::takeFocus()
 
 void MergeView::paintEvent(QPaintEvent*)
 {
-    if (!m_targeted)
+    if (!m_drops->areOver())
         return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -187,34 +164,6 @@ void MergeView::paintEvent(QPaintEvent*)
     const QPainterPath frame = continuousRect(QRectF(0, 0, width(), room).adjusted(9, 9, -9, -9), 18);
     painter.fillPath(frame, theme::accentSoft);
     painter.strokePath(frame, QPen(theme::accent, 2));
-}
-
-void MergeView::setTargeted(bool targeted)
-{
-    if (targeted == m_targeted)
-        return;
-    m_targeted = targeted;
-    update();
-}
-
-void MergeView::dragEnterEvent(QDragEnterEvent* event)
-{
-    if (droppedFiles(event->mimeData()).isEmpty())
-        return;
-    acceptCopy(*event);
-    setTargeted(true);
-}
-
-void MergeView::dragLeaveEvent(QDragLeaveEvent*)
-{
-    setTargeted(false);
-}
-
-void MergeView::dropEvent(QDropEvent* event)
-{
-    setTargeted(false);
-    acceptCopy(*event);
-    spawn(m_model.addToMerge(droppedFiles(event->mimeData())));
 }
 
 } // namespace folvane

@@ -13,6 +13,7 @@ class QStackedWidget;
 namespace folvane {
 
 class Button;
+class FileDrops;
 class MergeList;
 
 /// The screen that joins several files into one.
@@ -29,9 +30,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dragLeaveEvent(QDragLeaveEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
 
 private:
     QLayout* makeHeader();
@@ -41,9 +39,9 @@ private:
     QWidget* makeFooter(QWidget* parent);
     void fillAddMenu();
     void refresh();
-    void setTargeted(bool targeted);
 
     AppModel& m_model;
+    FileDrops* m_drops;
     QStackedWidget* m_states;
     MergeList* m_list;
     Button* m_add;
@@ -51,7 +49,6 @@ private:
     QWidget* m_footer;
     QLabel* m_count;
     Button* m_merge;
-    bool m_targeted = false;
     Watches m_watches;
 };
 

@@ -13,13 +13,13 @@ void MergeList::beginDrag(const QPoint& at)
     const QRect rect = rectOf(m_pressed.row);
     m_drag = Drag{m_rows.item(m_pressed.row).id, at.y() - rect.top(), at.y()};
     viewport()->setCursor(Qt::ClosedHandCursor);
-    m_scroller.begin();
+    scroller().begin();
 }
 
 void MergeList::dragTo(const QPoint& pointer)
 {
     m_drag->pointer = pointer.y();
-    m_scroller.follow(pointer);
+    scroller().follow(pointer);
     viewport()->update();
 }
 
@@ -31,7 +31,7 @@ void MergeList::endDrag(bool drops)
     const int place = row < 0 ? row : landingPlace();
     m_drag.reset();
     m_pressed = {};
-    m_scroller.end();
+    scroller().end();
     viewport()->unsetCursor();
     viewport()->update();
     if (drops)

@@ -6,6 +6,7 @@
 #include "controls/style/icons.h"
 
 #include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
 
@@ -36,14 +37,12 @@ void drawLine(QPainter& painter, const QRect& box, const QFont& font, const QCol
 
 void drawRemove(QPainter& painter, const QRect& box, const MergeRow& row)
 {
-    if (row.isRemoveUnderPointer) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(row.isRemovePressed ? theme::pressed : theme::hover);
-        painter.drawEllipse(box);
-    }
+    QPainterPath ground;
+    ground.addEllipse(box);
+    row.remove.wash(painter, ground);
     QRectF icon(0, 0, removeIcon, removeIcon);
     icon.moveCenter(QRectF(box).center());
-    drawIcon(painter, Icon::Remove, icon, row.isRemoveUnderPointer ? theme::danger : theme::disabledText);
+    drawIcon(painter, Icon::Remove, icon, row.remove.isUnderPointer ? theme::danger : theme::disabledText);
 }
 
 // Gives the width that the number takes.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/paper.h"
+#include "controls/style/ControlState.h"
 
 #include <QRect>
 #include <QString>
@@ -15,8 +16,7 @@ struct MergeRow {
     PaperPicture paper;
     bool hasKeyboard = false; ///< the keys act on it
     bool isUnderPointer = false;
-    bool isRemoveUnderPointer = false;
-    bool isRemovePressed = false;
+    ControlState remove; ///< its button
 };
 
 /// Rows follow each other at this distance; a gap belongs to it.

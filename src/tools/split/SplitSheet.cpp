@@ -3,10 +3,10 @@
 #include "controls/SegmentedPicker.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
+#include "controls/layouts.h"
 #include "platform/tasks/spawn.h"
 #include "tools/split/splitting.h"
 
-#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QSpinBox>
 #include <QStackedWidget>
@@ -25,6 +25,17 @@ QLabel* makeText(double pixels, const QColor& color, QWidget* parent)
     auto* label = new TextLabel(QString(), interfaceFont(pixels), color, parent);
     label->setWordWrap(true);
     return label;
+}
+
+/// The parts below each other, at the top of a page.
+QWidget* makePage(const QList<QWidget*>& parts, int above = 0)
+{
+    auto* page = new QWidget;
+    auto* column = makeColumn(page, {0, above, 0, 0}, 8);
+    for (QWidget* part : parts)
+        column->addWidget(part);
+    column->addStretch();
+    return page;
 }
 
 } // namespace
@@ -57,50 +68,33 @@ SplitSheet::SplitSheet(AppModel& model, OpenFilePtr file, QWidget* parent)
 
 QWidget* SplitSheet::makeRanges()
 {
-    auto* page = new QWidget(m_modes);
-    m_ranges = new QLineEdit(page);
+    m_ranges = new QLineEdit(m_modes);
     m_ranges->setFont(interfaceFont(14));
     m_ranges->setPlaceholderText(tr("For example: 1-3, 5, 8-10"));
     m_ranges->setAccessibleName(tr("By page ranges"));
     m_ranges->setMinimumHeight(34);
-    m_rangesHint = makeText(12, theme::secondaryText, page);
-    auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(8);
-    column->addWidget(m_ranges);
-    column->addWidget(m_rangesHint);
-    column->addStretch();
-    return page;
+    m_rangesHint = makeText(12, theme::secondaryText, m_modes);
+    return makePage({m_ranges, m_rangesHint});
 }
 
 QWidget* SplitSheet::makeEvery()
 {
-    auto* page = new QWidget(m_modes);
-    m_everyText = makeText(14, theme::text, page);
-    m_every = new QSpinBox(page);
+    auto* line = new QWidget(m_modes);
+    m_everyText = makeText(14, theme::text, line);
+    m_every = new QSpinBox(line);
     m_every->setRange(1, std::max(pageCount(), 1));
     m_every->setValue(SplitChoice().every);
     m_every->setMinimumSize(96, 34);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(12);
+    auto* row = makeRow(line, {}, 12);
     row->addWidget(m_everyText, 1);
     row->addWidget(m_every);
-    auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->addLayout(row);
-    column->addStretch();
-    return page;
+    return makePage({line});
 }
 
 QWidget* SplitSheet::makeEach()
 {
-    auto* page = new QWidget(m_modes);
-    m_eachText = makeText(14, theme::text, page);
-    auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(0, 8, 0, 0);
-    column->addWidget(m_eachText);
-    column->addStretch();
-    return page;
+    m_eachText = makeText(14, theme::text, m_modes);
+    return makePage({m_eachText}, 8);
 }
 
 // It keeps its place while there is nothing to say, so that the sheet does not jump at each letter.
@@ -115,11 +109,7 @@ QWidget* SplitSheet::makeSummary()
     m_summaryIcon->setFixedSize(summaryIconSide, summaryIconSide);
     m_summaryText = makeText(13, theme::text, m_summary);
     m_summaryText->setMinimumHeight(summaryIconSide);
-    auto* row = new QHBoxLayout(m_summary);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(8);
-    row->addWidget(m_summaryIcon, 0, Qt::AlignTop);
-    row->addWidget(m_summaryText, 1);
+    layOut(m_summary, m_summaryIcon, m_summaryText);
     return m_summary;
 }
 

@@ -1,0 +1,126 @@
+#include "viewParts/PictureList.h"
+
+#include "controls/Spinner.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace folvane {
+
+PictureList::PictureList(Thumbnails& thumbnails, const QSize& largest, QWidget* parent)
+    : QListView(parent), m_largest(largest), m_pictures(thumbnails)
+{
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollMode(ScrollPerPixel);
+    setEditTriggers(NoEditTriggers);
+    viewport()->setAutoFillBackground(false);
+    connect(&m_pictures, &PagePictures::changed, viewport(), qOverload<>(&QWidget::update));
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &PictureList::wantPictures);
+}
+
+void PictureList::wantPictures()
+{
+    m_pictures.setRoom(m_largest * devicePixelRatioF());
+    m_pictures.want(isVisible() ? keysOnScreen() : QList<PagePictures::Key>());
+    if (m_pictures.isComplete())
+        m_spinner.stop();
+    else if (!m_spinner.isActive())
+        m_spinner.start(spinnerInterval, this);
+    viewport()->update();
+}
+
+PaperPicture PictureList::paperOf(const PagePictures::Key& key) const
+{
+    return {m_pictures.picture(key), m_pictures.state(key) == PagePictures::State::Failed, m_spinnerStep};
+}
+
+void PictureList::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_spinner.timerId()) {
+        QListView::timerEvent(event);
+        return;
+    }
+    m_spinnerStep = (m_spinnerStep + 1) % spinnerSteps;
+    viewport()->update();
+    if (m_pictures.isComplete())
+        m_spinner.stop();
+}
+
+void PictureList::showEvent(QShowEvent* event)
+{
+    QListView::showEvent(event);
+    wantPictures();
+}
+
+void PictureList::hideEvent(QHideEvent* event)
+{
+    QListView::hideEvent(event);
+    wantPictures();
+}
+
+bool PictureList::viewportEvent(QEvent* event)
+{
+    const bool handled = QListView::viewportEvent(event);
+    if (event->type() == QEvent::Resize)
+        wantPictures();
+    return handled;
+}
+
+void PictureList::setCurrentRow(int row)
+{
+    selectionModel()->setCurrentIndex(model()->index(row, 0), QItemSelectionModel::NoUpdate);
+}
+
+void PictureList::keepCurrentRow(int now, int before)
+{
+    setCurrentRow(now >= 0 ? now : std::min(before, model()->rowCount() - 1));
+}
+
+// The list view would name no row where it does not lay them out itself.
+void PictureList::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QAbstractItemView::currentChanged(current, previous);
+    if (current.isValid() && hasFocus())
+        tellReaders(QAccessible::Focus, current.row());
+}
+
+void PictureList::tellReaders(QAccessible::Event event, int row)
+{
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleEvent told(this, event);
+    told.setChild(row);
+    QAccessible::updateAccessibility(&told);
+}
+
+void PictureList::mousePressEvent(QMouseEvent* event)
+{
+    m_pressedAt = event->position().toPoint();
+}
+
+bool PictureList::isPull(const QMouseEvent& event) const
+{
+    const QPoint way = event.position().toPoint() - m_pressedAt;
+    return event.buttons().testFlag(Qt::LeftButton)
+           && way.manhattanLength() >= QApplication::startDragDistance();
+}
+
+bool PictureList::carryByKey(const QKeyEvent& event)
+{
+    if (!event.modifiers().testFlag(Qt::AltModifier))
+        return false;
+    const int all = model()->rowCount();
+    switch (event.key()) {
+    case Qt::Key_Up: carry(-columns()); return true;
+    case Qt::Key_Down: carry(columns()); return true;
+    case Qt::Key_Home: carry(-all); return true;
+    case Qt::Key_End: carry(all); return true;
+    default: return false;
+    }
+}
+
+} // namespace folvane
