@@ -3,107 +3,87 @@
 #include "controls/LinkButton.h"
 #include "controls/SectionHeader.h"
 #include "controls/SegmentedPicker.h"
-#include "controls/pictures.h"
 #include "controls/sheets/Alert.h"
 #include "controls/sheets/NoteBanner.h"
 
 #include <QAccessible>
-#include <QAction>
+#include <QApplication>
 #include <QHBoxLayout>
-#include <QMenu>
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <gtest/gtest.h>
 
 namespace folvane {
 namespace {
 
 class Keyboard : public testing::Test {
 protected:
-    void show(QWidget* first, QWidget* second = nullptr)
+    Keyboard()
     {
-        row.addWidget(first);
-        if (second)
-            row.addWidget(second);
+        for (QWidget* widget : {static_cast<QWidget*>(picker), static_cast<QWidget*>(group)})
+            row.addWidget(widget);
         window.show();
         window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     }
+    void SetUp() override { ASSERT_TRUE(QTest::qWaitForWindowActive(&window)); }
     static void press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
 
     QWidget window;
     QHBoxLayout row{&window};
-};
-
-TEST_F(Keyboard, ArrowsMoveThePickAndTabLeavesIt)
-{
-    auto* picker =
+    SegmentedPicker* picker =
         new SegmentedPicker(QStringLiteral("Mode"),
                             {QStringLiteral("Ranges"), QStringLiteral("Every"), QStringLiteral("Single")});
-    auto* after = new LinkButton(QStringLiteral("After"));
-    show(picker, after);
+    QList<QRadioButton*> segments = picker->findChildren<QRadioButton*>();
+    ControlGroup* group = new ControlGroup;
+    QAbstractButton* off = group->addButton(Icon::Delete, QStringLiteral("Delete Pages"), {});
+    QAbstractButton* turn = group->addButton(Icon::RotateRight, QStringLiteral("Rotate Right"), {});
+};
+
+TEST_F(Keyboard, ArrowsMoveThePickAndTabLeavesItForWhatIsEnabled)
+{
+    off->setEnabled(false);
     const QSignalSpy changed(picker, &SegmentedPicker::currentChanged);
-    EXPECT_EQ(picker->current(), 0);
-    picker->findChildren<QRadioButton*>().first()->setFocus(Qt::TabFocusReason);
-    press(Qt::Key_Right);
-    EXPECT_EQ(picker->current(), 1);
-    press(Qt::Key_Right);
-    press(Qt::Key_Right); // there is no more
-    EXPECT_EQ(picker->current(), 2);
-    press(Qt::Key_Left);
-    EXPECT_EQ(picker->current(), 1);
+    segments[0]->setFocus(Qt::TabFocusReason);
+    for (const auto& [key, pick] : {std::pair{Qt::Key_Right, 1}, std::pair{Qt::Key_Right, 2},
+                                    std::pair{Qt::Key_Right, 2}, std::pair{Qt::Key_Left, 1}}) {
+        press(key);
+        EXPECT_EQ(picker->current(), pick);
+    }
     EXPECT_EQ(changed.size(), 3);
     press(Qt::Key_Tab);
-    EXPECT_TRUE(after->hasFocus());
-    QTest::keyClick(after, Qt::Key_Backtab);
-    EXPECT_EQ(QApplication::focusWidget(), picker->findChildren<QRadioButton*>().at(1));
+    EXPECT_TRUE(turn->hasFocus());
+    const QSignalSpy turned(turn, &QAbstractButton::clicked);
+    press(Qt::Key_Space);
+    press(Qt::Key_Return);
+    EXPECT_EQ(turned.size(), 2);
+    press(Qt::Key_Backtab);
+    EXPECT_TRUE(segments[1]->hasFocus());
 }
 
 TEST_F(Keyboard, AClickAnywhereOnASegmentChoosesIt)
 {
-    auto* picker =
-        new SegmentedPicker(QStringLiteral("Format"), {QStringLiteral("JPEG"), QStringLiteral("PNG")});
-    show(picker);
-    auto* png = picker->findChildren<QRadioButton*>().last();
-    QTest::mouseClick(png, Qt::LeftButton, {}, png->rect().bottomRight() - QPoint(3, 3));
-    EXPECT_EQ(picker->current(), 1);
-}
-
-TEST_F(Keyboard, GroupsAreReachedAndPressedSegmentBySegment)
-{
-    auto* group = new ControlGroup;
-    QAbstractButton* left =
-        group->addButton(Icon::RotateLeft, QStringLiteral("Rotate Left"), QStringLiteral("Rotate left"));
-    QAbstractButton* removed = group->addButton(Icon::Delete, QStringLiteral("Delete Pages"), {});
-    QAbstractButton* right = group->addButton(Icon::RotateRight, QStringLiteral("Rotate Right"), {});
-    removed->setEnabled(false);
-    show(group);
-    const QSignalSpy turned(right, &QAbstractButton::clicked);
-    left->setFocus();
-    press(Qt::Key_Tab);
-    EXPECT_TRUE(right->hasFocus()) << "the disabled one is passed over";
-    press(Qt::Key_Space);
-    EXPECT_EQ(turned.size(), 1);
+    QTest::mouseClick(segments[2], Qt::LeftButton, {}, segments[2]->rect().bottomRight() - QPoint(3, 3));
+    EXPECT_EQ(picker->current(), 2);
 }
 
 TEST_F(Keyboard, AlertsAreWalkedFromLeftToRightAndEscapeCancels)
 {
-    Alert alert(QStringLiteral("Save changes?"), QStringLiteral("Your changes will be lost."), &window);
+    Alert alert(QStringLiteral("Save changes?"), QStringLiteral("Your changes will be lost."));
     int saved = 0;
     alert.addButton(QStringLiteral("Save As…"), Alert::Role::Default, [&saved] { ++saved; });
     alert.addButton(QStringLiteral("Don't Save"), Alert::Role::Destructive);
     alert.addButton(QStringLiteral("Cancel"), Alert::Role::Cancel);
     const QList<Button*> buttons = alert.findChildren<Button*>();
     alert.open();
-    EXPECT_LT(buttons[2]->x(), buttons[1]->x());
-    EXPECT_LT(buttons[1]->x(), buttons[0]->x());
+    EXPECT_TRUE(buttons[2]->x() < buttons[1]->x() && buttons[1]->x() < buttons[0]->x());
     ASSERT_TRUE(QTest::qWaitForWindowActive(&alert));
     EXPECT_TRUE(buttons[0]->hasFocus());
-    buttons[2]->setFocus();
-    press(Qt::Key_Tab);
-    EXPECT_TRUE(buttons[1]->hasFocus());
-    press(Qt::Key_Tab);
-    EXPECT_TRUE(buttons[0]->hasFocus());
+    for (const int next : {2, 1, 0}) {
+        press(Qt::Key_Tab);
+        EXPECT_TRUE(buttons[next]->hasFocus());
+    }
     const QSignalSpy finished(&alert, &QDialog::finished);
     QTest::keyClick(&alert, Qt::Key_Escape);
     ASSERT_EQ(finished.size(), 1);
@@ -113,74 +93,34 @@ TEST_F(Keyboard, AlertsAreWalkedFromLeftToRightAndEscapeCancels)
     EXPECT_EQ(saved, 1);
 }
 
-void expectAccessible(QWidget* widget, QAccessible::Role role, const char* name)
+TEST_F(Keyboard, ScreenReadersHearWhatEachControlIs)
 {
-    const QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
-    ASSERT_TRUE(interface) << name;
-    EXPECT_EQ(interface->role(), role) << name;
-    EXPECT_EQ(interface->text(QAccessible::Name), QString::fromUtf8(name));
-}
-
-TEST(ScreenReader, HearsWhatEachControlIs)
-{
-    ControlGroup group;
-    expectAccessible(&group, QAccessible::Grouping, "");
-    expectAccessible(group.addButton(Icon::Delete, QStringLiteral("Delete Pages"), {}),
-                     QAccessible::PushButton, "Delete Pages");
-    LinkButton link(QStringLiteral("Show in Finder"));
-    expectAccessible(&link, QAccessible::PushButton, "Show in Finder");
-    NoteBanner note(QStringLiteral("Take care."), NoteBanner::Tone::Danger);
-    expectAccessible(&note, QAccessible::StaticText, "Take care.");
-    SectionHeader header(QStringLiteral("Files"));
-    expectAccessible(&header, QAccessible::Heading, "Files");
-    SegmentedPicker picker(QStringLiteral("Format"), {QStringLiteral("JPEG"), QStringLiteral("PNG")});
-    expectAccessible(&picker, QAccessible::Grouping, "Format");
-    auto* png = picker.findChildren<QRadioButton*>().last();
-    expectAccessible(png, QAccessible::RadioButton, "PNG");
-    EXPECT_FALSE(QAccessible::queryAccessibleInterface(png)->state().checked);
-    picker.setCurrent(1);
-    EXPECT_TRUE(QAccessible::queryAccessibleInterface(png)->state().checked);
     Button tool(Button::Kind::Tool, QStringLiteral("Sign && Stamp"));
     tool.setIconOnly(true);
-    expectAccessible(&tool, QAccessible::PushButton, "Sign & Stamp");
-}
-
-TEST(ScreenReader, PassesOverTheBrandMark)
-{
-    QWidget window;
-    QHBoxLayout row(&window);
-    auto* mark = new BrandMark(24);
-    row.addWidget(mark);
-    window.show();
-    EXPECT_TRUE(QAccessible::queryAccessibleInterface(mark)->state().invisible);
-}
-
-QRgb inkAt(QMenu& menu, QAction* action)
-{
-    const QImage image = picture(menu);
-    const QRect place = menu.actionGeometry(action);
-    QColor darkest = Qt::white;
-    for (int y = place.top(); y <= place.bottom(); ++y) {
-        for (int x = place.left(); x <= place.right(); ++x) {
-            if (image.pixelColor(x, y).lightness() < darkest.lightness())
-                darkest = image.pixelColor(x, y);
-        }
+    LinkButton link(QStringLiteral("Show in Finder"));
+    NoteBanner note(QStringLiteral("Take care."), NoteBanner::Tone::Danger);
+    SectionHeader header(QStringLiteral("Files"));
+    struct Heard {
+        QWidget* widget;
+        QAccessible::Role role;
+        const char* name;
+    };
+    for (const auto& [widget, role, name] :
+         {Heard{group, QAccessible::Grouping, ""}, Heard{turn, QAccessible::PushButton, "Rotate Right"},
+          Heard{&link, QAccessible::PushButton, "Show in Finder"},
+          Heard{&note, QAccessible::StaticText, "Take care."}, Heard{&header, QAccessible::Heading, "Files"},
+          Heard{picker, QAccessible::Grouping, "Mode"},
+          Heard{segments[2], QAccessible::RadioButton, "Single"},
+          Heard{&tool, QAccessible::PushButton, "Sign & Stamp"}}) {
+        const QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
+        EXPECT_EQ(interface->role(), role) << name;
+        EXPECT_EQ(interface->text(QAccessible::Name), QString::fromUtf8(name));
     }
-    return darkest.rgb();
-}
-
-TEST(MenuLook, WritesDestructiveItemsInDanger)
-{
-    QMenu menu;
-    QAction* extract = menu.addAction(QStringLiteral("Extract…"));
-    menu.addSeparator();
-    QAction* removed = menu.addAction(QStringLiteral("Delete"));
-    removed->setProperty("destructive", true);
-    menu.popup(QPoint(40, 40));
-    EXPECT_TRUE(alike(inkAt(menu, removed), theme::danger, 16));
-    EXPECT_TRUE(alike(inkAt(menu, extract), theme::text, 16));
-    removed->setEnabled(false);
-    EXPECT_TRUE(alike(inkAt(menu, removed), theme::disabledText, 16));
+    picker->setCurrent(2);
+    EXPECT_TRUE(QAccessible::queryAccessibleInterface(segments[2])->state().checked);
+    BrandMark mark(24, &window);
+    mark.show();
+    EXPECT_TRUE(QAccessible::queryAccessibleInterface(&mark)->state().invisible);
 }
 
 } // namespace

@@ -1,26 +1,18 @@
-#include "controls/BrandMark.h"
 #include "controls/ControlGroup.h"
 #include "controls/pictures.h"
 #include "controls/popUpBelow.h"
 #include "controls/sheets/Alert.h"
 #include "controls/sheets/NoteBanner.h"
-#include "controls/sheets/Panel.h"
+#include "controls/sheets/Veil.h"
 #include "controls/style/visualMargin.h"
 
 #include <QHBoxLayout>
-#include <QLineEdit>
 #include <QMenu>
-#include <QSignalSpy>
+#include <QScreen>
 #include <QTest>
-#include <QTextLayout>
 
 namespace folvane {
 namespace {
-
-QRect visibleFrame(const QWidget& widget)
-{
-    return widget.geometry().marginsRemoved(visualMargin(widget));
-}
 
 TEST(VisualMargin, LayoutsCountFromTheVisibleEdge)
 {
@@ -28,76 +20,31 @@ TEST(VisualMargin, LayoutsCountFromTheVisibleEdge)
     QHBoxLayout row(&bar);
     row.setContentsMargins(20, 20, 20, 20);
     row.setSpacing(8);
-    auto* mark = new BrandMark(30);
     auto* group = new ControlGroup;
     group->addButton(Icon::Delete, QStringLiteral("Delete Pages"), {});
     auto* tool = new Button(Button::Kind::Tool, QStringLiteral("Split"));
     auto* primary = new Button(Button::Kind::Primary, QStringLiteral("Save As…"));
-    const QList<QWidget*> all{mark, group, tool, primary};
+    const QList<QWidget*> all{group, tool, primary};
     for (QWidget* widget : all)
         row.addWidget(widget);
     bar.resize(row.sizeHint());
     row.activate();
-    EXPECT_EQ(visibleFrame(*all.first()).left(), 20);
+    const auto frame = [&](qsizetype i) { return all[i]->geometry().marginsRemoved(visualMargin(*all[i])); };
+    EXPECT_EQ(frame(0).left(), 20);
     for (int i = 1; i < all.size(); ++i)
-        EXPECT_EQ(visibleFrame(*all[i]).left() - visibleFrame(*all[i - 1]).right() - 1, 8) << i;
-    EXPECT_EQ(bar.height(), visibleFrame(*primary).height() + 40);
-    EXPECT_EQ(bar.width() - 1 - visibleFrame(*primary).right(), 20);
-    for (const QWidget* widget : all)
-        EXPECT_NEAR(visibleFrame(*widget).center().y(), bar.rect().center().y(), 1);
+        EXPECT_EQ(frame(i).left() - frame(i - 1).right() - 1, 8) << i;
+    EXPECT_EQ(bar.height(), frame(2).height() + 40);
+    EXPECT_EQ(bar.width() - 1 - frame(2).right(), 20);
 }
 
-int linesOf(const QString& text, const QFont& font, int width)
+TEST(NoteBanner, GrowsWithTheLinesOfItsText)
 {
-    QTextLayout layout(text, font);
-    layout.beginLayout();
-    int lines = 0;
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        line.setLineWidth(width);
-        ++lines;
-    }
-    layout.endLayout();
-    return lines;
+    const NoteBanner note(QString(20, u'W') + u' ' + QString(20, u'W'), NoteBanner::Tone::Warning);
+    const QFontMetrics font = note.fontMetrics();
+    EXPECT_EQ(note.heightForWidth(2000), font.height() + 2 * 12);
+    const int oneWord = 12 + 16 + 10 + font.horizontalAdvance(QString(20, u'W')) + 12;
+    EXPECT_EQ(note.heightForWidth(oneWord + 1), font.height() + font.lineSpacing() + 2 * 12);
 }
-
-bool hasInk(const QImage& image, const QRect& area)
-{
-    for (int y = area.top(); y <= area.bottom(); ++y) {
-        for (int x = area.left(); x <= area.right(); ++x) {
-            const QColor color = image.pixelColor(x, y);
-            if (color.alpha() > 200 && color.lightness() < 60)
-                return true;
-        }
-    }
-    return false;
-}
-
-class NoteBannerAtWidth : public testing::TestWithParam<int> {};
-
-TEST_P(NoteBannerAtWidth, WrapsWithoutClipping)
-{
-    Panel panel(nullptr, 20);
-    auto* note = new NoteBanner(
-        QStringLiteral("Folvane switches to the new language after a restart. Save or close the "
-                       "files with changes first."),
-        NoteBanner::Tone::Warning);
-    panel.content().addWidget(note);
-    const QMargins shadow = visualMargin(panel);
-    const int width = GetParam() + 2 * 20 + shadow.left() + shadow.right();
-    panel.resize(width, panel.layout()->totalHeightForWidth(width));
-    panel.layout()->activate();
-    ASSERT_EQ(note->width(), GetParam());
-    const int lines = linesOf(note->text(), note->font(), GetParam() - 2 * 12 - 26);
-    EXPECT_NEAR(note->height(), lines * note->fontMetrics().lineSpacing() + 2 * 12, lines);
-    const QImage image = picture(*note);
-    const int line = note->fontMetrics().height();
-    EXPECT_TRUE(hasInk(image, {38, note->height() - 12 - line, note->width() - 50, line}));
-    EXPECT_FALSE(hasInk(image, {0, note->height() - 11, note->width(), 11}));
-    EXPECT_FALSE(hasInk(image, {note->width() - 11, 0, 11, note->height()}));
-    EXPECT_TRUE(alike(colorAt(image, {GetParam() / 2.0, 4}), at(0.1, theme::warning)));
-}
-
-INSTANTIATE_TEST_SUITE_P(Widths, NoteBannerAtWidth, testing::Values(180, 320, 700));
 
 // At either edge of the window the menu stays inside.
 TEST(MenuOfAButton, StaysWithinTheWindow)
@@ -112,56 +59,49 @@ TEST(MenuOfAButton, StaysWithinTheWindow)
         QMenu menu;
         QAction* entry = menu.addAction(QString(16, u'W'));
         popUpBelow(menu, *button);
-        const QRect shown = menu.actionGeometry(entry).translated(menu.pos());
-        EXPECT_TRUE(window.geometry().contains(shown)) << shown.left() << " to " << shown.right();
+        EXPECT_TRUE(window.geometry().contains(menu.actionGeometry(entry).translated(menu.pos())));
     }
 }
 
-TEST(SheetFrameSize, FollowsItsTexts)
+TEST(SheetFrame, FollowsItsTextsAndKeepsItsButtonsOnTheScreen)
 {
     Alert alert(QStringLiteral("Something went wrong"), QStringLiteral("Short."));
     alert.addButton(QStringLiteral("OK"), Alert::Role::Default);
     alert.open();
+    EXPECT_EQ(alert.windowModality(), Qt::WindowModal);
     const QSize before = alert.size();
-    alert.setText(QString(400, u'W'));
-    QCoreApplication::sendPostedEvents(&alert, QEvent::LayoutRequest);
+    const QRect screen = alert.screen()->availableGeometry();
+    alert.move(alert.x(), screen.bottom() - alert.height());
+    const auto say = [&alert](const QString& text) {
+        alert.setText(text);
+        QCoreApplication::sendPostedEvents(&alert, QEvent::LayoutRequest);
+    };
+    say(QString(400, u'W'));
     EXPECT_EQ(alert.width(), before.width());
     const auto* text = alert.findChildren<QLabel*>().last();
     EXPECT_GT(alert.height(), before.height() + 8 * text->fontMetrics().height());
     EXPECT_GE(text->height(), text->heightForWidth(text->width()));
-    alert.setText(QStringLiteral("Short."));
-    QCoreApplication::sendPostedEvents(&alert, QEvent::LayoutRequest);
-    EXPECT_EQ(alert.size(), before);
-}
-
-TEST(SheetFrameSize, KeepsItsButtonsOnTheScreen)
-{
-    Alert alert(QStringLiteral("Something went wrong"), QStringLiteral("Short."));
-    alert.addButton(QStringLiteral("OK"), Alert::Role::Default);
-    alert.open();
     const auto* button = alert.findChild<Button*>();
-    const QRect screen = alert.screen()->availableGeometry();
-    alert.move(alert.x(), screen.bottom() - alert.height());
-    alert.setText(QString(400, u'W'));
-    QCoreApplication::sendPostedEvents(&alert, QEvent::LayoutRequest);
     EXPECT_LE(button->mapToGlobal(button->rect().bottomLeft()).y(), screen.bottom());
+    say(QStringLiteral("Short."));
+    EXPECT_EQ(alert.size(), before);
+    EXPECT_EQ(colorAt(picture(alert), {0, 0}).alpha(), 0) << "round, on a transparent ground";
 }
 
-TEST(SheetFrameLook, IsRoundOnATransparentGroundAndHoldsAllOfIt)
+TEST(Veil, StaysUntilNothingHasToBeAnsweredAnyMore)
 {
-    SheetFrame sheet(QStringLiteral("“Salary.pdf” is locked"), nullptr, 442);
-    sheet.setIcon(Icon::Lock);
-    sheet.content().addWidget(new QLineEdit);
-    Button* button = sheet.addButton(Button::Kind::Primary, QStringLiteral("Open"));
-    sheet.open();
-    EXPECT_EQ(sheet.windowModality(), Qt::WindowModal);
-    const QRect surface =
-        QRect(QPoint(), QSize(442, sheet.height())).translated((sheet.width() - 442) / 2, 0);
-    EXPECT_EQ(visibleFrame(*button).right(), surface.right() - 24);
-    const QImage image = picture(sheet);
-    EXPECT_EQ(colorAt(image, {0, 0}).alpha(), 0);
-    EXPECT_TRUE(alike(colorAt(image, {surface.center().x() + 0.5, 30}), theme::surface, 0));
-    EXPECT_LT(colorAt(image, {surface.left() + 1.5, visibleFrame(*button).bottom() + 23.5}).alpha(), 128);
+    QWidget window;
+    const Veil veil(&window);
+    window.show();
+    auto first = std::make_unique<QDialog>(&window);
+    QDialog second(&window);
+    first->open();
+    second.open();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return veil.isVisible(); }));
+    first.reset();
+    EXPECT_TRUE(veil.isVisible());
+    second.hide();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !veil.isVisible(); }));
 }
 
 } // namespace
