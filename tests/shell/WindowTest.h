@@ -1,13 +1,11 @@
 #pragma once
 
-#include "engine/PDFEngine.h"
-#include "platform/desktop/Preferences.h"
-#include "platform/desktop/ScriptedPanels.h"
-#include "platform/desktop/Workspace.h"
-#include "shell/RootView.h"
+#include "shell/DocumentView.h"
 #include "shell/pageGrid/PageGrid.h"
-#include "support/ManualClock.h"
+#include "tour/Hand.h"
+#include "tour/Stage.h"
 
+#include <QAbstractButton>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -15,41 +13,33 @@
 
 namespace folvane {
 
-/// The real window over the real model and engine; only panels, desktop, preferences and time are stand-ins.
-class WindowTest : public testing::Test {
-protected:
-    void SetUp() override;
-
-    QUrl makePdf(const QString& name, int pages);
-    QUrl makeLocked(const QString& name, const QString& password);
+/// The real window, with a hand at it.
+class WindowTest : public testing::Test, public Stage {
+public:
+    QUrl inFolder(const QString& name) const { return QUrl::fromLocalFile(folder.filePath(name)); }
+    QUrl makePdf(const QString& name, int pages) const;
+    QUrl makeLocked(const QString& name, const QString& password) const;
     /// Opens a document of so many pages, named like "report", and shows it.
     OpenFilePtr openPages(int pages, const QString& name = QStringLiteral("report"));
 
-    PageGrid& grid();
+    PageGrid& grid() { return window.documentView().grid(); }
     QPoint pagePoint(int row);
-    void clickPage(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    void key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(&grid(), Qt::Key(key), modifiers);
-    }
+    void clickPage(int row, Qt::KeyboardModifiers modifiers = {}) { hand.click(pagePoint(row), modifiers); }
     /// The positions of the selected pages, from 0.
     static QList<int> selected(const OpenFilePtr& file);
-    /// The ids of its pages.
-    static QList<QUuid> ids(const OpenFilePtr& file);
-    /// A drag of `data` that comes over the widget and is let go there; whether it was taken.
-    static bool drop(QWidget* target, const QPoint& place, const QMimeData& data);
 
+    /// Clicks the button of that name in what is on top.
+    void press(const QString& name);
+    /// The first visible button with that name or text; null when there is none.
+    QAbstractButton* button(const QString& name) const;
     /// The entry of the window's menus with that title; null when there is none.
     QAction* menuEntry(const QString& title) const;
-    static void press(const QWidget* where, const QString& name);
     template <typename Dialog>
     Dialog* shown() const
     {
-        for (Dialog* dialog : window.findChildren<Dialog*>()) {
-            if (dialog->isVisible())
-                return dialog;
-        }
-        return nullptr;
+        const QList<Dialog*> all = window.findChildren<Dialog*>();
+        const auto found = std::ranges::find_if(all, &QWidget::isVisible);
+        return found == all.end() ? nullptr : *found;
     }
     template <typename Condition>
     static bool waitFor(Condition condition)
@@ -58,13 +48,7 @@ protected:
     }
 
     QTemporaryDir folder;
-    PDFEngine engine;
-    ScriptedPanels panels;
-    MemoryPreferences preferences;
-    ScriptedWorkspace workspace;
-    ManualClock clock;
-    AppModel model{Services{engine, panels, preferences, workspace, clock}};
-    RootView window{model};
+    Hand hand{window};
 };
 
 } // namespace folvane

@@ -5,6 +5,7 @@
 #include "shell/ClosedWindowNotice.h"
 #include "support/PrivateBus.h"
 
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -13,11 +14,7 @@ namespace {
 
 class Notices : public WindowTest {
 protected:
-    void SetUp() override
-    {
-        WindowTest::SetUp();
-        window.setCanComeBack(true);
-    }
+    void SetUp() override { window.setCanComeBack(true); }
     void provide()
     {
         ASSERT_TRUE(desktop.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &notifications,
@@ -64,15 +61,6 @@ TEST_F(Notices, GoAlsoWhenTheWindowComesBackBeforeTheyAreUp)
     EXPECT_EQ(notifications.id, before + 1) << "what was overtaken never came up";
 }
 
-TEST_F(Notices, AreNotMissedWhereNobodyShowsThem)
-{
-    openPages(1)->isEdited = true;
-    window.close();
-    QTest::qWait(50);
-    window.bringToFront({});
-    EXPECT_TRUE(window.isVisible());
-}
-
 enum class Outcome { Saved, Failed, FailedWithChanges, SavedWithChanges };
 
 class ClosedDuringAJob : public WindowTest, public testing::WithParamInterface<std::tuple<bool, Outcome>> {};
@@ -86,7 +74,7 @@ TEST_P(ClosedDuringAJob, TheProgramEndsWithItUnlessThereIsMoreToTell)
     openPages(1)->isEdited = changes;
     model.busy = BusyState{QStringLiteral("Splitting…"), {}};
     EXPECT_FALSE(window.close());
-    QTimer::singleShot(0, &window, [this, fails = fails] {
+    QTimer::singleShot(0, &window, [this, fails] {
         if (fails)
             model.errorMessage = QStringLiteral("The disk is full.");
         model.busy = std::nullopt;
@@ -106,29 +94,17 @@ INSTANTIATE_TEST_SUITE_P(Outcomes, ClosedDuringAJob,
 
 using Place = WindowTest;
 
-TEST_F(Place, IsKeptForTheNextWindow)
+TEST_F(Place, IsKeptForTheNextWindowUnlessItIsOffTheScreen)
 {
     const QRect screen = window.screen()->availableGeometry();
-    struct Row {
-        const char* name;
-        QRect geometry;
-        bool comesBack;
+    const QRect inside(screen.topLeft() + QPoint(20, 30), window.minimumSize());
+    const auto next = [this](const QRect& before) {
+        std::make_unique<RootView>(model)->setGeometry(before);
+        return RootView(model).geometry();
     };
-    const QSize smallest = window.minimumSize();
-    for (const Row& row : {Row{"inside", {screen.topLeft() + QPoint(20, 30), smallest}, true},
-                           Row{"far away", {QPoint(90'000, 90'000), smallest}, false}}) {
-        {
-            RootView first(model);
-            first.setGeometry(row.geometry);
-        }
-        RootView second(model);
-        EXPECT_EQ(second.geometry() == row.geometry, row.comesBack) << row.name;
-        EXPECT_TRUE(screen.intersects(second.geometry())) << row.name;
-    }
-    {
-        RootView first(model);
-        first.showMaximized();
-    }
+    EXPECT_EQ(next(inside), inside);
+    EXPECT_TRUE(screen.intersects(next(inside.translated(90'000, 90'000))));
+    std::make_unique<RootView>(model)->showMaximized();
     EXPECT_TRUE(RootView(model).isMaximized());
 }
 

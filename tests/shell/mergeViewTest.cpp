@@ -5,9 +5,6 @@
 #include "tools/merge/MergeView.h"
 #include "tools/merge/mergeRow.h"
 
-#include <QAbstractButton>
-#include <QMenu>
-#include <QMimeData>
 #include <QScrollBar>
 
 namespace folvane {
@@ -15,18 +12,13 @@ namespace {
 
 class MergeScreen : public WindowTest {
 protected:
-    void SetUp() override
-    {
-        WindowTest::SetUp();
-        press(window.centralWidget(), QStringLiteral("Merge PDFs"));
-        ASSERT_TRUE(view().isVisible());
-    }
+    void SetUp() override { model.destination = Destination(Destination::Place::Merge); }
 
-    MergeView& view() { return window.mergeView(); }
-    MergeList& list() { return view().list(); }
-    void add(const QStringList& names)
+    MergeList& list() { return window.mergeView().list(); }
+    /// One file of a page for each letter.
+    void add(const QString& names)
     {
-        for (const QString& name : names)
+        for (const QChar name : names)
             await(model.addToMerge({makePdf(name + QStringLiteral(".pdf"), 1)}));
         QCoreApplication::processEvents();
     }
@@ -38,57 +30,25 @@ protected:
         return names;
     }
     QRect rowRect(int row) { return list().visualRect(list().model()->index(row, 0)); }
-    void dragRow(int row, const QPoint& to)
+    void pull(int row, const QPoint& to)
     {
-        QWidget* viewport = list().viewport();
         const QPoint from = rowRect(row).center();
-        QTest::mousePress(viewport, Qt::LeftButton, {}, from);
-        QTest::mouseMove(viewport, from + (to - from) / 2);
-        QTest::mouseMove(viewport, to);
+        QTest::mousePress(list().viewport(), Qt::LeftButton, {}, from);
+        QTest::mouseMove(list().viewport(), from + (to - from) / 2);
+        QTest::mouseMove(list().viewport(), to);
     }
-    void dropRow(const QPoint& at) { QTest::mouseRelease(list().viewport(), Qt::LeftButton, {}, at); }
-    void keyOn(int row, Qt::Key key, Qt::KeyboardModifiers modifiers = {})
-    {
-        list().setCurrentIndex(list().model()->index(row, 0));
-        QTest::keyClick(&list(), key, modifiers);
-    }
-    QAbstractButton* button(const QString& text)
-    {
-        for (auto* one : view().findChildren<QAbstractButton*>())
-            if (one->text() == text)
-                return one;
-        return nullptr;
-    }
+    void letGo(const QPoint& at) { QTest::mouseRelease(list().viewport(), Qt::LeftButton, {}, at); }
 };
-
-TEST_F(MergeScreen, DroppedFilesJoinAndOtherThingsDoNot)
-{
-    QMimeData files;
-    files.setUrls({makePdf(QStringLiteral("a.pdf"), 2), makePdf(QStringLiteral("b.pdf"), 1)});
-    EXPECT_TRUE(drop(&view(), view().rect().center(), files));
-    ASSERT_TRUE(waitFor([this] { return order() == QStringLiteral("ab"); }));
-    EXPECT_TRUE(model.files.value().isEmpty()) << "they are not opened";
-    QMimeData text;
-    text.setText(QStringLiteral("a page"));
-    EXPECT_FALSE(drop(&view(), view().rect().center(), text));
-}
 
 TEST_F(MergeScreen, MergeNeedsTwoRowsAndNoOtherJob)
 {
-    add({QStringLiteral("a")});
-    EXPECT_FALSE(button(QStringLiteral("Merge…"))->isEnabled());
-    add({QStringLiteral("b")});
-    EXPECT_TRUE(button(QStringLiteral("Merge…"))->isEnabled());
+    const auto offered = [this] { return button(QStringLiteral("Merge…"))->isEnabled(); };
+    add(QStringLiteral("a"));
+    EXPECT_FALSE(offered());
+    add(QStringLiteral("b"));
+    EXPECT_TRUE(offered());
     model.busy = BusyState{QStringLiteral("Saving…"), {}};
-    EXPECT_FALSE(button(QStringLiteral("Merge…"))->isEnabled());
-    model.busy = std::nullopt;
-    panels.saveAnswers.enqueue(QUrl::fromLocalFile(folder.filePath(QStringLiteral("out.pdf"))));
-    press(&view(), QStringLiteral("Merge…"));
-    ASSERT_TRUE(waitFor([this] { return model.toast.value().has_value(); }));
-    EXPECT_EQ(model.toast.value()->text, QStringLiteral("Saved “out.pdf”"));
-    press(&view(), QStringLiteral("Clear"));
-    EXPECT_EQ(order(), QString());
-    EXPECT_FALSE(list().isVisible());
+    EXPECT_FALSE(offered());
 }
 
 struct RowDrag {
@@ -102,10 +62,10 @@ class RowDrags : public MergeScreen, public testing::WithParamInterface<RowDrag>
 
 TEST_P(RowDrags, LandWhereTheyAreLetGo)
 {
-    add({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("d")});
+    add(QStringLiteral("abcd"));
     const QPoint to(rowRect(0).center().x(), rowRect(0).top() + int(GetParam().to * mergeRowHeight));
-    dragRow(GetParam().row, to);
-    dropRow(to);
+    pull(GetParam().row, to);
+    letGo(to);
     EXPECT_EQ(order(), QString::fromLatin1(GetParam().want));
 }
 
@@ -119,79 +79,58 @@ INSTANTIATE_TEST_SUITE_P(Rows, RowDrags,
 
 TEST_F(MergeScreen, EscapeLeavesTheOrderAsItWas)
 {
-    add({QStringLiteral("a"), QStringLiteral("b")});
+    add(QStringLiteral("ab"));
     const QPoint to = rowRect(1).center() + QPoint(0, 20);
-    dragRow(0, to);
+    pull(0, to);
     QTest::keyClick(&list(), Qt::Key_Escape);
-    dropRow(to);
+    letGo(to);
     EXPECT_EQ(order(), QStringLiteral("ab"));
 }
 
 TEST_F(MergeScreen, ARowThatIsHeldAtTheEdgeScrollsTheList)
 {
-    QStringList names;
-    for (char name = 'a'; name <= 't'; ++name)
-        names += QString(QLatin1Char(name));
-    add(names);
-    list().verticalScrollBar()->setValue(0);
+    add(QStringLiteral("abcdefghijklmnopqrst"));
+    QScrollBar& bar = *list().verticalScrollBar();
+    bar.setValue(0);
     const QPoint edge(rowRect(0).center().x(), list().viewport()->height() - 2);
-    dragRow(0, edge);
-    QScrollBar* bar = list().verticalScrollBar();
-    ASSERT_TRUE(waitFor([bar] { return bar->value() == bar->maximum(); }));
-    dropRow(edge);
+    pull(0, edge);
+    ASSERT_TRUE(waitFor([&bar] { return bar.value() == bar.maximum(); }));
+    letGo(edge);
     EXPECT_EQ(order(), QStringLiteral("bcdefghijklmnopqrsta"));
 }
 
 TEST_F(MergeScreen, KeysMoveAndRemove)
 {
-    add({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
-    keyOn(0, Qt::Key_Down, Qt::AltModifier);
-    EXPECT_EQ(order(), QStringLiteral("bac"));
-    EXPECT_EQ(list().currentIndex().row(), 1) << "the keys go on with the row that was moved";
-    QTest::keyClick(&list(), Qt::Key_Down, Qt::AltModifier);
-    QTest::keyClick(&list(), Qt::Key_Down, Qt::AltModifier); // is the last
-    EXPECT_EQ(order(), QStringLiteral("bca"));
-    keyOn(0, Qt::Key_Up, Qt::AltModifier);
-    EXPECT_EQ(order(), QStringLiteral("bca"));
-    keyOn(2, Qt::Key_Home, Qt::AltModifier);
-    EXPECT_EQ(order(), QStringLiteral("abc"));
-    QTest::keyClick(&list(), Qt::Key_End, Qt::AltModifier);
-    EXPECT_EQ(order(), QStringLiteral("bca"));
-    keyOn(2, Qt::Key_Delete);
-    EXPECT_EQ(order(), QStringLiteral("bc"));
+    add(QStringLiteral("abc"));
+    struct Step {
+        int row; ///< on which the keys begin; -1: they go on
+        Qt::Key key;
+        const char* want;
+    };
+    for (const Step& step :
+         {Step{0, Qt::Key_Down, "bac"}, Step{-1, Qt::Key_Down, "bca"}, Step{-1, Qt::Key_Down, "bca"},
+          Step{0, Qt::Key_Up, "bca"}, Step{2, Qt::Key_Home, "abc"}, Step{-1, Qt::Key_End, "bca"},
+          Step{1, Qt::Key_Up, "cba"}, Step{-1, Qt::Key_Right, "cba"}}) {
+        if (step.row >= 0)
+            list().setCurrentIndex(list().model()->index(step.row, 0));
+        QTest::keyClick(&list(), step.key, Qt::AltModifier);
+        EXPECT_EQ(order(), QString::fromLatin1(step.want));
+    }
+    list().setCurrentIndex(list().model()->index(2, 0));
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    EXPECT_EQ(order(), QStringLiteral("cb"));
     EXPECT_EQ(list().currentIndex().row(), 1);
 }
 
 TEST_F(MergeScreen, TheButtonOfARowRemovesItWhenItIsLetGoThere)
 {
-    add({QStringLiteral("a"), QStringLiteral("b")});
+    add(QStringLiteral("ab"));
     const QPoint remove = removeButtonOf(rowRect(0)).center();
     QTest::mousePress(list().viewport(), Qt::LeftButton, {}, remove);
-    QTest::mouseRelease(list().viewport(), Qt::LeftButton, {}, rowRect(1).center());
+    letGo(rowRect(1).center());
     EXPECT_EQ(order(), QStringLiteral("ab"));
     QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, remove);
     EXPECT_EQ(order(), QStringLiteral("b"));
-}
-
-TEST_F(MergeScreen, OpenDocumentsJoinFromTheMenuAndTheSidebar)
-{
-    const OpenFilePtr file = openPages(3, QStringLiteral("A & B"));
-    press(&window, QStringLiteral("More"));
-    auto* more = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_TRUE(more);
-    for (QAction* action : more->actions())
-        if (action->text().remove(u'&') == QStringLiteral("Add to Merge"))
-            action->trigger();
-    more->close();
-    EXPECT_TRUE(view().isVisible());
-    press(&view(), QStringLiteral("Add"));
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_TRUE(menu);
-    ASSERT_EQ(menu->actions().size(), 3);
-    EXPECT_EQ(menu->actions().last()->text(), QStringLiteral("A && &B"));
-    menu->actions().last()->trigger();
-    menu->close();
-    EXPECT_EQ(order(), QStringLiteral("A & BA & B"));
 }
 
 } // namespace

@@ -49,14 +49,5 @@ TEST(PageGridLayout, ADropLandsBeforeTheCellUnderIt)
     EXPECT_EQ(layout.dropTarget(QPoint(0, -50)), 0) << "above all";
 }
 
-TEST(PageGridLayout, EmptyHasNothingToHit)
-{
-    const PageGridLayout layout{0, 760};
-    EXPECT_EQ(layout.height(), 0);
-    EXPECT_EQ(layout.at(QPoint(100, 100)), -1);
-    EXPECT_EQ(layout.dropTarget(QPoint(100, 100)), 0);
-    EXPECT_EQ(layout.between(0, 500), (std::pair{0, 0}));
-}
-
 } // namespace
 } // namespace folvane
