@@ -2,10 +2,10 @@
 
 #include "documents/AppModel.h"
 #include "engine/PDFEngine.h"
-#include "platform/desktop/Preferences.h"
-#include "platform/desktop/ScriptedPanels.h"
-#include "platform/desktop/Workspace.h"
 #include "support/ManualClock.h"
+#include "support/MemoryPreferences.h"
+#include "support/ScriptedPanels.h"
+#include "support/ScriptedWorkspace.h"
 #include "support/await.h"
 
 #include <QHash>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/desktop/ScriptedPanels.h"
+#include "support/ScriptedPanels.h"
 
 #include <QJsonArray>
 

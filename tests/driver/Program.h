@@ -5,8 +5,8 @@
 #include "documents/currentFile.h"
 #include "engine/PDFEngine.h"
 #include "platform/desktop/Preferences.h"
-#include "platform/desktop/Workspace.h"
 #include "platform/tasks/Clock.h"
+#include "support/ScriptedWorkspace.h"
 #include "tools/compress/CompressMeasuring.h"
 
 #include <QPropertyNotifier>

@@ -2,11 +2,11 @@
 
 #include "documents/AppModel.h"
 #include "engine/PDFEngine.h"
-#include "platform/desktop/Preferences.h"
-#include "platform/desktop/ScriptedPanels.h"
-#include "platform/desktop/Workspace.h"
 #include "shell/RootView.h"
 #include "support/ManualClock.h"
+#include "support/MemoryPreferences.h"
+#include "support/ScriptedPanels.h"
+#include "support/ScriptedWorkspace.h"
 
 namespace folvane {
 

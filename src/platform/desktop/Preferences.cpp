@@ -28,17 +28,4 @@ void SettingsPreferences::setValue(const QString& key, const QVariant& value)
         m_settings.remove(key);
 }
 
-QVariant MemoryPreferences::value(const QString& key, const QVariant& defaultValue) const
-{
-    return m_values.value(key, defaultValue);
-}
-
-void MemoryPreferences::setValue(const QString& key, const QVariant& value)
-{
-    if (value.isValid())
-        m_values.insert(key, value);
-    else
-        m_values.remove(key);
-}
-
 } // namespace folvane

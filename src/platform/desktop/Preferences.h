@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QHash>
 #include <QSettings>
 #include <QString>
 #include <QVariant>
@@ -29,16 +28,6 @@ public:
 
 private:
     QSettings m_settings;
-};
-
-/// Forgotten at the end of the process.
-class MemoryPreferences final : public Preferences {
-public:
-    QVariant value(const QString& key, const QVariant& defaultValue = {}) const override;
-    void setValue(const QString& key, const QVariant& value) override;
-
-private:
-    QHash<QString, QVariant> m_values;
 };
 
 } // namespace folvane

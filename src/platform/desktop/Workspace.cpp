@@ -31,16 +31,4 @@ QCoro::Task<> DesktopWorkspace::reveal(QUrl file)
     QDesktopServices::openUrl(file.adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash));
 }
 
-bool ScriptedWorkspace::openLink(QUrl link)
-{
-    openedLinks.append(link);
-    return opensLinks;
-}
-
-QCoro::Task<> ScriptedWorkspace::reveal(QUrl file)
-{
-    revealed.append(file);
-    co_return;
-}
-
 } // namespace folvane

@@ -3,7 +3,6 @@
 #include <QCoro/QCoroTask>
 
 #include <QDBusConnection>
-#include <QList>
 #include <QUrl>
 
 #include <optional>
@@ -33,17 +32,6 @@ public:
 
 private:
     std::optional<QDBusConnection> m_bus;
-};
-
-/// Stands in for the desktop in tests and tools: keeps what it was asked.
-class ScriptedWorkspace final : public Workspace {
-public:
-    bool opensLinks = true; ///< the answer to openLink()
-    QList<QUrl> openedLinks;
-    QList<QUrl> revealed;
-
-    bool openLink(QUrl link) override;
-    QCoro::Task<> reveal(QUrl file) override;
 };
 
 } // namespace folvane

@@ -1,4 +1,4 @@
-#include "platform/desktop/ScriptedPanels.h"
+#include "support/ScriptedPanels.h"
 
 namespace folvane {
 
