@@ -5,4 +5,6 @@ add_library(folvane-allocator INTERFACE)
 if(NOT FOLVANE_SANITIZE)
     pkg_check_modules(jemalloc REQUIRED IMPORTED_TARGET jemalloc)
     target_link_libraries(folvane-allocator INTERFACE PkgConfig::jemalloc)
+    # Its settings (src/platform/tasks/allocator.cpp): nothing else names them, so the linker would pass over them.
+    target_link_options(folvane-allocator INTERFACE LINKER:--undefined=malloc_conf)
 endif()

@@ -22,14 +22,10 @@ QList<QUrl> ofKind(FileKind kind, const QList<QUrl>& urls)
     return matching;
 }
 
-struct NaturalOrder {
-    bool operator()(const QString& a, const QString& b) const { return naturalCompare(a, b) < 0; }
-};
-
 /// By name; equal names stay in the order given.
 QList<QUrl> sorted(const QList<QUrl>& urls)
 {
-    std::multimap<QString, QUrl, NaturalOrder> byName;
+    std::multimap<QString, QUrl, QCollator> byName(naturalOrder());
     for (const QUrl& url : urls)
         byName.emplace(lastPathComponent(url), url);
     QList<QUrl> result;

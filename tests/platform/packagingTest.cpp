@@ -3,7 +3,6 @@
 
 #include <QFile>
 #include <QMimeDatabase>
-#include <QMimeType>
 #include <QUrl>
 
 #include <gtest/gtest.h>
@@ -13,50 +12,34 @@
 namespace folvane {
 namespace {
 
-QString packaged(const QString& ending)
-{
-    return QStringLiteral(FOLVANE_PACKAGING "/" FOLVANE_BUNDLE_IDENTIFIER) + ending;
-}
+const QString packaged = QStringLiteral(FOLVANE_PACKAGING "/" FOLVANE_BUNDLE_IDENTIFIER);
 
 QStringList declaredTypes()
 {
-    QFile entry(packaged(QStringLiteral(".desktop")));
+    QFile entry(packaged + ".desktop");
     EXPECT_TRUE(entry.open(QIODevice::ReadOnly));
-    for (const QByteArray& line : entry.readAll().split('\n')) {
-        if (line.startsWith("MimeType=")) {
-            EXPECT_TRUE(line.endsWith(';'));
-            return QString::fromUtf8(line.mid(9)).split(QLatin1Char(';'), Qt::SkipEmptyParts);
-        }
-    }
-    return {};
+    const QStringList lines = QString::fromUtf8(entry.readAll()).split(u'\n').filter("MimeType=");
+    EXPECT_TRUE(lines.size() == 1 && lines[0].endsWith(u';'));
+    return lines.value(0).mid(9).split(u';', Qt::SkipEmptyParts);
 }
 
 bool opens(const QString& extension)
 {
-    return fileKind(QUrl::fromLocalFile(QStringLiteral("/a.") + extension)) != FileKind::Other;
+    return fileKind(QUrl::fromLocalFile("/a." + extension)) != FileKind::Other;
 }
 
-TEST(Packaging, DesktopEntryIsValid)
+TEST(Packaging, FilesForTheDesktopAreValid)
 {
-    const ToolResult result =
-        runTool(QStringLiteral("desktop-file-validate"), {packaged(QStringLiteral(".desktop"))});
-    EXPECT_EQ(result.exitCode, 0) << result.output.toStdString() << result.errors.toStdString();
-}
-
-TEST(Packaging, MetadataIsValid)
-{
-    const ToolResult result =
-        runTool(QStringLiteral("appstreamcli"), {QStringLiteral("validate"), QStringLiteral("--no-net"),
-                                                 packaged(QStringLiteral(".metainfo.xml"))});
-    EXPECT_EQ(result.exitCode, 0) << result.output.toStdString() << result.errors.toStdString();
+    for (const ToolResult& result :
+         {runTool("desktop-file-validate", {packaged + ".desktop"}),
+          runTool("appstreamcli", {"validate", "--no-net", packaged + ".metainfo.xml"})})
+        EXPECT_EQ(result.exitCode, 0) << result.output.toStdString() << result.errors.toStdString();
 }
 
 // A type of which we open no file would put us under Open With only to fail.
 TEST(Packaging, EveryDeclaredTypeOpens)
 {
-    const QStringList types = declaredTypes();
-    EXPECT_FALSE(types.isEmpty());
-    for (const QString& name : types) {
+    for (const QString& name : declaredTypes()) {
         const QStringList endings = QMimeDatabase().mimeTypeForName(name).suffixes();
         EXPECT_TRUE(std::ranges::any_of(endings, opens)) << name.toStdString();
     }
@@ -66,9 +49,9 @@ TEST(Packaging, EveryDeclaredTypeOpens)
 TEST(Packaging, EveryKindThatOpensIsDeclared)
 {
     const QStringList types = declaredTypes();
-    for (const QString& extension : pictureExtensions() + QStringList{QStringLiteral("pdf")}) {
+    for (const QString& extension : pictureExtensions() + QStringList{"pdf"}) {
         const QMimeType type =
-            QMimeDatabase().mimeTypeForFile(QStringLiteral("a.") + extension, QMimeDatabase::MatchExtension);
+            QMimeDatabase().mimeTypeForFile("a." + extension, QMimeDatabase::MatchExtension);
         EXPECT_TRUE(type.isDefault() || types.contains(type.name()))
             << extension.toStdString() << ": " << type.name().toStdString();
     }

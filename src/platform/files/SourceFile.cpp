@@ -56,11 +56,6 @@ SourceFile::Opening SourceFile::tryToOpen(const QUrl& url)
     return {std::shared_ptr<SourceFile>(new SourceFile(descriptor, versionIn(status))), 0};
 }
 
-std::shared_ptr<SourceFile> SourceFile::open(const QUrl& url)
-{
-    return tryToOpen(url).file;
-}
-
 SourceFile::~SourceFile()
 {
     ::close(m_descriptor);

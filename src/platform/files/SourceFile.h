@@ -33,11 +33,9 @@ class SourceFile {
 public:
     struct Opening;
 
-    /// Does not wait for pipes. Leaves the last descriptors of the process to others: what draws, writes and asks
-    /// the user needs some of its own.
+    /// Regular files only; does not wait for pipes. Leaves the last descriptors of the process to others: what draws,
+    /// writes and asks the user needs some of its own.
     static Opening tryToOpen(const QUrl& url);
-    /// Null when the file cannot be opened or is not a regular file.
-    static std::shared_ptr<SourceFile> open(const QUrl& url);
     ~SourceFile();
     Q_DISABLE_COPY_MOVE(SourceFile)
 
@@ -74,7 +72,7 @@ private:
     mutable std::atomic<quint64> m_failedReads = 0;
 };
 
-/// How an opening went: the file, or the system's number of what stood in the way.
+/// How an opening went: the file, or null and the system's number of what stood in the way.
 struct SourceFile::Opening {
     std::shared_ptr<SourceFile> file;
     int error = 0;

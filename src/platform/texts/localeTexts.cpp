@@ -1,13 +1,13 @@
 #include "platform/texts/localeTexts.h"
 
-#include "platform/texts/icuLocale.h"
-
 #include <QCoreApplication>
+#include <QLocale>
 
-#include <unicode/coll.h>
 #include <unicode/listformatter.h>
+#include <unicode/locid.h>
 #include <unicode/measunit.h>
 #include <unicode/numberformatter.h>
+#include <unicode/unistr.h>
 
 #include <array>
 #include <cmath>
@@ -17,6 +17,23 @@
 namespace folvane {
 
 namespace {
+
+/// The current one. The C locale speaks English.
+QLocale spokenLocale()
+{
+    const QLocale locale;
+    return locale.language() == QLocale::C ? QLocale(QLocale::English, QLocale::UnitedStates) : locale;
+}
+
+icu::Locale icuLocale()
+{
+    return icu::Locale(spokenLocale().name().toLatin1().constData());
+}
+
+QString fromIcu(const icu::UnicodeString& text)
+{
+    return QString::fromUtf16(text.getBuffer(), text.length());
+}
 
 struct Unit {
     qint64 bytes;
@@ -57,28 +74,6 @@ QString localNumber(qint64 value, int decimals)
     return U_SUCCESS(status) ? fromIcu(text) : QString::number(double(value) / std::pow(10, decimals));
 }
 
-std::unique_ptr<icu::Collator> makeCollator(const icu::Locale& locale)
-{
-    UErrorCode status = U_ZERO_ERROR;
-    std::unique_ptr<icu::Collator> collator(icu::Collator::createInstance(locale, status));
-    if (collator)
-        collator->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_ON, status);
-    return collator;
-}
-
-/// Kept for the next call, because making one is slow beside comparing with it.
-const icu::Collator* numericCollator()
-{
-    thread_local icu::Locale madeFor;
-    thread_local std::unique_ptr<icu::Collator> collator;
-    const icu::Locale locale = icuLocale();
-    if (!collator || madeFor != locale) {
-        collator = makeCollator(locale);
-        madeFor = locale;
-    }
-    return collator.get();
-}
-
 } // namespace
 
 QString byteCount(qint64 bytes)
@@ -105,17 +100,14 @@ QString megabytes(double megabytes)
     return U_SUCCESS(status) ? fromIcu(text) : QString::number(megabytes) + QStringLiteral(" MB");
 }
 
-int naturalCompare(const QString& a, const QString& b)
+QCollator naturalOrder()
 {
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::Collator* collator = numericCollator();
-    if (!collator)
-        return a.compare(b);
-    const QStringView left = a, right = b;
-    return collator->compare(left.utf16(), int32_t(left.size()), right.utf16(), int32_t(right.size()),
-                             status);
+    QCollator order(spokenLocale());
+    order.setNumericMode(true);
+    return order;
 }
 
+// Not by QLocale, whose lists do not know that "y" becomes "e" before a Spanish i, and their like.
 QString joinedNames(const QStringList& names)
 {
     UErrorCode status = U_ZERO_ERROR;
@@ -123,7 +115,7 @@ QString joinedNames(const QStringList& names)
         icu::ListFormatter::createInstance(icuLocale(), ULISTFMT_TYPE_AND, ULISTFMT_WIDTH_WIDE, status));
     std::vector<icu::UnicodeString> items;
     for (const QString& name : names)
-        items.push_back(toIcu(name));
+        items.emplace_back(name.utf16(), int32_t(name.size()));
     icu::UnicodeString text;
     if (formatter)
         formatter->format(items.data(), int32_t(items.size()), text, status);

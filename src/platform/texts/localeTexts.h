@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCollator>
 #include <QString>
 #include <QStringList>
 
@@ -14,9 +15,8 @@ QString byteCount(qint64 bytes);
 /// "0.75 MB", "20 MB": two decimals at most, no trailing zeros.
 QString megabytes(double megabytes);
 
-/// Order of names for people: digits count as numbers, so that "2" comes before "10". Below, equal to or
-/// above 0.
-int naturalCompare(const QString& a, const QString& b);
+/// Order of names for people, to sort and compare by: digits count as numbers, so that "2" comes before "10".
+QCollator naturalOrder();
 
 /// "A", "A and B", "A, B, and C".
 QString joinedNames(const QStringList& names);
