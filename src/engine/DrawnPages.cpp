@@ -5,7 +5,7 @@
 #include "pdf/Document.h"
 #include "pdf/drawing/PageRasteriser.h"
 #include "pictures/AreaScaler.h"
-#include "pictures/jpegSamples.h"
+#include "pictures/jpegEncoding.h"
 #include "pictures/samplesOf.h"
 
 #include <algorithm>
@@ -50,7 +50,7 @@ pdf::PicturePages::Picture DrawnPages::picture(int page, int longSide, int quali
     if (!drawn || stop.stop_requested())
         return {};
     const ImageSamples samples = scaled(*drawn, wanted, stop);
-    return {encodedJpeg(samples, quality, stop), wanted, samples.channels};
+    return {encodeJpeg(samples.view(), quality, stop), wanted, samples.channels};
 }
 
 DrawnPages::Samples DrawnPages::full(int page, const std::stop_token& stop)

@@ -2,7 +2,7 @@
 
 #include "engine/EngineError.h"
 #include "engine/pixelSize.h"
-#include "pictures/jpeg.h"
+#include "pictures/jpegEncoding.h"
 
 #include <QBuffer>
 
@@ -19,7 +19,7 @@ constexpr double inchesPerMetre = 1 / 0.0254;
 QByteArray encoded(const QImage& image, ExportFormat format)
 {
     if (format == ExportFormat::Jpeg)
-        return encodeJpeg(image.convertToFormat(QImage::Format_RGB888), jpegQuality);
+        return encodeJpeg(image, jpegQuality);
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);

@@ -3,9 +3,10 @@
 #include "pdf/structure/DocumentData.h"
 #include "pdf/structure/emptyDocument.h"
 #include "pdf/structure/imagePage.h"
+#include "pictures/fillHoles.h"
 #include "pictures/jpeg.h"
+#include "pictures/jpegEncoding.h"
 #include "pictures/pictures.h"
-#include "pictures/transparency.h"
 
 #include <cmath>
 

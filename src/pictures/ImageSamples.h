@@ -9,6 +9,16 @@
 
 namespace folvane {
 
+/// A picture in memory of somebody else: eight bits a sample, rows from the top, the samples of a pixel side by side.
+struct SampleView {
+    const uint8_t* samples;
+    size_t stride; ///< bytes from row to row
+    QSize size;
+    int channels;
+
+    const uint8_t* row(int y) const { return samples + static_cast<size_t>(y) * stride; }
+};
+
 /// A decoded picture: eight bits a sample, rows from the top without padding, the samples of a pixel side by side.
 struct ImageSamples {
     QSize size;
@@ -18,6 +28,7 @@ struct ImageSamples {
     size_t stride() const { return static_cast<size_t>(size.width()) * static_cast<size_t>(channels); }
     uint8_t* row(int y) { return bytes.data() + static_cast<size_t>(y) * stride(); }
     const uint8_t* row(int y) const { return bytes.data() + static_cast<size_t>(y) * stride(); }
+    SampleView view() const { return {bytes.data(), stride(), size, channels}; }
 };
 
 /// The most pixels that an image may have to be decoded at all.

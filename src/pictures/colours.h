@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pictures/jpeg.h"
+#include "pictures/formats/InkSamples.h"
 
 #include <QByteArray>
 #include <QImage>
@@ -12,15 +12,14 @@
 
 namespace folvane {
 
+/// More than 8 bits a channel.
+bool isDeep(QImage::Format format);
+
 /// The picture in sRGB, with 8 bits a channel: Format_RGB888, Format_RGBA8888 or Format_Grayscale8. A profile
 /// that is empty, broken, or not of the picture's colour model leaves the colours as they are.
 QImage toSrgb(QImage image, const QByteArray& iccProfile, const std::stop_token& stop = {});
 
 /// Format_RGB888. Without a usable profile, as common process inks look on paper.
 QImage toSrgb(InkSamples cmyk, const QByteArray& iccProfile, const std::stop_token& stop = {});
-
-/// An ICC profile of RGB with these H.273 code points (2: unspecified). Empty for sRGB and for what is
-/// unknown.
-QByteArray profileOfCodePoints(int primaries, int transfer);
 
 } // namespace folvane

@@ -1,15 +1,11 @@
-// libjpeg reports errors by a call that must not return; ours jumps back to encode(). Between setjmp and the jump there
-// are no destructors, and what libjpeg calls throws nothing.
-
 #include "pictures/jpegEncoding.h"
 
+#include "pictures/JpegErrors.h"
+
 #include <algorithm>
-#include <csetjmp>
-#include <cstdio>
 #include <new>
 
 #include <jerror.h>
-#include <jpeglib.h>
 
 namespace folvane {
 
@@ -19,30 +15,11 @@ constexpr qsizetype leastRoom = 64 * 1024;
 // Tables made for the picture save a tenth, but libjpeg keeps all of it in another form until they are known.
 constexpr qint64 keptAtMost = qint64(160) << 20;
 
-struct ErrorManager {
-    jpeg_error_mgr base{};
-    std::jmp_buf leave{};
-    const std::stop_token* stop = nullptr;
-};
-
 /// Where the file comes to lie: grown as it fills.
 struct Destination {
     jpeg_destination_mgr base{};
     QByteArray bytes;
 };
-
-[[noreturn]] void onError(j_common_ptr codec)
-{
-    std::longjmp(reinterpret_cast<ErrorManager*>(codec->err)->leave, 1); // base is its first member
-}
-
-void onOutput(j_common_ptr) {}
-
-void onProgress(j_common_ptr codec)
-{
-    if (reinterpret_cast<ErrorManager*>(codec->err)->stop->stop_requested())
-        onError(codec);
-}
 
 Destination& destinationOf(j_compress_ptr codec)
 {
@@ -86,23 +63,23 @@ J_COLOR_SPACE colourSpace(int channels)
     return channels == 1 ? JCS_GRAYSCALE : channels == 3 ? JCS_RGB : JCS_CMYK;
 }
 
-/// What libjpeg would keep for tables of the picture's own: colour at half resolution takes half as much again.
+/// What is coded, in halves of a plane: colour at half resolution adds half as much, black as much again.
+int halfPlanes(int channels)
+{
+    return channels == 1 ? 2 : channels == 3 ? 3 : 5;
+}
+
+/// What libjpeg would keep for tables of the picture's own.
 qint64 keptForTables(const SampleView& picture)
 {
-    const qint64 pixels = qint64(picture.size.width()) * picture.size.height();
-    const qint64 halfSamples = picture.channels == 1 ? 2 : picture.channels == 3 ? 3 : 5;
-    return pixels * halfSamples * qint64(sizeof(JCOEF)) / 2;
+    return pixelCount(picture.size) * halfPlanes(picture.channels) * qint64(sizeof(JCOEF)) / 2;
 }
 
 class Encoder {
 public:
     explicit Encoder(const std::stop_token& stop)
     {
-        m_codec.err = jpeg_std_error(&m_errors.base);
-        m_errors.base.error_exit = onError;
-        m_errors.base.output_message = onOutput;
-        m_errors.stop = &stop;
-        m_progress.progress_monitor = onProgress;
+        m_errors.stopBy(stop);
         m_destination.base.init_destination = makeRoom;
         m_destination.base.empty_output_buffer = onFull;
         m_destination.base.term_destination = onEnd;
@@ -112,16 +89,15 @@ public:
 
     bool encode(const SampleView& picture, int quality)
     {
-        if (setjmp(m_errors.leave))
-            return false;
-        start(picture, quality);
-        while (m_codec.next_scanline < m_codec.image_height) {
-            const uint8_t* samples = picture.samples + picture.stride * m_codec.next_scanline;
-            auto row = const_cast<JSAMPROW>(samples); // libjpeg only reads it
-            jpeg_write_scanlines(&m_codec, &row, 1);
-        }
-        jpeg_finish_compress(&m_codec);
-        return true;
+        return m_errors.guarded([&] {
+            start(picture, quality);
+            for (int y = 0; y < picture.size.height(); ++y) {
+                auto row = const_cast<JSAMPROW>(picture.row(y)); // libjpeg only reads it
+                jpeg_write_scanlines(&m_codec, &row, 1);
+            }
+            jpeg_finish_compress(&m_codec);
+            return true;
+        });
     }
 
     QByteArray takeBytes()
@@ -133,9 +109,8 @@ public:
 private:
     void start(const SampleView& picture, int quality)
     {
-        jpeg_create_compress(&m_codec);
+        m_errors.create(m_codec, [](jpeg_compress_struct& codec) { jpeg_create_compress(&codec); });
         m_codec.dest = &m_destination.base;
-        m_codec.progress = &m_progress;
         m_codec.image_width = static_cast<unsigned>(picture.size.width());
         m_codec.image_height = static_cast<unsigned>(picture.size.height());
         m_codec.input_components = picture.channels;
@@ -148,21 +123,37 @@ private:
         jpeg_start_compress(&m_codec, TRUE);
     }
 
-    ErrorManager m_errors;
-    jpeg_progress_mgr m_progress{};
+    JpegErrors m_errors;
     Destination m_destination;
     jpeg_compress_struct m_codec{};
 };
 
 } // namespace
 
-QByteArray encodedJpeg(const SampleView& picture, int quality, const std::stop_token& stop)
+QByteArray encodeJpeg(const SampleView& picture, int quality, const std::stop_token& stop)
 {
     const QSize size = picture.size;
     if (size.isEmpty() || size.width() > JPEG_MAX_DIMENSION || size.height() > JPEG_MAX_DIMENSION)
         return {};
     Encoder encoder(stop);
     return encoder.encode(picture, std::clamp(quality, 1, 100)) ? encoder.takeBytes() : QByteArray();
+}
+
+QByteArray encodeJpeg(const QImage& image, int quality, const std::stop_token& stop)
+{
+    const bool isGrey = image.format() == QImage::Format_Grayscale8;
+    const QImage plain = isGrey ? image : image.convertToFormat(QImage::Format_RGB888);
+    return encodeJpeg(SampleView{plain.constBits(), static_cast<size_t>(plain.bytesPerLine()), plain.size(),
+                                 isGrey ? 1 : 3},
+                      quality, stop);
+}
+
+// Each block of 8 by 8 takes a bit for its mean and one for its end.
+qint64 leastJpegBytes(QSize size, int channels)
+{
+    constexpr qint64 markers = 150;
+    const qint64 blocks = qint64((size.width() + 7) / 8) * ((size.height() + 7) / 8);
+    return markers + blocks * halfPlanes(channels) / 8;
 }
 
 } // namespace folvane

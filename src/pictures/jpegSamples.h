@@ -11,14 +11,15 @@
 
 namespace folvane {
 
+class JpegReader;
+
 /// Takes one row of samples; called once for each row, from the top.
 using RowTaker = std::function<void(const uint8_t* row)>;
 
 /// What a JPEG gives when it is decoded.
 struct JpegShape {
     QSize size;
-    int channels = 0;          ///< 1, 3 (RGB) or 4 (inks, as they stand in the file: nothing is inverted)
-    bool hasInkMarker = false; ///< four components with the marker that most programs set
+    int channels = 0; ///< 1, 3 (RGB) or 4 (inks, as they stand in the file: nothing is inverted)
 };
 
 /// JPEG as it stands in a PDF: samples without any judgement of what their colours mean.
@@ -43,9 +44,8 @@ public:
                 const RowTaker& takeRow);
 
 private:
-    struct Decoder;
-
-    std::unique_ptr<Decoder> m_decoder;
+    std::unique_ptr<JpegReader> m_reader;
+    std::optional<int> m_colourTransform;
 };
 
 /// No JPEG that is packed into so many bytes is taken to be larger than this.
@@ -53,11 +53,5 @@ constexpr qint64 unpackedJpegLimit(qint64 packed)
 {
     return 4 * packed + 64 * 1024;
 }
-
-/// As encodedJpeg() of platform/jpegEncoding.h.
-QByteArray encodedJpeg(const ImageSamples& samples, int quality, const std::stop_token& stop);
-
-/// No JPEG of this size is smaller, in bytes, whatever it shows.
-qint64 leastJpegBytes(QSize size, int channels);
 
 } // namespace folvane

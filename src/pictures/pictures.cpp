@@ -1,13 +1,14 @@
 #include "pictures/pictures.h"
 
 #include "pictures/colours.h"
-#include "pictures/heif.h"
+#include "pictures/formats/heif.h"
+#include "pictures/formats/pictureEnds.h"
+#include "pictures/formats/pictureLimits.h"
+#include "pictures/formats/pictureTags.h"
+#include "pictures/formats/svg.h"
+#include "pictures/formats/tiffInks.h"
+#include "pictures/formats/tiffTags.h"
 #include "pictures/jpeg.h"
-#include "pictures/pictureEnds.h"
-#include "pictures/pictureTags.h"
-#include "pictures/svg.h"
-#include "pictures/tiffInks.h"
-#include "pictures/tiffTags.h"
 #include "platform/files/SourceFile.h"
 
 #include <QBuffer>
@@ -42,8 +43,8 @@ QByteArray nameForQt(PictureFormat format)
 /// With what becomes of it: of 16 bits a channel, a second bitmap of 8.
 bool fits(const QSize& size, QImage::Format format)
 {
-    const bool isDeep = QImage::toPixelFormat(format).redSize() > 8 || format == QImage::Format_Grayscale16;
-    const qint64 bytesPerPixel = isDeep ? 8 + 4 : 4, most = isDeep ? maxDecodingBytes : maxBitmapBytes;
+    const bool deep = isDeep(format);
+    const qint64 bytesPerPixel = deep ? 8 + 4 : 4, most = deep ? maxDecodingBytes : maxBitmapBytes;
     return !size.isValid() || qint64(size.width()) * size.height() <= most / bytesPerPixel;
 }
 

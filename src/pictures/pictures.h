@@ -12,12 +12,6 @@ namespace folvane {
 
 class SourceFile;
 
-/// The largest decoded bitmap: a picture above it counts as one that cannot be decoded.
-inline constexpr qint64 maxBitmapBytes = qint64(1) << 30;
-
-/// The most memory that decoding one picture may take, with all that stands beside the bitmap meanwhile.
-inline constexpr qint64 maxDecodingBytes = qint64(1200) << 20;
-
 /// The long side at which vector pictures are drawn, in pixels.
 inline constexpr int vectorLongSide = 3508;
 

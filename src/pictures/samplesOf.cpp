@@ -4,27 +4,9 @@
 
 namespace folvane {
 
-namespace {
-
-bool isGrey(const QImage& image)
+ImageSamples samplesOf(const QImage& image, std::optional<int> channels)
 {
-    const int bytes = 3 * image.width();
-    for (int y = 0; y < image.height(); ++y) {
-        const uchar* row = image.constScanLine(y);
-        unsigned differences = 0;
-        for (int x = 0; x < bytes; x += 3)
-            differences |= unsigned(row[x] ^ row[x + 1]) | unsigned(row[x] ^ row[x + 2]);
-        if (differences)
-            return false;
-    }
-    return true;
-}
-
-} // namespace
-
-ImageSamples samplesOf(const QImage& image)
-{
-    ImageSamples samples{image.size(), isGrey(image) ? 1 : 3, {}};
+    ImageSamples samples{image.size(), channels ? *channels : image.allGray() ? 1 : 3, {}};
     samples.bytes.resize(samples.stride() * static_cast<size_t>(image.height()));
     const auto step = static_cast<size_t>(3 / samples.channels);
     for (int y = 0; y < image.height(); ++y) {

@@ -4,11 +4,13 @@
 
 #include <QImage>
 
+#include <optional>
+
 namespace folvane {
 
-/// The samples of a picture in Format_RGB888; in one channel where there is no colour, which is a third of the work for
-/// all that follows.
-ImageSamples samplesOf(const QImage& image);
+/// The samples of a picture in Format_RGB888, in one channel or three. Where that is not told: in one where there is no
+/// colour, which is a third of the work for all that follows.
+ImageSamples samplesOf(const QImage& image, std::optional<int> channels = std::nullopt);
 
 /// The way back, without a copy: Format_RGB888, or Format_Grayscale8 for one channel.
 QImage imageOf(ImageSamples samples);

@@ -1,13 +1,12 @@
 #include "engine/EngineTest.h"
-#include "pictures/jpeg.h"
-#include "pictures/orientation.h"
-#include "pictures/pictures.h"
+#include "pictures/jpegEncoding.h"
 #include "support/tools.h"
 
 #include <QBuffer>
 #include <QColor>
 #include <QFile>
 #include <QImage>
+#include <QImageReader>
 #include <QPainter>
 
 namespace folvane {
@@ -90,8 +89,9 @@ TEST_P(Orientations, KeepTheBytesAndTurnThePage)
     ASSERT_TRUE(extracted.open(QIODevice::ReadOnly));
     EXPECT_EQ(extracted.readAll(), jpeg);
 
-    const std::optional<Picture> decoded = decodePicture(jpeg, "jpg");
-    const QImage shown = upright(decoded->image, decoded->orientation);
+    QImageReader upright(path("photo.jpg"));
+    upright.setAutoTransform(true);
+    const QImage shown = upright.read();
     EXPECT_EQ(engine.displaySize({source, 0}, 0),
               QSizeF(shown.width() > shown.height() ? QSize(842, 421) : QSize(421, 842)));
     EXPECT_LE(largestDifference(engine.image({source, 0}, 0, 842)->image, shown), 12);

@@ -1,7 +1,7 @@
 // Sources that cannot be read for a while, and work that is stopped in the middle of reading them.
 
 #include "engine/EngineTest.h"
-#include "pictures/jpeg.h"
+#include "pictures/jpegEncoding.h"
 #include "platform/tasks/Cancelled.h"
 #include "support/madePdf.h"
 #include "support/readHook.h"

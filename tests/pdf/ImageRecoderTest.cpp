@@ -4,8 +4,9 @@
 #include "pdf/PageDrawer.h"
 #include "pdf/images/ImageCache.h"
 #include "pdf/madeImages.h"
+#include "pictures/ImageSamples.h"
 #include "pictures/MemoryBudget.h"
-#include "pictures/jpegSamples.h"
+#include "pictures/jpegEncoding.h"
 #include "platform/tasks/Cancelled.h"
 #include "support/madePdf.h"
 #include "support/similarity.h"
@@ -172,7 +173,7 @@ const Coding dct{"/DCTDecode", [](int c, int) { return jpeg(c); }};
 const Coding flateOfJpeg{"[/FlateDecode /DCTDecode]", [](int c, int) { return deflatedBytes(jpeg(c)); }};
 const Coding poorDct{"/DCTDecode", [](int, int) {
                          const QByteArray grey = madePhoto(photo, 1);
-                         return encodedJpeg({photo, 1, {grey.begin(), grey.end()}}, 3, {});
+                         return encodeJpeg(ImageSamples{photo, 1, {grey.begin(), grey.end()}}.view(), 3);
                      }};
 const Coding cutDct{"/DCTDecode", [](int c, int) { return jpeg(c).left(20000); }};
 const Coding plainRgb{"/DCTDecode", [](int, int) { return jpeg(3, JpegStyle::PlainRgb); }};

@@ -15,8 +15,8 @@ QImage plain(QColor colour, QImage::Format format = QImage::Format_RGB888, QSize
 /// The picture as a file, by Qt.
 QByteArray encoded(const QImage& image, const char* format);
 
-/// A GIF of one frame from a picture of at most 128 palette colours. Qt writes none.
-QByteArray gifFile(const QImage& image, int transparentIndex = -1);
+/// A file of tests/pictures/samples: pictures that Qt does not write, and colour profiles. Their README tells what is in them.
+QByteArray sample(const QString& name);
 
 /// An EXIF block that says only the orientation, starting at its TIFF header.
 QByteArray exifBlock(int orientation, bool bigEndian);
@@ -31,56 +31,5 @@ QByteArray withPngChunk(const QByteArray& png, const QByteArray& name, const QBy
 /// The file claiming another size.
 QByteArray withPngSize(QByteArray png, QSize size);
 QByteArray withPngProfile(const QByteArray& png, const QByteArray& profile);
-
-enum class JpegModel { Rgb, RgbWithoutMarker, Cmyk, CmykAdobe, YcckAdobe };
-
-struct JpegOptions {
-    JpegModel model = JpegModel::Rgb;
-    bool progressive = false;
-    bool arithmetic = false;
-};
-
-/// One colour throughout, as samples of the model: three or four bytes.
-QByteArray plainJpeg(const QByteArray& sample, const JpegOptions& options, QSize size = {32, 32});
-
-/// ICC profiles: RGB with red and green exchanged (matrix), and the same as a lookup table.
-QByteArray swappedProfile();
-QByteArray swappedTableProfile();
-QByteArray linearGreyProfile();
-/// A table by which every ink is green: what no formula would come to.
-QByteArray greenInksProfile();
-QByteArray displayP3Profile();
-
-struct TiffOptions {
-    int bits = 8;
-    bool separate = false; ///< a plane for each ink
-    int tile = 0;          ///< side of a tile; 0: strips of 16 rows
-    QByteArray iccProfile{};
-};
-
-/// Process inks in four fields, from the top left in reading order: cyan, magenta, yellow, none. 64 x 32
-/// pixels.
-QByteArray inkTiff(const TiffOptions& options);
-
-struct TiffPicture {
-    QColor colour;
-    QSize size;
-    int orientation = 1;
-};
-
-/// One picture after another.
-QByteArray tiffFile(const QList<TiffPicture>& pictures);
-
-enum class HeifCodec { Hevc, Av1 };
-
-struct HeifOptions {
-    HeifCodec codec = HeifCodec::Hevc;
-    int orientation = 1; ///< written as rotation and mirroring
-    QByteArray iccProfile{};
-    int primaries = 0; ///< H.273 code points, when not 0
-    int transfer = 13;
-};
-
-QByteArray heifFile(const QImage& image, const HeifOptions& options);
 
 } // namespace folvane

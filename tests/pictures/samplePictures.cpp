@@ -1,5 +1,6 @@
 #include "pictures/pictureFixtures.h"
 
+#include <QColorSpace>
 #include <QFile>
 #include <QGuiApplication>
 
@@ -18,27 +19,24 @@ std::map<QString, QByteArray> samplePictures()
 {
     const QImage opaque = fourFields(QImage::Format_RGB888, size);
     const QImage clear = plain(QColor(200, 100, 50, 128), QImage::Format_ARGB32, size);
-    const QImage palette = fourFields(QImage::Format_Indexed8, size);
+    QImage tagged = opaque;
+    tagged.setColorSpace(QColorSpace::DisplayP3);
     std::map<QString, QByteArray> files{
         {"alpha.png", encoded(clear, "png")},
         {"deep.png", encoded(clear.convertToFormat(QImage::Format_RGBA64), "png")},
-        {"palette.png", encoded(palette, "png")},
-        {"profile.png", withPngProfile(encoded(opaque, "png"), displayP3Profile())},
-        {"palette.gif", gifFile(palette, 1)},
+        {"palette.png", encoded(fourFields(QImage::Format_Indexed8, size), "png")},
+        {"profile.png", encoded(tagged, "png")},
         {"plain.svg", drawing},
         {"oriented.jpg", withJpegExif(encoded(opaque, "jpg"), exifBlock(6, true))},
-        {"table.jpg", withJpegProfile(encoded(opaque, "jpg"), swappedTableProfile())},
-        {"inks.jpg", plainJpeg("\x20\x40\x60\x80", {.model = JpegModel::YcckAdobe}, size)},
-        {"progressive.jpg", plainJpeg("\x20\x40\x60", {.progressive = true}, size)},
-        {"arithmetic.jpg", plainJpeg("\x20\x40\x60", {.arithmetic = true}, size)},
-        {"inks.tif", inkTiff({.iccProfile = greenInksProfile()})},
-        {"tiles.tif", inkTiff({.bits = 16, .separate = true, .tile = 16})},
-        {"oriented.heic", heifFile(opaque, {.orientation = 5})},
-        {"alpha.avif", heifFile(clear, {.codec = HeifCodec::Av1, .iccProfile = displayP3Profile()})},
+        {"table.jpg", withJpegProfile(encoded(opaque, "jpg"), sample("swappedTable.icc"))},
     };
     for (const char* format : {"bmp", "ico", "icns", "pbm", "ppm", "tif", "webp"})
         files[QStringLiteral("plain.%1").arg(QLatin1String(format))] =
             encoded(opaque.scaled(128, 128), format);
+    for (const char* name :
+         {"transparent.gif", "ycckInverted.jpg", "progressive.jpg", "arithmetic.jpg", "inksWithProfile.tif",
+          "inks16SeparateTiles16.tif", "turned5.heic", "transparent.avif"})
+        files[QLatin1String(name)] = sample(QLatin1String(name));
     return files;
 }
 

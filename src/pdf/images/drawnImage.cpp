@@ -4,6 +4,7 @@
 #include "pdf/drawing/PageRasteriser.h"
 #include "pdf/structure/emptyDocument.h"
 #include "pdf/structure/imagePage.h"
+#include "pictures/samplesOf.h"
 #include "platform/tasks/Cancelled.h"
 
 namespace folvane::pdf {
@@ -38,34 +39,6 @@ QPDFObjectHandle copiedImage(QPDF& target, QPDFObjectHandle stream, const char* 
     return image;
 }
 
-bool isGrey(const QImage& image)
-{
-    for (int y = 0; y < image.height(); ++y) {
-        const uchar* row = image.constScanLine(y);
-        for (int x = 0; x < image.width(); ++x, row += 3) {
-            if (row[0] != row[1] || row[0] != row[2])
-                return false;
-        }
-    }
-    return true;
-}
-
-ImageSamples samplesOf(const QImage& image, int channels)
-{
-    ImageSamples samples{image.size(), channels,
-                         std::vector<uint8_t>(static_cast<size_t>(pixelCount(image.size()) * channels))};
-    for (int y = 0; y < image.height(); ++y) {
-        const uchar* from = image.constScanLine(y);
-        uint8_t* to = samples.row(y);
-        if (channels == 3)
-            std::copy_n(from, samples.stride(), to);
-        else
-            for (int x = 0; x < image.width(); ++x)
-                to[x] = from[3 * x];
-    }
-    return samples;
-}
-
 } // namespace
 
 QByteArray documentOfImage(QPDFObjectHandle stream, QSize size, const char* space, const QByteArray& bytes,
@@ -90,7 +63,7 @@ std::optional<ImageSamples> drawnImage(const QByteArray& document, QSize size, i
     const QImage image = page ? page->draw(0, size, 0, stop) : QImage();
     if (image.isNull())
         return std::nullopt;
-    return samplesOf(image, channels != 0 ? channels : isGrey(image) ? 1 : 3);
+    return samplesOf(image, channels != 0 ? std::optional(channels) : std::nullopt);
 }
 
 } // namespace folvane::pdf

@@ -3,7 +3,7 @@
 #include "pdf/images/decodedImage.h"
 #include "pdf/images/decodingMemory.h"
 #include "pictures/AreaScaler.h"
-#include "pictures/jpegSamples.h"
+#include "pictures/jpegEncoding.h"
 
 #include <QCryptographicHash>
 
@@ -120,7 +120,7 @@ std::optional<RecodedImage> encoded(const ImageSamples& samples, const StoredIma
 {
     using Packing = RecodedImage::Packing;
     const bool asJpeg = becomesJpeg(image);
-    QByteArray bytes = asJpeg ? encodedJpeg(samples, quality, stop) : deflated(samples);
+    QByteArray bytes = asJpeg ? encodeJpeg(samples.view(), quality, stop) : deflated(samples);
     if (bytes.isEmpty() || stop.stop_requested())
         return std::nullopt;
     if (!takesMoreThan(bytes.size() + dictionaryMargin, image, stop))
