@@ -1,5 +1,7 @@
 #include "engine/EngineTest.h"
 
+#include "support/tools.h"
+
 #include <QFile>
 
 namespace folvane {
@@ -7,7 +9,7 @@ namespace folvane {
 QUrl EngineTest::write(const QString& name, const QByteArray& bytes) const
 {
     QFile file(path(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush());
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     return QUrl::fromLocalFile(path(name));
 }
 
@@ -44,6 +46,17 @@ QString EngineTest::built(const BuildPlan& plan)
     const QString name = QStringLiteral("built-%1.pdf").arg(++m_builds);
     write(name, engine.build(plan));
     return path(name);
+}
+
+QImage EngineTest::drawn(const QUrl& source, int page, double longSide)
+{
+    const std::optional<SendableImage> image = engine.image({source, page}, 0, longSide);
+    return image ? image->image : QImage();
+}
+
+QByteArray plainText(const QString& path)
+{
+    return runTool("qpdf", {"--qdf", "--static-id", "--object-streams=disable", path, "-"}).output;
 }
 
 } // namespace folvane

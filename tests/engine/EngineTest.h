@@ -24,6 +24,8 @@ protected:
     /// Builds from pages of one source, zero-based, writes the result and gives back its path.
     QString built(const QUrl& source, const std::vector<int>& pages, int turn = 0);
     QString built(const BuildPlan& plan);
+    /// What the engine shows of a page.
+    QImage drawn(const QUrl& source, int page, double longSide);
 
     static PageItem page(const QUrl& source, int index, int turn = 0);
     static void add(BuildPlan& plan, const QUrl& source, const std::vector<int>& pages, int turn = 0);
@@ -34,5 +36,8 @@ private:
     QTemporaryDir m_folder;
     int m_builds = 0;
 };
+
+/// A file as readable text, unpacked by qpdf.
+QByteArray plainText(const QString& path);
 
 } // namespace folvane

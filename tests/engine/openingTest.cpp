@@ -23,9 +23,7 @@ TEST_F(OpeningTest, KindIsDecidedByTheNameAlone)
 
 TEST_F(OpeningTest, ADocumentWithoutPagesIsRefusedButHeld)
 {
-    const QUrl url =
-        write("none.pdf",
-              pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [] /Count 0 >>"}));
+    const QUrl url = write("none.pdf", pdfOfPages({}));
     EXPECT_EQ(engine.open(url), OpenResult::unreadable());
     EXPECT_EQ(engine.open(url), OpenResult::opened(0));
 }
@@ -87,15 +85,15 @@ TEST_P(Locks, OpenWithTheirPasswordOnly)
     EXPECT_TRUE(textOf(built(url, {0})).contains("Page 1"));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, Locks,
-    testing::Values(LockCase{"Rc4Of40Bits", {"user", "owner", "40"}, "user", "other"},
-                    LockCase{"Rc4Of128Bits", {"user", "owner", "128", "--use-aes=n"}, "user", "other"},
-                    LockCase{"AesOf128Bits", {"user", "owner", "128", "--use-aes=y"}, "user", "User"},
-                    LockCase{"AesOf256Bits", {"user", "owner", "256"}, "user", ""},
-                    LockCase{"OwnerPassword", {"user", "owner", "256"}, "owner", "other"},
-                    LockCase{"NonAscii", {"pässwörd€", "owner", "256"}, "pässwörd€", "password"}),
-    [](const auto& row) { return std::string(row.param.name); });
+const LockCase locks[] = {{"Rc4Of40Bits", {"user", "owner", "40"}, "user", "other"},
+                          {"Rc4Of128Bits", {"user", "owner", "128", "--use-aes=n"}, "user", "other"},
+                          {"AesOf128Bits", {"user", "owner", "128", "--use-aes=y"}, "user", "User"},
+                          {"AesOf256Bits", {"user", "owner", "256"}, "user", ""},
+                          {"OwnerPassword", {"user", "owner", "256"}, "owner", "other"},
+                          {"NonAscii", {"pässwörd€", "owner", "256"}, "pässwörd€", "password"}};
+
+INSTANTIATE_TEST_SUITE_P(Rows, Locks, testing::ValuesIn(locks),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(OpeningTest, ALegacyFileTakesThePasswordInItsOwnEncoding)
 {
@@ -112,33 +110,22 @@ TEST_F(OpeningTest, ALegacyFileTakesThePasswordInItsOwnEncoding)
 
 TEST_F(OpeningTest, ACopyIsLockedByItsPasswordAndNoOther)
 {
-    const QUrl source = opened("a.pdf", book("A"));
-    const auto opensWith = [](const QString& file, const QString& password) {
-        return faultsOf(file, {"--password=" + password}).isEmpty();
-    };
-    for (const QString& password : {QStringLiteral("secret"), QStringLiteral("pässwörd€ 你好"),
-                                    QString(127, 'x'), QString(200, 'x'), QString(100, QChar(0xe9))}) {
-        BuildPlan plan;
-        add(plan, source, {0, 1});
+    BuildPlan plan;
+    add(plan, opened("a.pdf", book("A")), {0, 1});
+    plan.password = QString();
+    EXPECT_TRUE(runTool("qpdf", {"--show-encryption", built(plan)}).output.contains("not encrypted"));
+    for (const QString& password : {QStringLiteral("pässwörd€ 你好"), QString(127, 'x'), QString(200, 'x')}) {
         plan.password = password;
         const QString file = built(plan);
         // qpdf takes no more bytes than count, and cuts none off by itself
         const QString counted = QString::fromUtf8(password.toUtf8().left(127));
-        EXPECT_TRUE(counted.contains(QChar::ReplacementCharacter) || opensWith(file, counted))
-            << qPrintable(password);
-        EXPECT_FALSE(opensWith(file, {}));
-        EXPECT_FALSE(opensWith(file, password.left(3)));
+        EXPECT_EQ(faultsOf(file, {"--password=" + counted}), QByteArray()) << qPrintable(password);
+        EXPECT_NE(faultsOf(file, {"--password=" + password.left(3)}), QByteArray());
         EXPECT_TRUE(
-            runTool("qpdf", {"--show-encryption", "--password=" + counted, file}).output.contains("AESv3")
-            || counted.contains(QChar::ReplacementCharacter));
-        Engine other;
-        EXPECT_EQ(other.open(QUrl::fromLocalFile(file)), OpenResult::needsPassword());
-        EXPECT_EQ(other.open(QUrl::fromLocalFile(file), password), OpenResult::opened(2));
+            runTool("qpdf", {"--show-encryption", "--password=" + counted, file}).output.contains("AESv3"));
+        EXPECT_EQ(engine.open(QUrl::fromLocalFile(file)), OpenResult::needsPassword());
+        EXPECT_EQ(engine.open(QUrl::fromLocalFile(file), password), OpenResult::opened(2));
     }
-    BuildPlan unprotected;
-    add(unprotected, source, {0});
-    unprotected.password = QString();
-    EXPECT_TRUE(runTool("qpdf", {"--show-encryption", built(unprotected)}).output.contains("not encrypted"));
 }
 
 TEST_F(OpeningTest, AReplacedFileGoesOnButACutOneIsMissing)

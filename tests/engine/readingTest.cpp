@@ -22,10 +22,7 @@ QByteArray longPage()
     QByteArray text = "BT /F1 12 Tf 20 20 Td (Kept) Tj ET\n";
     for (int i = 0; text.size() < someKilobytes; ++i)
         text += QByteArray::number(i * 7919 % 300) + " 20 " + QByteArray::number(i % 97) + " 5 re f\n";
-    return pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 1 /Kids [3 0 R] >>",
-                         "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 300 200] /Contents 4 0 R "
-                         "/Resources << /Font << /F1 5 0 R >> >> >>",
-                         pdfStream({}, text), "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>"});
+    return pdfOfPages({{text}});
 }
 
 QByteArray noisyPhoto()
@@ -40,18 +37,17 @@ QByteArray noisyPhoto()
 
 class ReadingTest : public EngineTest {
 protected:
-    BuildPlan plan()
+    void SetUp() override
     {
-        BuildPlan plan;
-        add(plan, opened("long.pdf", longPage()), {0});
-        add(plan, opened("photo.jpg", noisyPhoto()), {0});
-        return plan;
+        add(pages, opened("long.pdf", longPage()), {0});
+        add(pages, opened("photo.jpg", noisyPhoto()), {0});
     }
+
+    BuildPlan pages;
 };
 
 TEST_F(ReadingTest, AReadThatFailsNeverGivesATornCopyAndTheNextOneIsWhole)
 {
-    const BuildPlan pages = plan();
     const QByteArray whole = engine.build(pages);
     int reads = 0;
     {
@@ -76,7 +72,6 @@ TEST_F(ReadingTest, AReadThatFailsNeverGivesATornCopyAndTheNextOneIsWhole)
 
 TEST_F(ReadingTest, AStopAtAnyReadEndsTheBuildAndNothingElse)
 {
-    BuildPlan pages = plan();
     pages.password = "locked";
     for (int stopping = 0;; ++stopping) {
         std::stop_source stop;

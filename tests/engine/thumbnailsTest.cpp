@@ -7,19 +7,7 @@
 
 #include <QSignalSpy>
 
-#include <vector>
-
 namespace folvane {
-
-namespace {
-
-QCoro::Task<> all(std::vector<QCoro::Task<>>& tasks)
-{
-    for (QCoro::Task<>& task : tasks)
-        co_await std::move(task);
-}
-
-} // namespace
 
 class ThumbnailsTest : public EngineTest {
 protected:
@@ -30,10 +18,10 @@ protected:
     }
 
     Thumbnails::Key key(int longSide, int turn = 0) const { return {{source, 0}, turn, longSide}; }
-    void load(int firstSide, int lastSide)
+    void load(int firstSide, int lastSide, int turn = 0)
     {
         for (int side = firstSide; side <= lastSide; ++side)
-            await(thumbnails.load(key(side)));
+            await(thumbnails.load(key(side, turn)));
     }
 
     PDFEngine worker;
@@ -44,25 +32,16 @@ protected:
 TEST_F(ThumbnailsTest, MakesAPictureOnceHoweverManyAsk)
 {
     const QSignalSpy arrivals(&thumbnails, &Thumbnails::changed);
-    std::vector<QCoro::Task<>> askers;
-    for (int i = 0; i < 3; ++i)
-        askers.push_back(thumbnails.load(key(90)));
+    QCoro::Task<> first = thumbnails.load(key(90)), second = thumbnails.load(key(90));
     EXPECT_TRUE(thumbnails.isLoading(key(90)));
-    await(all(askers));
+    await(std::move(first));
+    await(std::move(second));
     await(thumbnails.load(key(90)));
     while (arrivals.isEmpty())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     EXPECT_EQ(arrivals.size(), 1);
     EXPECT_FALSE(thumbnails.isLoading(key(90)));
     EXPECT_EQ(thumbnails.image(key(90)).height(), 90);
-}
-
-TEST_F(ThumbnailsTest, ATurnIsAnotherPictureAndTurningBackIsImmediate)
-{
-    await(thumbnails.load(key(90)));
-    await(thumbnails.load(key(90, 90)));
-    EXPECT_EQ(thumbnails.image(key(90, 90)).width(), 90);
-    EXPECT_TRUE(thumbnails.contains(key(90)));
 }
 
 TEST_F(ThumbnailsTest, KeepsSixBigPicturesAndAllSmallOnes)
@@ -78,15 +57,14 @@ TEST_F(ThumbnailsTest, KeepsSixBigPicturesAndAllSmallOnes)
 
 TEST_F(ThumbnailsTest, The801stDropsTheOldestWhichCanComeBackAsTheNewest)
 {
-    await(thumbnails.load(key(700)));
+    load(700, 700);
     load(1, 400);
-    for (int side = 1; side <= 399; ++side)
-        await(thumbnails.load(key(side, 180)));
+    load(1, 399, 180);
     EXPECT_TRUE(thumbnails.contains(key(700)));
-    await(thumbnails.load(key(400, 180)));
+    load(400, 400, 180);
     EXPECT_FALSE(thumbnails.contains(key(700)));
 
-    await(thumbnails.load(key(700)));
+    load(700, 700);
     EXPECT_TRUE(thumbnails.contains(key(700)));
     EXPECT_FALSE(thumbnails.contains(key(1)));
     EXPECT_TRUE(thumbnails.contains(key(2)));
@@ -99,14 +77,13 @@ TEST_F(ThumbnailsTest, WhatNoViewWantsAnyMoreIsNotMadeAndIsNoFailure)
     auto list = std::make_unique<QObject>();
     thumbnails.want(&grid, {key(90), key(91)});
     thumbnails.want(list.get(), {key(91)});
-    std::vector<QCoro::Task<>> loads;
-    loads.push_back(thumbnails.load(key(90)));
-    loads.push_back(thumbnails.load(key(91)));
+    QCoro::Task<> unwanted = thumbnails.load(key(90)), wanted = thumbnails.load(key(91));
     thumbnails.want(&grid, {});
     EXPECT_FALSE(thumbnails.isLoading(key(90)));
     EXPECT_TRUE(thumbnails.isLoading(key(91))) << "the other view still wants it";
-    loads.push_back(thumbnails.load(key(90)));
-    await(all(loads));
+    load(90, 90);
+    await(std::move(unwanted));
+    await(std::move(wanted));
     EXPECT_TRUE(thumbnails.contains(key(90))) << "asked for again";
     EXPECT_TRUE(thumbnails.contains(key(91)));
 

@@ -1,4 +1,5 @@
 #include "engine/EngineTest.h"
+#include "engine/pixelSize.h"
 #include "support/madePdf.h"
 #include "support/tools.h"
 
@@ -14,11 +15,9 @@ namespace {
 /// A page whose crop box starts off the origin, with a red mark at its lower left corner, as it stands in the file.
 QByteArray cropped(int rotation)
 {
-    return pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
-                         "<< /Type /Page /Parent 2 0 R /MediaBox [10 20 500 700] /CropBox [100 150 300 450] "
-                         "/Contents 4 0 R /Rotate "
-                             + QByteArray::number(rotation) + " >>",
-                         pdfStream({}, "1 0 0 rg 100 150 40 40 re f")});
+    return pdfOfPages(
+        {{"1 0 0 rg 100 150 40 40 re f",
+          "/MediaBox [10 20 500 700] /CropBox [100 150 300 450] /Rotate " + QByteArray::number(rotation)}});
 }
 
 /// Where the mark must be after so many quarter turns clockwise: x and y in 0..1 from the top left.
@@ -78,20 +77,11 @@ INSTANTIATE_TEST_SUITE_P(Rows, Turns,
                                     + "Turn" + std::to_string(std::get<1>(row.param));
                          });
 
-using PixelSizeTest = EngineTest;
-
-TEST_F(PixelSizeTest, IsRoundedToTheNearestPixelAndNeverNothing)
+TEST(PixelSize, IsRoundedToTheNearestPixelAndNeverNothing)
 {
-    const auto sizeAt = [this](const char* box, double dpi) {
-        const QUrl source = opened(
-            QString::fromLatin1(box).remove(' ') + ".pdf",
-            pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
-                          "<< /Type /Page /Parent 2 0 R /MediaBox [" + QByteArray(box) + "] >>"}));
-        return QImage::fromData(engine.pictures({{page(source, 0)}, {}, {}, {}}, dpi, true).value(0)).size();
-    };
-    EXPECT_EQ(sizeAt("0 0 595 842", 300), QSize(2479, 3508));
-    EXPECT_EQ(sizeAt("0 0 1 1", 72), QSize(1, 1));
-    EXPECT_EQ(sizeAt("0 0 0.2 0.2", 72), QSize(1, 1));
+    EXPECT_EQ(pixelSize({595, 842}, 300 / 72.0), QSize(2479, 3508));
+    EXPECT_EQ(pixelSize({1.5, 2.49}, 1), QSize(2, 2));
+    EXPECT_EQ(pixelSize({0.2, 0.2}, 1), QSize(1, 1));
 }
 
 } // namespace folvane
