@@ -56,7 +56,9 @@ QCoro::Task<Thumbnails::Picture> Thumbnails::made(Key key, std::stop_token stop)
         QCoro::Task<std::shared_ptr<const PackedSamples>> packing = inBackground(pack, stop);
         co_return co_await packing;
     } catch (const Cancelled&) {
+        // Nobody wants it any more.
     } catch (const std::bad_alloc&) {
+        // Tells of itself as a picture that cannot be made.
     }
     co_return Picture();
 }

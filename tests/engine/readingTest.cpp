@@ -56,13 +56,18 @@ TEST_F(ReadingTest, AReadThatFailsNeverGivesATornCopyAndTheNextOneIsWhole)
         reads = counting.reads();
     }
     ASSERT_GT(reads, 20);
+    int known = 0;
     for (int failing = 0; failing < reads; ++failing) {
-        {
+        try {
             const ReadHook hook([failing](int read) { return read == failing; });
-            EXPECT_THROW(engine.build(pages), EngineError) << "read " << failing;
+            engine.build(pages);
+            FAIL() << "read " << failing;
+        } catch (const EngineError& error) {
+            known += error.cause() && std::string(error.what()).starts_with("missing page: ");
         }
         EXPECT_EQ(engine.build(pages).size(), whole.size()) << "after read " << failing;
     }
+    EXPECT_GT(known, 0) << "what was thrown beneath is told";
     const PageSource source = pages.pages[0].source;
     const ReadHook none([](int) { return true; });
     EXPECT_FALSE(engine.image(source, 0, 100).has_value());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/images/RecodedImage.h"
+#include "pdf/images/SmallerImage.h"
 #include "pictures/BoundedCache.h"
 #include "pictures/ImageSamples.h"
 
@@ -13,12 +13,12 @@ struct ImageCache {
     /// Decoded pictures at the largest size that any build needs.
     BoundedCache<ImageSamples> samples{448U << 20, WhenFull::NewestLeaves};
     /// What became of an image at one step; nothing where it stayed. Some documents hold a picture many times over.
-    BoundedCache<std::optional<RecodedImage>> recoded{64U << 20};
+    BoundedCache<std::optional<SmallerImage>> smaller{64U << 20};
 
     void clear()
     {
         samples.clear();
-        recoded.clear();
+        smaller.clear();
     }
 };
 

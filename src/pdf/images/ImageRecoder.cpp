@@ -31,9 +31,9 @@ QPDFObjectHandle newSpace(SpaceAfter space, QPDFObjectHandle base, int channels)
     return deviceSpace(channels);
 }
 
-void store(QPDFObjectHandle stream, SpaceAfter space, QPDFObjectHandle base, const RecodedImage& image)
+void store(QPDFObjectHandle stream, SpaceAfter space, QPDFObjectHandle base, const SmallerImage& image)
 {
-    const bool isJpeg = image.packing == RecodedImage::Packing::Jpeg;
+    const bool isJpeg = image.packing == SmallerImage::Packing::Jpeg;
     const auto data = std::make_shared<Buffer>(static_cast<size_t>(image.bytes.size()));
     std::copy(image.bytes.begin(), image.bytes.end(), data->getBuffer());
     stream.replaceStreamData(data, QPDFObjectHandle::newName(isJpeg ? "/DCTDecode" : "/FlateDecode"),
@@ -83,13 +83,13 @@ void ImageRecoder::start(QPDFObjectHandle stream, StoredImage::Role role)
     if (!image)
         return;
     const auto stored = std::make_shared<const StoredImage>(std::move(image->image));
-    const qint64 wanted = storedMemory(*stored) + recodingMemory(*stored, m_target);
+    const qint64 wanted = storedMemory(*stored) + makingMemory(*stored, m_target);
     if (wanted > decodingBudget().all())
         return;
     const MemoryBudget::Lease working = memory(std::max<qint64>(wanted - expected, 0));
     m_waiting.push_back({stream, image->space, image->base});
     m_work.add([stored, reading, working, target = m_target, cache = m_cache, stop = m_stop] {
-        return recodedImage(*stored, target, *cache, stop);
+        return makeSmallerImage(*stored, target, *cache, stop);
     });
 }
 
@@ -119,7 +119,7 @@ void ImageRecoder::settleOldest()
 {
     const Waiting image = std::move(m_waiting.front());
     m_waiting.pop_front();
-    std::optional<RecodedImage> result;
+    std::optional<SmallerImage> result;
     try {
         result = m_work.takeNext();
     } catch (const Cancelled&) {

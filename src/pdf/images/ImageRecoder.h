@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/images/imageRecoding.h"
+#include "pdf/images/makeSmallerImage.h"
 #include "pdf/images/readStoredImage.h"
 #include "pictures/FanOut.h"
 #include "pictures/MemoryBudget.h"
@@ -38,7 +38,7 @@ private:
     ImageTarget m_target;
     std::shared_ptr<ImageCache> m_cache;
     std::stop_token m_stop;
-    FanOut<std::optional<RecodedImage>> m_work;
+    FanOut<std::optional<SmallerImage>> m_work;
     std::deque<Waiting> m_waiting; // in the order of m_work
     ObjGenSet m_recoded;
 };

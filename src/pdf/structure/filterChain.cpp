@@ -1,5 +1,6 @@
 #include "pdf/structure/filterChain.h"
 
+#include "pdf/structure/emptyDocument.h"
 #include "platform/tasks/Cancelled.h"
 
 #include <cmath>
@@ -152,10 +153,8 @@ std::optional<QByteArray> storedBytes(QPDFObjectHandle stream, qint64 limit, con
 bool unpack(const QByteArray& bytes, const FilterChain& stages, Pipeline& taker)
 {
     try {
-        QPDF document;
-        document.emptyPDF();
-        document.setSuppressWarnings(true);
-        QPDFObjectHandle stream = document.newStream();
+        const std::shared_ptr<QPDF> document = emptyDocument();
+        QPDFObjectHandle stream = document->newStream();
         stream.replaceStreamData(
             [&bytes](Pipeline* pipeline) {
                 pipeline->write(reinterpret_cast<const unsigned char*>(bytes.constData()),
@@ -167,9 +166,9 @@ bool unpack(const QByteArray& bytes, const FilterChain& stages, Pipeline& taker)
                    [](const FilterStage& stage) { return QPDFObjectHandle::parse(stage.parameters); }));
         bool filtered = false;
         const bool piped = stream.pipeStreamData(&taker, &filtered, 0, qpdf_dl_specialized, true);
-        return piped && (filtered || stages.empty()) && !document.anyWarnings();
+        return piped && (filtered || stages.empty()) && !document->anyWarnings();
     } catch (const std::exception&) {
-        return false;
+        return false; // damage, or a taker that has enough
     }
 }
 

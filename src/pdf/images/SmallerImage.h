@@ -6,7 +6,7 @@
 namespace folvane::pdf {
 
 /// The new form of an image, eight bits a sample.
-struct RecodedImage {
+struct SmallerImage {
     enum class Packing { Jpeg, Deflated };
 
     Packing packing = Packing::Jpeg;

@@ -1,4 +1,4 @@
-#include "pdf/images/imageRecoding.h"
+#include "pdf/images/makeSmallerImage.h"
 
 #include "pdf/images/decodedImage.h"
 #include "pdf/images/decodingMemory.h"
@@ -115,17 +115,17 @@ bool takesMoreThan(qint64 size, const StoredImage& image, const std::stop_token&
     return counter.isOver();
 }
 
-std::optional<RecodedImage> encoded(const ImageSamples& samples, const StoredImage& image, int quality,
+std::optional<SmallerImage> encoded(const ImageSamples& samples, const StoredImage& image, int quality,
                                     const std::stop_token& stop)
 {
-    using Packing = RecodedImage::Packing;
+    using Packing = SmallerImage::Packing;
     const bool asJpeg = becomesJpeg(image);
     QByteArray bytes = asJpeg ? encodeJpeg(samples.view(), quality, stop) : deflated(samples);
     if (bytes.isEmpty() || stop.stop_requested())
         return std::nullopt;
     if (!takesMoreThan(bytes.size() + dictionaryMargin, image, stop))
         return std::nullopt;
-    return RecodedImage{asJpeg ? Packing::Jpeg : Packing::Deflated, samples.size, samples.channels,
+    return SmallerImage{asJpeg ? Packing::Jpeg : Packing::Deflated, samples.size, samples.channels,
                         std::move(bytes)};
 }
 
@@ -138,7 +138,7 @@ bool isHopeless(const StoredImage& image, QSize wanted)
     return leastJpegBytes(wanted, channels) + dictionaryMargin >= image.bytes.size();
 }
 
-std::optional<RecodedImage> madeAnew(const StoredImage& image, const QByteArray& imageKey, ImageTarget target,
+std::optional<SmallerImage> madeAnew(const StoredImage& image, const QByteArray& imageKey, ImageTarget target,
                                      ImageCache& cache, const std::stop_token& stop)
 {
     const std::shared_ptr<const ImageSamples> kept =
@@ -153,27 +153,27 @@ std::optional<RecodedImage> madeAnew(const StoredImage& image, const QByteArray&
 
 } // namespace
 
-qint64 recodingMemory(const StoredImage& image, ImageTarget target)
+qint64 makingMemory(const StoredImage& image, ImageTarget target)
 {
     constexpr qint64 perPixel = 3 + 4; // a smaller copy, and what the encoder keeps of that
     const QSize made = sizeWithin(image.size, target.maxPixels);
     return decodingMemory(image, keptSide(target)) + perPixel * pixelCount(made);
 }
 
-std::optional<RecodedImage> recodedImage(const StoredImage& image, ImageTarget target, ImageCache& cache,
-                                         const std::stop_token& stop)
+std::optional<SmallerImage> makeSmallerImage(const StoredImage& image, ImageTarget target, ImageCache& cache,
+                                             const std::stop_token& stop)
 {
     if (isHopeless(image, sizeWithin(image.size, target.maxPixels)))
         return std::nullopt;
     const QByteArray imageKey = cacheKey(image);
     const QByteArray key =
         imageKey + QByteArray::number(target.maxPixels) + '/' + QByteArray::number(target.quality);
-    if (const std::shared_ptr<const std::optional<RecodedImage>> known = cache.recoded.find(key))
+    if (const std::shared_ptr<const std::optional<SmallerImage>> known = cache.smaller.find(key))
         return *known;
-    std::optional<RecodedImage> made = madeAnew(image, imageKey, target, cache, stop);
+    std::optional<SmallerImage> made = madeAnew(image, imageKey, target, cache, stop);
     if (!stop.stop_requested())
-        cache.recoded.insert(key, std::make_shared<const std::optional<RecodedImage>>(made),
-                             static_cast<size_t>(made ? made->bytes.size() : 0) + sizeof(RecodedImage));
+        cache.smaller.insert(key, std::make_shared<const std::optional<SmallerImage>>(made),
+                             static_cast<size_t>(made ? made->bytes.size() : 0) + sizeof(SmallerImage));
     return made;
 }
 
