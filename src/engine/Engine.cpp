@@ -244,7 +244,7 @@ QSizeF Engine::displaySize(const PageSource& source, int turn) const
         const std::optional<FoundPage> page = m_state->find(source);
         return page ? page->geometry.displaySize(turn) : sizeOfAMissingPage;
     } catch (const std::exception&) {
-        return sizeOfAMissingPage; // what it was made of may be damaged in any way
+        return sizeOfAMissingPage; // a file that is parsed anew may fail in any way
     }
 }
 

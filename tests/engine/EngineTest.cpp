@@ -59,4 +59,9 @@ QByteArray plainText(const QString& path)
     return runTool("qpdf", {"--qdf", "--static-id", "--object-streams=disable", path, "-"}).output;
 }
 
+QString imagesIn(const QString& path)
+{
+    return QString::fromUtf8(runTool("pdfimages", {"-list", path}).output);
+}
+
 } // namespace folvane

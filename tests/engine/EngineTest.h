@@ -39,5 +39,7 @@ private:
 
 /// A file as readable text, unpacked by qpdf.
 QByteArray plainText(const QString& path);
+/// What pdfimages lists.
+QString imagesIn(const QString& path);
 
 } // namespace folvane

@@ -5,6 +5,8 @@
 
 #include <QFile>
 
+#include <gmock/gmock.h>
+
 #include <filesystem>
 
 namespace folvane {
@@ -139,12 +141,8 @@ TEST_F(OpeningTest, AReplacedFileGoesOnButACutOneIsMissing)
     std::filesystem::resize_file(cut.toLocalFile().toStdString(), 200);
     BuildPlan plan;
     add(plan, cut, {0});
-    try {
-        engine.build(plan);
-        FAIL() << "a torn file was built";
-    } catch (const EngineError& error) {
-        EXPECT_EQ(error.kind(), EngineError::Kind::MissingPage);
-    }
+    EXPECT_THAT([&] { engine.build(plan); }, testing::Throws<EngineError>(testing::Property(
+                                                 &EngineError::kind, EngineError::Kind::MissingPage)));
     EXPECT_FALSE(engine.image({cut, 0}, 0, 100).has_value());
 }
 

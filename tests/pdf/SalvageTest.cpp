@@ -243,20 +243,13 @@ const TreeCase trees[] = {
 INSTANTIATE_TEST_SUITE_P(Rows, SalvageOfTrees, testing::ValuesIn(trees),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(Salvage, TheCatalogueKeepsItsOtherEntries)
-{
-    const auto file = salvaged(catalogue + page(3, "/Parent 7 0 R"));
-    ASSERT_TRUE(file);
-    const auto qpdf = opened(*file);
-    EXPECT_EQ(qpdf->getRoot().getKey("/Lang").getUTF8Value(), "en");
-}
-
-TEST(Salvage, PagesStillInheritFromTheirNode)
+TEST(Salvage, TheCatalogueAndTheTreeKeepTheirOtherEntries)
 {
     const auto file = salvaged(catalogue + pages(2, "3 0 R 9 0 R", "/MediaBox [0 0 77 9]")
                                + object(3, "<< /Type /Page /Parent 2 0 R >>"));
     ASSERT_TRUE(file);
     const auto qpdf = opened(*file);
+    EXPECT_EQ(qpdf->getRoot().getKey("/Lang").getUTF8Value(), "en");
     qpdf->pushInheritedAttributesToPage();
     QPDFObjectHandle first = qpdf->getAllPages().at(0);
     EXPECT_EQ(first.getKey("/MediaBox").getArrayItem(2).getIntValue(), 77);

@@ -1,6 +1,5 @@
 #include "pdf/madeImages.h"
 
-#include <QDataStream>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -59,12 +58,6 @@ void addBits(QByteArray& bytes, qsizetype& at, int value, int count)
             bytes.append('\0');
         bytes.back() = static_cast<char>(bytes.back() | (value >> bit & 1) << (7 - at % 8));
     }
-}
-
-void addSegment(QDataStream& to, quint32 number, quint8 type, const QByteArray& data)
-{
-    to << number << type << quint16(1) << quint32(data.size()); // refers to none; page 1
-    to.writeRawData(data.constData(), int(data.size()));
 }
 
 void setStyle(jpeg_compress_struct& codec, JpegStyle style)
@@ -152,19 +145,6 @@ QByteArray group4Bytes(const QByteArray& rows, QSize size)
     TIFFReadRawStrip(tiff, 0, packed.data(), packed.size());
     TIFFClose(tiff);
     return packed;
-}
-
-// ITU-T T.88: a page information segment (7.4.8) and an immediate generic region (7.4.6) coded by MMR, which is Group 4.
-QByteArray jbig2Bytes(const QByteArray& rows, QSize size)
-{
-    const auto width = static_cast<quint32>(size.width()), height = static_cast<quint32>(size.height());
-    QByteArray page, region, bytes;
-    QDataStream(&page, QIODevice::WriteOnly) << width << height << 0U << 0U << quint8(0) << quint16(0);
-    QDataStream(&region, QIODevice::WriteOnly) << width << height << 0U << 0U << quint16(1); // OR; MMR
-    QDataStream out(&bytes, QIODevice::WriteOnly);
-    addSegment(out, 0, 48, page);
-    addSegment(out, 1, 38, region + group4Bytes(rows, size));
-    return bytes;
 }
 
 QByteArray jpegBytes(const QByteArray& samples, QSize size, int channels, JpegStyle style)

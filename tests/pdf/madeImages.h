@@ -17,8 +17,6 @@ QByteArray lzwBytes(const QByteArray& bytes);
 QByteArray runLengthBytes(const QByteArray& bytes);
 /// CCITT Group 4 of packed one-bit rows, 0 being black.
 QByteArray group4Bytes(const QByteArray& rows, QSize size);
-/// The same as the one region of an embedded JBIG2 stream.
-QByteArray jbig2Bytes(const QByteArray& rows, QSize size);
 
 enum class JpegStyle {
     Usual,      ///< grey, YCbCr, inks as they are without a marker
