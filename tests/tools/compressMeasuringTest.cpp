@@ -1,7 +1,6 @@
 #include "tools/compress/CompressMeasuring.h"
 
 #include "documents/ModelTest.h"
-#include "support/tools.h"
 #include "tools/pdfSamples.h"
 
 #include <gmock/gmock.h>
@@ -26,13 +25,12 @@ protected:
         });
         measuring->start();
     }
-    void runUntilMeasured()
+    void runUntilDone()
     {
-        runUntil([this] { return measuring->results.value().size() == 3; });
-    }
-    void runUntilFitted()
-    {
-        runUntil([this] { return measuring->fit.value().has_value(); });
+        runUntil([this] {
+            const bool isFitted = measuring->choice != Choice::UpTo || measuring->fit.value();
+            return isFitted && measuring->results.value().size() == 3;
+        });
     }
     qsizetype size(Choice choice) const { return measuring->results.value().at(choice).size(); }
     void choose(qint64 limit)
@@ -61,7 +59,7 @@ TEST_F(Measuring, FillsInFromTopToBottomWhatCanBeSavedAtOnce)
         EXPECT_EQ(measuring->mostlyTextNote().has_value(), known.contains(Choice::Small));
     });
     EXPECT_EQ(measuring->chosenData(), std::nullopt);
-    runUntilMeasured();
+    runUntilDone();
     EXPECT_THAT(steps,
                 ElementsAre(ElementsAre(Choice::Original), ElementsAre(Choice::Original, Choice::Medium),
                             ElementsAre(Choice::Original, Choice::Medium, Choice::Small)));
@@ -71,68 +69,44 @@ TEST_F(Measuring, FillsInFromTopToBottomWhatCanBeSavedAtOnce)
 TEST_F(Measuring, MakesAPhotoSmallerWithoutANote)
 {
     begin(putPhotos(path("photos.pdf"), 2));
-    runUntilMeasured();
+    runUntilDone();
     EXPECT_GT(size(Choice::Original), size(Choice::Medium));
     EXPECT_GT(size(Choice::Medium), size(Choice::Small));
     EXPECT_EQ(measuring->mostlyTextNote(), std::nullopt);
     EXPECT_EQ(compressedName(*file, 1'234'567), "photos (1.2 MB)");
 }
 
-TEST_F(Measuring, FitsOnlyWhileThatIsChosen)
+TEST_F(Measuring, FitsOnlyTheLastLimitAndOnlyWhileThatIsChosen)
 {
     begin(putPhotos(path("photos.pdf"), 1));
     measuring->limitIndex = 1;
-    runUntilMeasured();
-    EXPECT_TRUE(fits.isEmpty());
+    runUntilDone();
     choose(200'000);
     EXPECT_EQ(measuring->chosenData(), std::nullopt) << "other results do not count for the limit";
     measuring->choice = Choice::Medium;
     drainEngine();
     EXPECT_TRUE(fits.isEmpty()) << "leaving ends the search";
-    choose(200'000);
-    runUntilFitted();
-    EXPECT_EQ(measuring->chosenData()->size(), fits.first().data.size());
+    for (const qint64 limit : {300'000, 500'000, 200'000})
+        choose(limit);
+    runUntilDone();
+    drainEngine();
+    ASSERT_EQ(fits.size(), 1);
+    EXPECT_TRUE(fits.first().reached && fits.first().data.size() <= 200'000);
+    EXPECT_EQ(measuring->chosenData(), fits.first().data);
     choose(300'000);
     choose(200'000);
     EXPECT_EQ(measuring->fit.value(), fits.first()) << "what is built is there at once";
-}
-
-TEST_F(Measuring, ShowsOnlyTheFitOfTheLastLimit)
-{
-    begin(putPhotos(path("photos.pdf"), 1));
-    for (const qint64 limit : {20'000'000, 300'000, 500'000, 200'000})
-        choose(limit);
-    runUntilFitted();
-    runUntilMeasured();
-    drainEngine();
-    ASSERT_EQ(fits.size(), 1);
-    EXPECT_LE(fits.first().data.size(), 200'000);
-    EXPECT_TRUE(fits.first().reached);
-}
-
-TEST_F(Measuring, TurnsPagesIntoPicturesWhenTextCannotFit)
-{
-    begin(putHeavyVectors(path("plan.pdf")));
-    choose(200'000);
-    runUntilMeasured();
-    runUntilFitted();
-    EXPECT_GT(size(Choice::Small), 200'000);
-    EXPECT_TRUE(measuring->mostlyTextNote());
-    EXPECT_TRUE(fits.last().pagesAsPictures && fits.last().reached);
-    EXPECT_EQ(faultsOf(put("copy.pdf", fits.last().data).toLocalFile()), "");
 }
 
 TEST_F(Measuring, MeasuresChangedPagesAnew)
 {
     begin(putPdf("a.pdf", 3));
     choose(1'000'000);
-    runUntilMeasured();
-    runUntilFitted();
+    runUntilDone();
     model->deletePages(file, at(*file, {1, 2}));
     EXPECT_TRUE(measuring->results.value().empty());
     EXPECT_EQ(measuring->chosenData(), std::nullopt);
-    runUntilMeasured();
-    runUntilFitted();
+    runUntilDone();
     const QUrl original = put("original.pdf", measuring->results.value().at(Choice::Original));
     EXPECT_EQ(textsIn(original.toLocalFile()), QString("a-3"));
     EXPECT_EQ(measuring->chosenData(), measuring->results.value().at(Choice::Original));

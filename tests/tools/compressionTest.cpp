@@ -6,8 +6,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <stdexcept>
-
 namespace folvane {
 
 namespace {
@@ -108,19 +106,6 @@ TEST(CompressionFit, KeepsTheTextWhileThatCanFit)
         EXPECT_EQ(builder.fit(limit), want) << limit;
         const auto isPicture = [](size_t rung) { return rung >= 8; };
         EXPECT_EQ(std::ranges::count_if(builder.built, isPicture), pictureBuilds) << limit;
-    }
-}
-
-TEST(CompressionEnds, PassesOnWhatABuildThrows)
-{
-    for (const size_t bad : {0U, 7U, 8U, 15U}) {
-        Builder builder{falling};
-        builder.onBuild = [bad](size_t rung) {
-            if (rung == bad)
-                throw std::runtime_error("no");
-        };
-        EXPECT_THROW(builder.fit(12), std::runtime_error) << "rung " << bad;
-        EXPECT_EQ(builder.built.back(), bad) << "nothing is built afterwards";
     }
 }
 

@@ -38,20 +38,4 @@ QUrl putPhotos(const QString& path, int pages)
     return QUrl::fromLocalFile(path);
 }
 
-QUrl putHeavyVectors(const QString& path)
-{
-    QPdfWriter writer(path);
-    QPainter painter(&writer);
-    QRandomGenerator random(1);
-    const auto place = [&random, &painter] {
-        return QPoint(random.bounded(painter.viewport().width()),
-                      random.bounded(painter.viewport().height() / 20));
-    };
-    QPolygon line;
-    for (int i = 0; i < 120'000; ++i)
-        line.append(place());
-    painter.drawPolyline(line);
-    return QUrl::fromLocalFile(path);
-}
-
 } // namespace folvane

@@ -2,7 +2,6 @@
 
 #include "documents/ModelTest.h"
 #include "documents/buildPlans.h"
-#include "engine/EngineError.h"
 #include "platform/tasks/Cancelled.h"
 
 namespace folvane {
@@ -61,15 +60,6 @@ TEST_F(RungBuilders, LetWhoWaitsGoAtOnceWhenStopped)
     EXPECT_THROW(await(std::move(waiting)), Cancelled);
     EXPECT_TRUE(await(std::move(first)).startsWith("%PDF"));
     EXPECT_THROW(await(build(medium, stop.get_token())), Cancelled) << "also when it is there";
-}
-
-TEST_F(RungBuilders, FailForEachWhoAsks)
-{
-    put("a.pdf", "no longer what it was");
-    QCoro::Task<QByteArray> first = build(medium);
-    QCoro::Task<QByteArray> second = build(medium);
-    EXPECT_THROW(await(std::move(first)), EngineError);
-    EXPECT_THROW(await(std::move(second)), EngineError);
 }
 
 } // namespace

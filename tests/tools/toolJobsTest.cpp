@@ -73,20 +73,6 @@ TEST_F(ToolJobs, ExportingNamesPagesByTheirPresentPlaces)
     EXPECT_EQ(get("out/a page 5.jpg"), "kept");
 }
 
-TEST_F(ToolJobs, AFailureLeavesTheWrittenPictures)
-{
-    const OpenFilePtr file = open({putPdf("a.pdf", 3)});
-    QObject::connect(model.get(), &AppModel::fileWritten, model.get(), [this] {
-        QDir(path("out")).rename("a page 1.png", "../kept.png");
-        QDir(m_folder.path()).rmdir("out");
-    });
-    writeSet([&] { return exportImages(*model, *file, {.dpi = 100}); });
-    runUntilIdle();
-    EXPECT_EQ(error(), "No such file or directory");
-    EXPECT_FALSE(model->toast.value());
-    EXPECT_EQ(QImage(path("kept.png")).size(), QSize(833, 1111));
-}
-
 TEST_F(ToolJobs, ProtectedCopiesHaveTheirPasswordOrNone)
 {
     const OpenFilePtr file = openLocked(2);
