@@ -2,42 +2,26 @@
 the noise of JPEG nor another renderer's edges change that much; a lost, moved or discoloured picture does."""
 
 import re
+import subprocess
 import tempfile
 from dataclasses import dataclass
-from functools import cached_property
 from pathlib import Path
 
 from corpusTools.outsideTools import run
 
 LONG_SIDE = 360  # pixels that a page is drawn with
 LARGE = 2000  # the same for a closer look
-COLUMNS, ROWS = 8, 8
+TILES = "8x8!"  # whatever the shape of the page
 BLANK = 8  # most that the values of a blank page spread
 SHOWING = 48  # least that those of a page with something on it do
-PPM = re.compile(rb"P6\s+(\d+)\s+(\d+)\s+255\s")
 
 
 @dataclass(frozen=True)
 class Picture:
     width: int
     height: int
-    samples: bytes  # RGB
-
-    @property
-    def spread(self):
-        """The largest difference between two values of a channel."""
-        return max(max(self.samples[at::3]) - min(self.samples[at::3]) for at in range(3))
-
-    @cached_property
-    def tiles(self):
-        """The mean colour of each tile."""
-        found = []
-        for top, bottom in _cuts(self.height, ROWS):
-            rows = [self.samples[y * self.width * 3:(y + 1) * self.width * 3] for y in range(top, bottom)]
-            for left, right in _cuts(self.width, COLUMNS):
-                tile = b"".join(row[left * 3:right * 3] for row in rows)
-                found.append(tuple(sum(tile[at::3]) * 3 / len(tile) for at in range(3)))
-        return found
+    spread: int  # between the lightest and the darkest value
+    tiles: bytes  # the mean colour of each
 
 
 def by_mupdf(path, long_side=LONG_SIDE, pages="1-N"):
@@ -55,11 +39,11 @@ def by_poppler(path, long_side=LONG_SIDE, page=1):
         return _read(folder)
 
 
-def large_difference(before, after, page, renderers):
-    """The difference of one page of two files, 1-based, drawn large: then the width of thin lines and the
-    edges of stencils, on which renderers differ, weigh little. The least by the renderers of `before`."""
+def large_difference(before, after, page, as_pictures):
+    """The difference of one page of two files, 1-based, drawn large: then the width of thin lines and the edges of
+    stencils, on which renderers differ, weigh little. Pictures of pages are Poppler's, which may see another page."""
+    sources = [by_mupdf(before, LARGE, page)] + ([by_poppler(before, LARGE, page)] if as_pictures else [])
     drawn = by_mupdf(after, LARGE, page)
-    sources = [by(before, LARGE, page) for by in renderers]
     return min((difference(source[0], drawn[0]) for source in sources if source and drawn), default=255)
 
 
@@ -68,8 +52,7 @@ def difference(one, other):
     rounding = max(3, max(one.width, one.height) // 100)
     if abs(one.width - other.width) > rounding or abs(one.height - other.height) > rounding:
         return 255
-    pairs = zip(one.tiles, other.tiles)
-    return max(abs(a - b) for mine, yours in pairs for a, b in zip(mine, yours))
+    return max(abs(mine - yours) for mine, yours in zip(one.tiles, other.tiles))
 
 
 def became_blank(before, after):
@@ -78,15 +61,11 @@ def became_blank(before, after):
 
 def _read(folder):
     files = sorted(Path(folder).iterdir(), key=lambda page: int(re.findall(r"\d+", page.stem)[-1]))
-    return [_picture(page.read_bytes()) for page in files]
+    return [_picture(page) for page in files]
 
 
-def _picture(data):
-    head = PPM.match(data)
-    return Picture(int(head[1]), int(head[2]), data[head.end():])
-
-
-def _cuts(length, parts):
-    """Where each part begins and ends; at least a pixel wide."""
-    edges = [at * length // parts for at in range(parts + 1)]
-    return [(min(a, length - 1), max(b, min(a, length - 1) + 1)) for a, b in zip(edges, edges[1:])]
+def _picture(page):
+    said = subprocess.run(["convert-im6.q16", page, "-format", "%w %h %[fx:255*(maxima-minima)]\n", "-write", "info:",
+                           "-scale", TILES, "-depth", "8", "rgb:-"], capture_output=True, check=True).stdout
+    head, tiles = said.split(b"\n", 1)
+    return Picture(*map(round, map(float, head.split())), tiles)

@@ -2,12 +2,10 @@
 
 from collections import Counter
 from dataclasses import dataclass, replace
-from functools import cached_property
-from pathlib import Path
 
 from corpusTools import outsideTools as tools
 from corpusTools.passwords import ONLY_ATTACHMENTS_LOCKED
-from corpusTools.pdfReader import PdfReader, Unreadable
+from corpusTools.seenFile import SeenFile
 
 AWAY_FROM_PAGE = ("/Parent", "/P", "/Dest", "/A", "/B", "/StructParents", "/Popup", "/IRT")
 AWAY_FROM_CATALOGUE = ("/Pages", "/Outlines", "/Names", "/Dests", "/Fields", "/StructTreeRoot")
@@ -20,70 +18,25 @@ class Difference:
     words: str
 
 
-class Source:
-    """A document as it came, and what the tools see in it. Each is looked up once."""
-
-    def __init__(self, path, password, folder):
-        self.path = Path(path)
-        self.password = password
-        self.plain = tools.decrypted(path, password, folder) if password else self.path
-        self._folder = folder
-
-    @cached_property
-    def faults(self):
-        return tools.faults(self.path, self.password)
-
-    @cached_property
-    def reader(self):
-        return _reader(self.plain)
-
-    @cached_property
-    def streams(self):
-        return _reader(self.plain, streams=True)
-
-    @cached_property
-    def texts(self):
-        return tools.texts(self.plain)
-
-    @cached_property
-    def pixels(self):
-        """A renderer and its digests of the pages, by the first that sees any."""
-        return _drawn(self.plain)
-
-    @cached_property
-    def turned(self):
-        copy = tools.turned(self.plain, self._folder)
-        return Source(copy, "", self._folder) if copy else None
-
-
 def compare(source, saved, kept, folder, is_turned=False):
     """The differences between a saved file and what it should be: the pages `kept` of the source, given as
     0-based places in order."""
-    copy = Source(saved, source.password, folder)
-    model = source.turned if is_turned else source
-    found = _faults(source, copy)
-    found += _count(copy, kept)
-    if model:
+    copy = SeenFile(saved, source.password, folder)
+    found = _words("qpdf --check", "new faults", copy.faults - source.faults)
+    if copy.count != len(kept):
+        found.append(Difference("page count", f"{copy.count} instead of {len(kept)}"))
+    if model := source.turned if is_turned else source:
         found += _pages("text", model.texts, copy.texts, kept)
-        found += _pixels(model, copy, kept)
+        drawn, renderer = model.pixels
+        found += _pages("pixels", drawn, drawn and renderer(copy.plain), kept)
     readable = source.reader and max(kept) < len(source.reader.pages)  # else qpdf cannot judge the source
     if copy.reader and readable:
         found += _lists(source.reader, copy.reader, kept)
     if copy.reader:
         found += _remains(copy.reader)
     if readable and len(kept) < len(source.reader.pages):
-        found += _leaks(source, copy, kept)
-    return found + _locks(source, saved)
-
-
-def _faults(source, copy):
-    new = copy.faults - source.faults
-    return [Difference("qpdf --check", "; ".join(sorted(new))[:300])] if new else []
-
-
-def _count(copy, kept):
-    count = tools.qpdf_count(copy.path, copy.password)
-    return [] if count == len(kept) else [Difference("page count", f"{count} instead of {len(kept)}")]
+        found += _leaks(source.streams, copy.streams, kept)
+    return found + _locks(source, copy)
 
 
 def _pages(check, before, after, kept):
@@ -95,33 +48,24 @@ def _pages(check, before, after, kept):
     return [Difference(check, f"differs on {len(wrong)} of {len(kept)} pages: {wrong[:8]}")] if wrong else []
 
 
-def _pixels(model, copy, kept):
-    renderer, before = model.pixels
-    return _pages("pixels", before, renderer(copy.plain), kept) if before else []
-
-
 def _lists(before, after, kept):
-    places = _places(before, kept)
-    wanted_links = [replace(link, page=new, target=_moved(link.target, places))
-                    for new, old in enumerate(kept) for link in before.links() if link.page == old]
-    found = _listed("links", [link for link in wanted_links if link.target], after.links())
-    found += _bookmarks(before, after, places, whole=len(kept) == len(before.pages))
-    found += _listed("fields", _kept_fields(before, places), after.fields())
-    found += _labels(before.labels(), after.labels(), kept)
+    """Differences of what hangs on the pages; what leads to a left-out page is to go."""
+    places = {before.pages.index(before.pages[old]): new for new, old in reversed(list(enumerate(kept)))}
+    whole = len(kept) == len(before.pages)
+    links = [link for link in before.links() if link.target]
+    wanted = [replace(link, place=new, target=_moved(link.target, places))
+              for new, old in enumerate(kept) for link in links if link.place == old]
+    found = _listed("links", [link for link in wanted if link.target], [link for link in after.links() if link.target])
+    found += _bookmarks([replace(mark, target=_moved(mark.target, places)) for mark in before.bookmarks()],
+                        after.bookmarks(), whole)
+    found += _listed("fields", [(field, places[page]) for field, page in before.fields() if page in places],
+                     after.fields())
     if before.info() != after.info():
         found.append(Difference("title and author", f"{after.info()} instead of {before.info()}"))
-    new_dead = len(after.dead_links()) - sum(link.page in kept for link in before.dead_links())
-    if new_dead > 0:
-        found.append(Difference("links", f"{new_dead} lead nowhere"))
-    return found
-
-
-def _places(before, kept):
-    """New places by old ones. A page that stands twice in the source is known by its first place."""
-    places = {}
-    for new, old in enumerate(kept):
-        places.setdefault(before.pages.index(before.pages[old]), new)
-    return places
+    dead = len([link for link in after.links() if not link.target])
+    if dead > sum(not link.target and link.place in kept for link in before.links()):
+        found.append(Difference("links", f"{dead} lead nowhere"))
+    return found + _sequence("page labels", _labels(before, kept), after.labels())
 
 
 def _moved(target, places):
@@ -131,33 +75,25 @@ def _moved(target, places):
     return replace(target, page=places[target.page]) if target.page in places else None
 
 
-def _bookmarks(before, after, places, whole):
-    wanted = [replace(mark, target=_moved(mark.target, places)) for mark in before.bookmarks()]
+def _bookmarks(wanted, got, whole):
+    """Of some of the pages, those stay that lead to one, and those above them, which may lead nowhere."""
     if whole:
-        return _sequence("bookmarks", wanted, after.bookmarks())
-    got = after.bookmarks()
-    leading = [[(mark.title, mark.target) for mark in marks if mark.target] for marks in (wanted, got)]
-    found = _sequence("bookmarks", *leading)
-    empty = [mark.title for mark, following in zip(got, [*got[1:], None])
-             if not mark.target and not (following and following.level > mark.level)]
-    old_empty = [mark.title for mark in before.bookmarks() if not mark.target]
-    left = [title for title in empty if title not in old_empty]
-    return found + ([Difference("bookmarks", f"of left-out pages: {left[:SHOWN]}")] if left else [])
+        return _sequence("bookmarks", wanted, got)
+    leading = [[(mark.what, mark.target) for mark in marks if mark.target] for marks in (wanted, got)]
+    left = [mark.what for mark, following in zip(got, [*got[1:], None])
+            if not mark.target and not (following and following.place > mark.place)]
+    stale = [title for title in left if title not in [mark.what for mark in wanted if not mark.target]]
+    return _sequence("bookmarks", *leading) + _words("bookmarks", "of left-out pages", stale)
 
 
-def _kept_fields(before, places):
-    moved = [replace(field, pages=tuple(sorted(places[page] for page in field.pages if page in places)))
-             for field in before.fields()]
-    return [field for field in moved if field.pages]
+def _labels(before, kept):
+    """A document without labels counts its pages anew."""
+    labels = before.labels()
+    return [labels[old] for old in kept] if before.get(before.root, "/PageLabels") else labels[:len(kept)]
 
 
-def _labels(before, after, kept):
-    wanted = None if before is None else [before[old] for old in kept]
-    if wanted == after:
-        return []
-    if wanted is None or after is None:
-        return [Difference("page labels", f"{after} instead of {wanted}"[:300])]
-    return _sequence("page labels", wanted, after)
+def _words(check, words, found):
+    return [Difference(check, f"{len(found)} {words}: {sorted(found)[:SHOWN]}")] if found else []
 
 
 def _listed(check, wanted, got):
@@ -179,17 +115,13 @@ def _sequence(check, wanted, got):
 
 def _remains(reader):
     """Nothing may be in the file that nothing leads to, and no page beside the pages."""
-    loose = reader.unreferenced()
-    pages = [name for name in reader.objects if reader.get(name, "/Type") == "/Page"]
-    strays = set(pages) - set(reader.pages)
-    words = [f"{len(loose)} objects that nothing refers to: {loose[:SHOWN]}"] if loose else []
-    words += [f"{len(strays)} page objects outside the tree"] if strays else []
-    return [Difference("remains", word) for word in words]
+    pages = {name for name in reader.objects if reader.get(name, "/Type") == "/Page"}
+    return (_words("remains", "objects that nothing refers to", reader.unreferenced())
+            + _words("remains", "page objects outside the tree", pages - set(reader.pages)))
 
 
-def _leaks(source, copy, kept):
+def _leaks(before, after, kept):
     """No stream and no string that only a left-out page had may be in the copy."""
-    before, after = source.streams, _reader(copy.plain, streams=True)
     if not before or not after:
         return []
     catalogue = {key: item for key, item in before.root.items() if key not in AWAY_FROM_CATALOGUE}
@@ -203,34 +135,13 @@ def _leaks(source, copy, kept):
     streams = (before.stream_hashes(gone) - before.stream_hashes(stay)) & after.stream_hashes(after.objects)
     known = before.strings(stay) | before.destination_names(set(kept))
     strings = (before.strings(gone) - known) & after.strings(after.objects)
-    words = [f"{len(streams)} streams of left-out pages"] if streams else []
-    words += [f"strings of left-out pages: {sorted(strings)[:SHOWN]}"] if strings else []
-    return [Difference("leak", word) for word in words]
+    return _words("leak", "streams of left-out pages", streams) + _words("leak", "strings of left-out pages", strings)
 
 
-def _locks(source, saved):
+def _locks(source, copy):
     if not source.password or source.path.name in ONLY_ATTACHMENTS_LOCKED:
-        return [Difference("password", "the copy asks for one")] if tools.is_locked(saved) else []
-    found = []
-    if not tools.is_locked(saved):
-        found.append(Difference("password", "the copy opens without"))
-    if not tools.opens_with(saved, source.password):
-        found.append(Difference("password", "the copy does not open with the source's"))
-    if tools.is_locked(saved) and tools.opens_with(saved, f"not {source.password}"):
-        found.append(Difference("password", "the copy opens with another"))
-    return found
-
-
-def _reader(path, streams=False):
-    try:
-        return PdfReader(path, streams=streams)
-    except Unreadable:
-        return None
-
-
-def _drawn(path):
-    for renderer in (tools.pixels, tools.poppler_pixels):
-        pages = renderer(path)
-        if pages:
-            return renderer, pages
-    return renderer, None
+        return [Difference("password", "the copy asks for one")] if copy.is_locked else []
+    faults = {"the copy opens without": not copy.is_locked,
+              "the copy does not open with the source's": not tools.opens_with(copy.path, source.password),
+              "the copy opens with another": tools.opens_with(copy.path, f"not {source.password}")}
+    return [Difference("password", words) for words, holds in faults.items() if holds]

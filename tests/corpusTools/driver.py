@@ -16,6 +16,16 @@ END_SECONDS = 30  # after the last request
 ADDRESS_SPACE = 8 << 30  # a backstop only: the thread stacks and the font cache are address space too
 
 
+def add_driver_options(parser):
+    parser.add_argument("--driver", default=DEFAULT_DRIVER, type=Path)
+    parser.add_argument("--sanitized", action="store_true", help="for a driver built with sanitizers")
+
+
+def room(options, seconds):
+    """What a Driver gets that may live so long; sanitizers need more time, and address space without end."""
+    return {"deadline": seconds * 12, "address_space": None} if options.sanitized else {"deadline": seconds}
+
+
 class DriverFailed(Exception):
     """The driver crashed, hung, or said that a request was wrong."""
 

@@ -6,6 +6,18 @@
 
 namespace folvane::driver {
 
+namespace {
+
+const PageItem& pageAt(int position, const OpenFile& file)
+{
+    const std::vector<PageItem>& pages = file.pages.value();
+    if (position < 1 || size_t(position) > pages.size())
+        throw BadRequest(QStringLiteral("there is no page %1").arg(position));
+    return pages[size_t(position) - 1];
+}
+
+} // namespace
+
 Call::Call(Program& ofProgram, Request asked)
     : program(ofProgram), request(std::move(asked)), passwords(request)
 {
@@ -19,6 +31,21 @@ OpenFilePtr Call::file() const
     if (place < 0 || place >= files.size())
         throw BadRequest(QStringLiteral("there is no document %1").arg(place));
     return files[place];
+}
+
+const PageItem& Call::page(const char* field, const OpenFile& file) const
+{
+    return pageAt(request.get<int>(field), file);
+}
+
+QSet<QUuid> Call::pages(const OpenFile& file, const QSet<QUuid>& otherwise) const
+{
+    if (!request.has("pages"))
+        return otherwise;
+    QSet<QUuid> ids;
+    for (const int position : request.get<QList<int>>("pages"))
+        ids.insert(pageAt(position, file).id);
+    return ids;
 }
 
 void Call::stopTime()

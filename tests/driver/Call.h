@@ -7,6 +7,8 @@
 
 #include <QFuture>
 #include <QPromise>
+#include <QSet>
+#include <QUuid>
 
 #include <chrono>
 #include <memory>
@@ -30,6 +32,10 @@ public:
     AppModel& model() const { return program.model; }
     /// The document that `file` names.
     OpenFilePtr file() const;
+    /// The page of the document at the 1-based position in the field.
+    const PageItem& page(const char* field, const OpenFile& file) const;
+    /// Those at the positions in `pages`, or `otherwise` when that is left out.
+    QSet<QUuid> pages(const OpenFile& file, const QSet<QUuid>& otherwise) const;
     void tell(const char* name, const QJsonValue& value) { answer.fields[QLatin1String(name)] = value; }
 
     /// The first stop holds.

@@ -1,5 +1,6 @@
 #include "DriverTest.h"
 
+#include "support/madePdf.h"
 #include "support/tools.h"
 
 #include <QFile>
@@ -57,8 +58,8 @@ DriverTest::DriverTest()
     m_driver.setWorkingDirectory(m_folder.path());
     m_driver.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_driver.start(QStringLiteral(FOLVANE_DRIVER), QStringList());
-    makePdf("a.pdf", {"", "", "", "", ""});
-    makePdf("b.pdf", {"", ""});
+    write("a.pdf", numberedPdf("a", 5));
+    write("b.pdf", numberedPdf("b", 2));
     QFile::link("/dev/full", path("full.pdf"));
 }
 
@@ -73,17 +74,6 @@ void DriverTest::write(const QString& name, const QByteArray& bytes) const
 {
     QFile file(path(name));
     require(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(), "a fixture is not written");
-}
-
-void DriverTest::makePdf(const QString& name, const QList<QByteArray>& contents) const
-{
-    QStringList arguments{"create", "-o", path(name)};
-    for (const QByteArray& content : contents) {
-        const QString page = name + QString::number(arguments.size());
-        write(page, "%%MediaBox 0 0 600 800\n" + content);
-        arguments << path(page);
-    }
-    require(runTool("mutool", arguments).exitCode == 0, "mutool makes no PDF");
 }
 
 void DriverTest::makeLocked(const QString& name, const QString& password) const

@@ -16,8 +16,6 @@ protected:
     ~DriverTest() override;
 
     QString path(const QString& name) const { return m_folder.filePath(name); }
-    /// A PDF of pages with this content, by MuPDF.
-    void makePdf(const QString& name, const QList<QByteArray>& contents) const;
     void makeLocked(const QString& name, const QString& password) const;
     void write(const QString& name, const QByteArray& bytes) const;
 

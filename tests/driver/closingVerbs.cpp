@@ -1,4 +1,3 @@
-#include "settled.h"
 #include "verbs.h"
 
 namespace folvane::driver {

@@ -1,5 +1,7 @@
 #include "DriverTest.h"
 
+#include "support/madePdf.h"
+
 #include <QFile>
 
 // A job that goes on beside the requests that follow. The engine does one thing at a time: a page that takes
@@ -17,7 +19,7 @@ protected:
         for (int i = 0; i < 400; ++i)
             lines +=
                 "0 " + QByteArray::number(2 * i) + " m 600 " + QByteArray::number(800 - 2 * i) + " l S\n";
-        makePdf("slow.pdf", {lines});
+        write("slow.pdf", pdfOfPages({{lines}}));
         ask("{'do':'open','files':['a.pdf','slow.pdf']}");
     }
     void keepEngineBusy()

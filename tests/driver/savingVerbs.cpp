@@ -1,4 +1,3 @@
-#include "pages.h"
 #include "platform/desktop/Preferences.h"
 #include "tools/exportImages/exporting.h"
 #include "tools/protect/protecting.h"
@@ -16,8 +15,7 @@ using Operation = Verb::Operation;
 OpenFilePtr fileWithSelection(const Call& call)
 {
     const OpenFilePtr file = call.file();
-    if (const auto selected = pages(call.request, *file))
-        file->selection = *selected; // as the context menu of a page does
+    file->selection = call.pages(*file, file->selection); // as the context menu of a page does
     return file;
 }
 

@@ -33,15 +33,8 @@ QJsonValue name(const std::optional<Destination>& destination)
 
 QJsonValue name(const std::optional<FileSheet>& sheet)
 {
-    if (!sheet)
-        return {};
-    switch (sheet->kind) {
-    case FileSheet::Kind::Compress: return "compress";
-    case FileSheet::Kind::Split: return "split";
-    case FileSheet::Kind::Password: return "password";
-    case FileSheet::Kind::ExportImages: return "exportImages";
-    }
-    Q_UNREACHABLE();
+    constexpr std::array names{"compress", "split", "password", "exportImages"}; // as the kinds are numbered
+    return sheet ? QJsonValue(names.at(size_t(sheet->kind))) : QJsonValue();
 }
 
 QJsonArray mergeRows(const AppModel& model)

@@ -1,5 +1,4 @@
 #include "documents/PageRanges.h"
-#include "pages.h"
 #include "verbs.h"
 
 #include <QFile>
@@ -13,7 +12,7 @@ namespace {
 QCoro::Task<> drawImage(CallPtr call)
 {
     const OpenFilePtr file = call->file();
-    const PageItem item = page(call->request, "page", *file);
+    const PageItem item = call->page("page", *file);
     const double longSide = call->request.get<double>("longSide");
     const auto target = call->request.find<QUrl>("to");
     QCoro::Task<std::optional<SendableImage>> drawing =

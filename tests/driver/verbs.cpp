@@ -1,7 +1,5 @@
 #include "verbs.h"
 
-#include "settled.h"
-
 #include <algorithm>
 
 namespace folvane::driver {

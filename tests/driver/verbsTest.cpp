@@ -1,5 +1,7 @@
 #include "DriverTest.h"
 
+#include "support/madePdf.h"
+
 #include <QFile>
 #include <QImage>
 #include <QJsonArray>
@@ -22,7 +24,7 @@ class Edits : public DriverTest, public testing::WithParamInterface<Edit> {};
 
 TEST_P(Edits, AreToldByTheState)
 {
-    makePdf("new.pdf", {""});
+    write("new.pdf", numberedPdf("new", 1));
     ask("{'do':'open','files':['a.pdf']}");
     ask("{'do':'select','file':0,'pages':[4,2]}");
     expect(GetParam().request, "{'outcome':'done'}");
@@ -74,7 +76,6 @@ protected:
             for (int x = 0; x < photo.width(); ++x)
                 photo.setPixel(x, y, random.generate());
         photo.save(path("photo.jpg"));
-        makePdf("photo.pdf", {"%%Image I " + path("photo.jpg").toUtf8() + "\n600 0 0 450 0 0 cm /I Do"});
         makeLocked("locked.pdf", "pw");
         write("there.pdf", "old");
     }
@@ -87,7 +88,7 @@ TEST_P(Talks, GoAsTheProtocolSays)
 }
 
 const Exchange openA{"{'do':'open','files':['a.pdf']}", "{'outcome':'done','file':0}"};
-const Exchange openPhoto{"{'do':'open','files':['photo.pdf']}", "{'outcome':'done'}"};
+const Exchange openPhoto{"{'do':'open','files':['photo.jpg']}", "{'outcome':'done'}"};
 const Exchange editA{"{'do':'turn','file':0,'pages':[1]}", "{'outcome':'done'}"};
 
 INSTANTIATE_TEST_SUITE_P(
@@ -185,6 +186,10 @@ INSTANTIATE_TEST_SUITE_P(
                "{'outcome':'done','panels':[{'name':'locked (protected).pdf'}]}"},
               {"{'do':'password','file':0,'to':'free.pdf'}",
                "{'outcome':'done','panels':[{'name':'locked (no password).pdf'}]}"},
+              {"{'do':'split','file':0,'mode':'each','folder':'.'}", "{'outcome':'done'}"},
+              {"{'do':'open','files':['locked 1.pdf']}", "{'outcome':'cancelled','prompts':[{}]}"},
+              {"{'do':'compress','file':0,'limit':1,'to':'small.pdf'}", "{'outcome':'done'}"},
+              {"{'do':'open','files':['small.pdf']}", "{'outcome':'cancelled','prompts':[{}]}"},
               {"{'do':'open','files':['new.pdf']}", "{'outcome':'cancelled','prompts':[{}]}"},
               {"{'do':'open','files':['new.pdf'],'passwords':{'new.pdf':['new']}}", "{'outcome':'done'}"},
               {"{'do':'open','files':['free.pdf']}", "{'outcome':'done','prompts':[]}"}}},

@@ -1,4 +1,4 @@
-#include "settled.h"
+#include "verbs.h"
 
 #include <QCoroFuture>
 
