@@ -18,7 +18,6 @@ using Start = ApplicationService::Start;
 
 const QString name = QStringLiteral("example.test-maker.program");
 const QString path = QStringLiteral("/example/test_maker/program");
-const QList<QUrl> oneFile{QUrl(QStringLiteral("file:///a.pdf"))};
 
 class Service : public testing::Test {
 protected:
@@ -49,7 +48,7 @@ TEST_F(Service, StaysAloneWhereNobodyAnswers)
     {
         ApplicationService silent(bus.connection(), name); // nobody runs its event loop
         ASSERT_EQ(silent.start({}, {}), Start::First);
-        EXPECT_EQ(ApplicationService(bus.connection(), name, 200ms).start(oneFile, {}), Start::Alone);
+        EXPECT_EQ(ApplicationService(bus.connection(), name, 200ms).start({}, {}), Start::Alone);
     }
     ASSERT_TRUE(bus.connection().registerService(name)); // a stranger with our name
     EXPECT_EQ(ApplicationService(bus.connection(), name).start({}, {}), Start::Alone);
@@ -63,17 +62,12 @@ TEST_F(Service, UnderstandsWhatTheDesktopCalls)
 {
     const QString modern = QStringLiteral("activation-token"), old = QStringLiteral("desktop-startup-id");
     const QStringList uris{QStringLiteral("file:///tmp/a%20%c3%a4%23%2525.pdf"),
-                           QStringLiteral("file:/tmp/b%2dc.pdf"), QStringLiteral("sftp://host/c.pdf")};
+                           QStringLiteral("file:/tmp/b%2dc.pdf#page=2"), QStringLiteral("sftp://host/c.pdf")};
     // The same PDF must not open twice because the desktop writes its address in another way.
     const QStringList asPanelsWriteThem{QUrl::fromLocalFile(QStringLiteral("/tmp/a ä#%25.pdf")).toString(),
                                         QUrl::fromLocalFile(QStringLiteral("/tmp/b-c.pdf")).toString(),
                                         QStringLiteral("sftp://host/c.pdf")};
-    struct Row {
-        const char* method;
-        QVariantList arguments;
-        QStringList files;
-        const char* token;
-    };
+    using Row = std::tuple<const char*, QVariantList, QStringList, const char*>;
     const Row rows[]{
         {"Activate", {QVariantMap()}, {}, ""},
         {"Activate", {QVariantMap{{modern, "w"}}}, {}, "w"},
@@ -86,15 +80,15 @@ TEST_F(Service, UnderstandsWhatTheDesktopCalls)
     ApplicationService service(bus.connection(), name);
     ASSERT_EQ(service.start({}, {}), Start::First);
     QSignalSpy opened(&service, &ApplicationService::opened);
-    for (const Row& row : rows) {
+    for (const auto& [method, arguments, files, token] : rows) {
         opened.clear();
         QDBusMessage call = QDBusMessage::createMethodCall(
-            name, path, QStringLiteral("org.freedesktop.Application"), QLatin1String(row.method));
-        call.setArguments(row.arguments);
+            name, path, QStringLiteral("org.freedesktop.Application"), QLatin1String(method));
+        call.setArguments(arguments);
         bus.connection().call(call, QDBus::BlockWithGui);
-        ASSERT_EQ(opened.size(), 1) << row.method;
-        EXPECT_EQ(QUrl::toStringList(opened[0][0].value<QList<QUrl>>()), row.files) << row.method;
-        EXPECT_EQ(opened[0][1].toString(), QLatin1String(row.token)) << row.method;
+        ASSERT_EQ(opened.size(), 1) << method;
+        EXPECT_EQ(QUrl::toStringList(opened[0][0].value<QList<QUrl>>()), files) << method;
+        EXPECT_EQ(opened[0][1].toString(), QLatin1String(token)) << method;
     }
 }
 
