@@ -80,7 +80,7 @@ void DocumentView::setFile(OpenFilePtr file)
 void DocumentView::showPageMenu(const QUuid& page, const QPoint& position)
 {
     const OpenFilePtr file = m_file;
-    const QSet<QUuid> pages = m_grid->groupOf(page);
+    const QSet<QUuid> pages = file->groupOf(page);
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(tr("Rotate Left"), this, [this, file, pages] { m_model.turn(file, pages, false); });

@@ -54,11 +54,6 @@ void PageGrid::setFile(OpenFilePtr file)
     verticalScrollBar()->setValue(m_scrolledTo.value(m_file->id, 0));
 }
 
-QSet<QUuid> PageGrid::groupOf(const QUuid& page) const
-{
-    return m_selection->groupOf(page);
-}
-
 void PageGrid::showPages()
 {
     const int before = currentIndex().row();

@@ -23,8 +23,6 @@ public:
     void setFile(OpenFilePtr file);
     /// Moves the selected pages, or the one that the keys act from, by so many places (negative: towards the front).
     void movePages(int steps);
-    /// The pages that a command on this page takes: the selection when it belongs to it, else only itself.
-    QSet<QUuid> groupOf(const QUuid& page) const;
 
     QRect visualRect(const QModelIndex& index) const override;
     QModelIndex indexAt(const QPoint& point) const override;

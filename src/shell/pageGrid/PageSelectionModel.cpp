@@ -38,12 +38,6 @@ void PageSelectionModel::click(const QUuid& page, Qt::KeyboardModifiers modifier
     m_file->selection = after.pages;
 }
 
-QSet<QUuid> PageSelectionModel::groupOf(const QUuid& page) const
-{
-    const QSet<QUuid> selected = m_file->selection.value();
-    return selected.contains(page) ? selected : QSet<QUuid>{page};
-}
-
 void PageSelectionModel::select(const QItemSelection& rows, SelectionFlags command)
 {
     QItemSelectionModel::select(rows, command);

@@ -21,8 +21,6 @@ public:
     void mirror();
 
     void click(const QUuid& page, Qt::KeyboardModifiers modifiers);
-    /// The pages that go with this one: all that are selected when it is, else only itself.
-    QSet<QUuid> groupOf(const QUuid& page) const;
 
     using QItemSelectionModel::select;
     void select(const QItemSelection& rows, SelectionFlags command) override;

@@ -16,17 +16,6 @@
 
 namespace folvane {
 
-namespace {
-
-// As the model reads it when the page is let go.
-bool isPageID(const QString& text)
-{
-    const QUuid id(text);
-    return !id.isNull() && id.toString(QUuid::WithoutBraces).compare(text, Qt::CaseInsensitive) == 0;
-}
-
-} // namespace
-
 void PageGrid::dragPage(const QUuid& page)
 {
     const int row = m_pages.rowOf(page);
@@ -36,7 +25,7 @@ void PageGrid::dragPage(const QUuid& page)
     data->setText(page.toString(QUuid::WithoutBraces));
     auto* drag = new QDrag(this);
     drag->setMimeData(data);
-    const QPixmap picture = dragPicture(cellAt(row), int(groupOf(page).size()), devicePixelRatioF());
+    const QPixmap picture = dragPicture(cellAt(row), int(m_file->groupOf(page).size()), devicePixelRatioF());
     drag->setPixmap(picture);
     drag->setHotSpot(QPoint(qRound(picture.deviceIndependentSize().width() / 2), 40));
     const QPointer<PageGrid> self(this); // the drag runs its own event loop, and much can happen in it
@@ -52,7 +41,7 @@ void PageGrid::dragOver(bool files, const QUuid& page, const QPoint& place)
 {
     m_draggedTo = place;
     setFilesOver(files);
-    m_lifted = files ? QSet<QUuid>() : groupOf(page);
+    m_lifted = files ? QSet<QUuid>() : m_file->groupOf(page);
     scroller().follow(place);
     viewport()->update();
 }
@@ -93,7 +82,7 @@ void PageGrid::dragMoveEvent(QDragMoveEvent* event)
 {
     const bool files = !droppedFiles(event->mimeData()).isEmpty();
     const QString text = event->mimeData()->text();
-    const bool page = !files && isPageID(text);
+    const bool page = !files && pageID(text);
     event->setAccepted(m_file && (files || page));
     if (!event->isAccepted()) {
         endDrag();
