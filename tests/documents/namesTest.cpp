@@ -48,13 +48,8 @@ TEST(Names, ComeFromThePath)
     EXPECT_EQ(folderOf(QUrl("file:///c.pdf")), QUrl("file:///"));
     EXPECT_EQ(withPdfEnding("a.pdf"), "a.pdf");
     EXPECT_EQ(withPdfEnding("a.PDF"), "a.PDF.pdf");
-}
-
-TEST(Names, StayInTheirFolderWhateverTheyBeginWith)
-{
-    const QUrl folder("file:///a");
-    EXPECT_EQ(numberedFile(folder, {"b.c", "png"}, 1), QUrl("file:///a/b.c.png"));
-    EXPECT_EQ(numberedFile(folder, {":b", "png"}, 3), QUrl("file:///a/:b 3.png"));
+    EXPECT_EQ(numberedFile(QUrl("file:///a"), {"b.c", "png"}, 1), QUrl("file:///a/b.c.png"));
+    EXPECT_EQ(numberedFile(QUrl("file:///a"), {":b", "png"}, 3), QUrl("file:///a/:b 3.png"));
 }
 
 TEST(SuggestedNames, OfSaveAs)
