@@ -102,7 +102,7 @@ void Button::setIconOnly(bool iconOnly)
 
 int Button::labelWidth() const
 {
-    const int icon = showsIcon() ? iconSize().width() : 0;
+    const int icon = m_symbol ? iconSize().width() : 0;
     if (!showsText())
         return icon;
     const int words = fontMetrics().size(Qt::TextShowMnemonic | Qt::TextSingleLine, text()).width();
@@ -216,12 +216,9 @@ void Button::drawLabel(QPainter& painter) const
 {
     QRectF room = frame();
     room.setLeft(room.left() + (room.width() - labelWidth()) / 2);
-    if (showsIcon()) {
+    if (m_symbol) {
         const QRectF box(QPointF(room.left(), room.center().y() - iconSize().height() / 2.0), iconSize());
-        if (m_symbol)
-            drawIcon(painter, *m_symbol, box, labelColor());
-        else
-            icon().paint(&painter, box.toAlignedRect());
+        drawIcon(painter, *m_symbol, box, labelColor());
         room.setLeft(box.right() + iconGap);
     }
     if (!showsText())
@@ -229,15 +226,6 @@ void Button::drawLabel(QPainter& painter) const
     painter.setPen(labelColor());
     painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextShowMnemonic,
                      text());
-}
-
-Button* iconButton(const QIcon& icon, const QString& name, QWidget* parent)
-{
-    auto* button = new Button(Button::Kind::Tool, QString(), parent);
-    button->setIcon(icon);
-    button->setToolTip(name);
-    button->setAccessibleName(name);
-    return button;
 }
 
 } // namespace folvane

@@ -45,7 +45,6 @@ protected:
 
 private:
     bool showsText() const { return !m_iconOnly && !text().isEmpty(); }
-    bool showsIcon() const { return m_symbol || !icon().isNull(); }
     QColor accent() const;
     QColor labelColor() const;
     int labelWidth() const;
@@ -64,8 +63,5 @@ private:
     double m_press = 0; // from 0 to 1
     QVariantAnimation* m_pressing;
 };
-
-/// A square tool button with an icon only; `name` is its tooltip and what a screen reader says.
-Button* iconButton(const QIcon& icon, const QString& name, QWidget* parent);
 
 } // namespace folvane

@@ -39,7 +39,7 @@ TEST(VisualMargin, LayoutsCountFromTheVisibleEdge)
 
 TEST(NoteBanner, GrowsWithTheLinesOfItsText)
 {
-    const NoteBanner note(QString(20, u'W') + u' ' + QString(20, u'W'), NoteBanner::Tone::Warning);
+    const NoteBanner note(QString(20, u'W') + u' ' + QString(20, u'W'), NoteBanner::Tone::Danger);
     const QFontMetrics font = note.fontMetrics();
     EXPECT_EQ(note.heightForWidth(2000), font.height() + 2 * 12);
     const int oneWord = 12 + 16 + 10 + font.horizontalAdvance(QString(20, u'W')) + 12;

@@ -1,7 +1,5 @@
 #include "shell/WindowTest.h"
 
-#include "shell/pageGrid/pageMoves.h"
-
 #include <QMenu>
 #include <QMimeData>
 
@@ -152,38 +150,11 @@ TEST_F(Grid, AltCarriesTheSelectedPagesOrTheCurrentOne)
         hand.key(key, Qt::AltModifier);
     EXPECT_EQ(order(file), (QList{0, 2, 3, 1, 4, 5}));
     hand.key(Qt::Key_Home, Qt::AltModifier);
-    EXPECT_EQ(order(file), (QList{1, 4, 0, 2, 3, 5}));
+    hand.key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(order(file), (QList{1, 4, 0, 2, 3, 5})) << "it stops at the front";
+    hand.key(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(order(file), (QList{0, 2, 3, 5, 1, 4})) << "and at the end";
 }
-
-struct Carried {
-    const char* name;
-    QString group;
-    int steps;
-    QString before; ///< empty: at the end
-};
-
-class PageAfterMove : public testing::TestWithParam<Carried> {};
-
-TEST_P(PageAfterMove, Is)
-{
-    const QString pages = QStringLiteral("012345");
-    QList<QUuid> order;
-    QSet<QUuid> group;
-    for (const QChar page : pages) {
-        order.append(QUuid::createUuidV5(QUuid(), QString(page)));
-        if (GetParam().group.contains(page))
-            group.insert(order.last());
-    }
-    const std::optional<QUuid> after = pageAfterMove(order, group, GetParam().steps);
-    EXPECT_EQ(after ? pages.mid(order.indexOf(*after), 1) : QString(), GetParam().before);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, PageAfterMove,
-                         testing::Values(Carried{"Right", "1", 1, "3"}, Carried{"Left", "2", -1, "1"},
-                                         Carried{"StopsAtTheFront", "0", -1, "1"},
-                                         Carried{"AGroupClosesUp", "14", 1, "3"},
-                                         Carried{"FarToTheEnd", "34", 6, {}}),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 } // namespace
 } // namespace folvane

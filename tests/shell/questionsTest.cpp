@@ -37,29 +37,26 @@ TEST_P(Prompt, DismissedInAnyWayTheOpeningGoesOnWithTheNextFile)
 INSTANTIATE_TEST_SUITE_P(Ways, Prompt,
                          testing::Values(Dismissal::Escape, Dismissal::Cancel, Dismissal::Close));
 
-class SheetDismissals : public WindowTest, public testing::WithParamInterface<Dismissal> {};
+using Questions = WindowTest;
 
-TEST_P(SheetDismissals, ClearTheFieldAndWriteNothing)
+TEST_F(Questions, SheetsGoByEveryWayWithTheirFieldAndWriteNothing)
 {
-    const OpenFilePtr file = openPages(2);
-    model.sheet = FileSheet{FileSheet::Kind::Split, file->id};
-    ASSERT_TRUE(shown<SplitSheet>());
-    switch (GetParam()) {
-    case Dismissal::Escape: hand.key(Qt::Key_Escape); break;
-    case Dismissal::Cancel: press(QStringLiteral("Cancel")); break;
-    case Dismissal::Close: shown<SplitSheet>()->close(); break;
-    case Dismissal::ClosedDocument: model.close(file); break;
+    for (const auto way :
+         {Dismissal::Escape, Dismissal::Cancel, Dismissal::Close, Dismissal::ClosedDocument}) {
+        const OpenFilePtr file = openPages(2);
+        model.sheet = FileSheet{FileSheet::Kind::Split, file->id};
+        ASSERT_TRUE(shown<SplitSheet>());
+        switch (way) {
+        case Dismissal::Escape: hand.key(Qt::Key_Escape); break;
+        case Dismissal::Cancel: press(QStringLiteral("Cancel")); break;
+        case Dismissal::Close: shown<SplitSheet>()->close(); break;
+        case Dismissal::ClosedDocument: model.close(file); break;
+        }
+        EXPECT_EQ(shown<SplitSheet>(), nullptr) << int(way);
+        EXPECT_EQ(model.sheet.value(), std::nullopt) << int(way);
     }
-    EXPECT_EQ(shown<SplitSheet>(), nullptr);
-    EXPECT_EQ(model.sheet.value(), std::nullopt);
     EXPECT_TRUE(panels.asked.isEmpty());
 }
-
-INSTANTIATE_TEST_SUITE_P(Ways, SheetDismissals,
-                         testing::Values(Dismissal::Escape, Dismissal::Cancel, Dismissal::Close,
-                                         Dismissal::ClosedDocument));
-
-using Questions = WindowTest;
 
 TEST_F(Questions, ASecondErrorReplacesTheTextOfTheFirst)
 {
@@ -87,22 +84,20 @@ TEST_F(Questions, PasswordsMustBeTheSame)
     EXPECT_TRUE(save->isEnabled());
 }
 
-class ClosedWindow : public WindowTest, public testing::WithParamInterface<bool> {};
-
-TEST_P(ClosedWindow, WithChangesStepsAsideWithoutAQuestionAndComesBack)
+TEST_F(Questions, AWindowThatIsClosedWithChangesStepsAsideUnaskedAndComesBack)
 {
-    window.setCanComeBack(GetParam());
     openPages(2)->isEdited = true;
-    EXPECT_FALSE(window.close());
-    EXPECT_FALSE(shown<Alert>()) << "only Quit asks";
-    EXPECT_EQ(window.isVisible(), !GetParam());
-    EXPECT_EQ(window.isMinimized(), !GetParam());
-    window.bringToFront(QString());
-    EXPECT_TRUE(window.isVisible() && !window.isMinimized());
+    for (const bool canComeBack : {true, false}) {
+        window.setCanComeBack(canComeBack);
+        EXPECT_FALSE(window.close());
+        EXPECT_FALSE(shown<Alert>()) << "only Quit asks";
+        EXPECT_EQ(window.isVisible(), !canComeBack);
+        EXPECT_EQ(window.isMinimized(), !canComeBack);
+        window.bringToFront(QString());
+        EXPECT_TRUE(window.isVisible() && !window.isMinimized());
+    }
     EXPECT_EQ(model.files.value().size(), 1);
 }
-
-INSTANTIATE_TEST_SUITE_P(CanComeBack, ClosedWindow, testing::Bool());
 
 TEST_F(Questions, ClosingTheWindowWithoutChangesQuits)
 {

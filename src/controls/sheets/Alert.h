@@ -18,7 +18,7 @@ class Alert : public SheetFrame {
     Q_OBJECT
 
 public:
-    enum class Role { Default, Other, Destructive, Cancel };
+    enum class Role { Default, Destructive, Cancel };
 
     Alert(const QString& title, const QString& text, QWidget* parent = nullptr);
 

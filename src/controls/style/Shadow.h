@@ -27,7 +27,6 @@ struct Shadow {
 /// The shadows that more than one control casts.
 namespace shadows {
 
-inline const Shadow panel{theme::faded(theme::black, 0.05), 12, 4};
 inline const Shadow sheet{theme::faded(theme::black, 0.18), 24, 8};
 inline const Shadow popup{theme::faded(theme::black, 0.16), 8, 2};
 

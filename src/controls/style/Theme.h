@@ -15,7 +15,6 @@ inline constexpr QColor accent(230, 12, 9);
 inline constexpr QColor accentDeep(184, 3, 6);
 inline constexpr QColor success(18, 183, 106);
 inline constexpr QColor danger(217, 45, 32);
-inline constexpr QColor warning(245, 165, 36);
 
 inline constexpr QColor chrome(239, 236, 231);      // around the content: `background`, a little darker
 inline constexpr QColor accentSoft(230, 12, 9, 31); // 0.12
