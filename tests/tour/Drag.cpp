@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDrag>
 #include <QDropEvent>
+#include <QWidget>
 #include <QWindow>
 
 namespace folvane {
@@ -21,37 +22,24 @@ std::unique_ptr<QMimeData> copyOf(const QMimeData& data)
 
 } // namespace
 
-DragWatch::DragWatch()
+DragWatch::DragWatch(const QWidget& window) : m_window(window)
 {
     qApp->installEventFilter(this);
 }
 
-// A child is announced before it is what it will be: one looks later what it has become.
 bool DragWatch::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::ChildAdded)
-        m_born.append(static_cast<QChildEvent*>(event)->child());
-    else if (event->type() == QEvent::DeferredDelete) {
-        if (const auto* drag = qobject_cast<QDrag*>(watched)) {
-            m_carried = copyOf(*drag->mimeData());
-            m_picture = DragPicture{drag->pixmap(), drag->hotSpot()};
-        }
+    const auto* drag = event->type() == QEvent::DeferredDelete ? qobject_cast<QDrag*>(watched) : nullptr;
+    if (drag) {
+        m_carried = copyOf(*drag->mimeData());
+        m_picture = DragPicture{drag->pixmap(), drag->hotSpot()};
     }
     return false;
 }
 
-const QDrag* DragWatch::current() const
-{
-    for (const QPointer<QObject>& born : m_born) {
-        if (const auto* drag = qobject_cast<QDrag*>(born.data()))
-            return drag;
-    }
-    return nullptr;
-}
-
 std::optional<DragPicture> DragWatch::picture() const
 {
-    if (const QDrag* drag = current())
+    if (const auto* drag = m_window.findChild<QDrag*>())
         return DragPicture{drag->pixmap(), drag->hotSpot()};
     return m_picture;
 }

@@ -3,12 +3,11 @@
 #include <QMimeData>
 #include <QObject>
 #include <QPixmap>
-#include <QPointer>
 
 #include <memory>
 #include <optional>
 
-class QDrag;
+class QWidget;
 class QWindow;
 
 namespace folvane {
@@ -25,7 +24,8 @@ class DragWatch : public QObject {
     Q_OBJECT
 
 public:
-    DragWatch();
+    /// For drags that begin in this window.
+    explicit DragWatch(const QWidget& window);
 
     std::optional<DragPicture> picture() const;
     /// Null while no drag has come to its end.
@@ -35,9 +35,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    const QDrag* current() const;
-
-    QList<QPointer<QObject>> m_born;
+    const QWidget& m_window;
     std::unique_ptr<QMimeData> m_carried;
     std::optional<DragPicture> m_picture;
 };

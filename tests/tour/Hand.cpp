@@ -19,52 +19,6 @@ namespace {
 constexpr int carryInterval = 5; // ms
 constexpr int dragSteps = 12;
 
-/// Carries what is dragged, from a timer: a drag runs an event loop of its own.
-class Carrying {
-public:
-    Carrying(const QPoint& from, const QPoint& to, std::function<void(const QPoint&)> move,
-             std::function<void()> over, std::function<void()> end)
-        : m_from(from), m_to(to), m_move(std::move(move)), m_over(std::move(over)), m_end(std::move(end))
-    {
-        m_timer.callOnTimeout([this] { goOn(); });
-        m_timer.start(carryInterval);
-    }
-
-    void finish()
-    {
-        waitUntil(QStringLiteral("The end of a drag"), [this] { return m_ended; });
-        if (m_failure)
-            std::rethrow_exception(m_failure);
-    }
-
-private:
-    void goOn()
-    {
-        if (++m_step <= dragSteps) {
-            m_move(m_from + (m_to - m_from) * m_step / dragSteps);
-            return;
-        }
-        m_timer.stop();
-        try {
-            m_over();
-        } catch (...) {
-            m_failure = std::current_exception(); // an exception must not fly through an event loop
-        }
-        m_end();
-        m_ended = true;
-    }
-
-    const QPoint m_from;
-    const QPoint m_to;
-    const std::function<void(const QPoint&)> m_move;
-    const std::function<void()> m_over;
-    const std::function<void()> m_end;
-    QTimer m_timer;
-    int m_step = 0;
-    bool m_ended = false;
-    std::exception_ptr m_failure;
-};
-
 } // namespace
 
 Hand::Hand(QWidget& window) : m_window(window) {}
@@ -128,7 +82,7 @@ void Hand::type(const QString& text)
 
 void Hand::drag(const QPoint& from, const QPoint& to, const std::function<void()>& over, End end)
 {
-    m_watch = std::make_unique<DragWatch>();
+    m_watch = std::make_unique<DragWatch>(m_window);
     const auto forget = qScopeGuard([this] { m_watch.reset(); });
     QTest::mousePress(target(), Qt::LeftButton, {}, local(from));
     if (QGuiApplication::platformName() == QLatin1String("offscreen"))
@@ -137,19 +91,33 @@ void Hand::drag(const QPoint& from, const QPoint& to, const std::function<void()
         carryWithSystem(from, to, over, end);
 }
 
-// The system moves what is dragged, and runs an event loop meanwhile.
+// The system moves what is dragged, and runs an event loop meanwhile: a timer carries it.
 void Hand::carryWithSystem(const QPoint& from, const QPoint& to, const std::function<void()>& over, End end)
 {
     QWindow* window = target();
-    Carrying carrying(
-        from, to, [this](const QPoint& at) { hover(at); }, over,
-        [=] {
-            if (end == End::Cancel)
-                QTest::keyClick(window, Qt::Key_Escape);
-            QTest::mouseRelease(window, Qt::LeftButton, {}, window->mapFromGlobal(to));
-        });
+    std::exception_ptr failure;
+    bool ended = false;
+    int step = 0;
+    QTimer timer;
+    timer.callOnTimeout([&] {
+        if (++step <= dragSteps)
+            return hover(from + (to - from) * step / dragSteps);
+        timer.stop();
+        try {
+            over();
+        } catch (...) {
+            failure = std::current_exception(); // an exception must not fly through an event loop
+        }
+        if (end == End::Cancel)
+            QTest::keyClick(window, Qt::Key_Escape);
+        QTest::mouseRelease(window, Qt::LeftButton, {}, window->mapFromGlobal(to));
+        ended = true;
+    });
+    timer.start(carryInterval);
     hover(from + (to - from) / dragSteps); // what begins the drag may return only at its end
-    carrying.finish();
+    waitUntil(QStringLiteral("The end of a drag"), [&ended] { return ended; });
+    if (failure)
+        std::rethrow_exception(failure);
 }
 
 // Without a display a drag is over as soon as it has begun: what it carries is taken from it and moved by hand.

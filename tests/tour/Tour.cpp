@@ -56,7 +56,7 @@ void Tour::play(const TourStep& step)
     try {
         step.play(*this);
     } catch (...) {
-        save(QStringLiteral("failed-%1").arg(QLatin1String(step.name)));
+        take("failed-" + QString(step.name));
         throw;
     }
     m_watchdog.pause();
@@ -80,43 +80,54 @@ QUrl Tour::sample(const QString& name, int pages, Paper paper, const QString& wo
 
 void Tour::picture(const QString& name)
 {
-    waitUntil(QStringLiteral("The coming of all page pictures"),
-              [this] { return !grid().isVisible() || grid().isComplete(); });
+    if (name.isEmpty())
+        return;
+    if (grid().isVisible())
+        waitForPages();
     waitUntilStill();
-    save(name);
+    take(name);
 }
 
 void Tour::movingPicture(const QString& name)
 {
     waitForFrames(framesOfAMoment);
-    save(name);
+    take(name);
 }
 
 // What the tour itself takes for its pictures is no gap of the program's.
-void Tour::save(const QString& name)
+void Tour::take(const QString& name)
 {
     const Unwatched unwatched(m_watchdog);
     const QString file = QStringLiteral("%1-%2.png").arg(++m_pictures, 2, 10, QLatin1Char('0')).arg(name);
     const QString path = m_options.folder.filePath(file);
-    if (!windowPicture(window(), m_hand->dragged()).save(path, "PNG", quickly))
-        throw TourFailed(QStringLiteral("%1 cannot be written.").arg(path));
+    check(windowPicture(window(), m_hand->dragged()).save(path, "PNG", quickly), path + " can be written");
 }
 
 void Tour::check(bool holds, const QString& expected)
 {
     if (!holds)
-        throw TourFailed(QStringLiteral("This does not hold: %1").arg(expected));
+        throw TourFailed("This does not hold: " + expected);
 }
 
-void Tour::waitUntilShown(const QString& what, const std::function<bool()>& condition)
+void Tour::wait(const QString& what, const std::function<bool()>& condition)
 {
     waitUntil(what, condition);
 }
 
-void Tour::press(const QString& name)
+void Tour::waitForPages()
 {
-    const QRect place = placeOf(name);
-    m_hand->click(place.center());
+    wait("The coming of all page pictures", [this] { return grid().isComplete(); });
+}
+
+void Tour::waitUntilIdle()
+{
+    wait("The end of the job", [this] { return !model().busy.value(); });
+}
+
+void Tour::press(const QString& name, const QString& shot)
+{
+    m_hand->click(placeOf(name).center());
+    picture(shot);
 }
 
 // A person presses what stands still: layouts settle a turn of the event loop after what they show has changed.
@@ -136,7 +147,7 @@ QAccessibleInterface& Tour::enabledControl(const QString& name) const
     QAccessibleInterface* control = findControl(m_hand->top(), name);
     if (!control)
         throw TourFailed(QStringLiteral("There is no “%1” to press, only: %2")
-                             .arg(name, controlNames(m_hand->top()).join(QStringLiteral(" | "))));
+                             .arg(name, controlNames(m_hand->top()).join(" | ")));
     check(!control->state().disabled, QStringLiteral("“%1” can be pressed").arg(name));
     return *control;
 }
@@ -154,23 +165,94 @@ void Tour::openMenu(const QString& name)
               [] { return QApplication::activePopupWidget() != nullptr; });
 }
 
-void Tour::choose(const QString& entry)
+void Tour::choose(const QString& entry, const QString& shot)
 {
     auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    if (!menu)
-        throw TourFailed(QStringLiteral("No menu is open to choose “%1” from.").arg(entry));
+    check(menu, QStringLiteral("a menu is open to choose “%1” from").arg(entry));
     m_hand->click(menu->mapToGlobal(menu->actionGeometry(entryOf(*menu, entry)).center()));
+    picture(shot);
+}
+
+void Tour::type(const QString& text, const QString& shot)
+{
+    m_hand->type(text);
+    picture(shot);
+}
+
+void Tour::keys(std::initializer_list<Qt::Key> keys, const QString& shot)
+{
+    for (const Qt::Key key : keys)
+        m_hand->key(key);
+    picture(shot);
+}
+
+void Tour::resize(const QSize& size)
+{
+    window().resize(size);
+    wait("The resizing of the window", [this, size] { return window().size() == size; });
+}
+
+void Tour::openBy(const QString& button, const QList<QUrl>& files)
+{
+    m_stage->panels.openAnswers.enqueue(files);
+    press(button);
 }
 
 OpenFilePtr Tour::open(const QList<QUrl>& files)
 {
     const OpenFilePtr before = shown();
-    m_stage->panels.openAnswers.enqueue(files);
-    press(QStringLiteral("Open…"));
+    openBy("Open…", files);
     m_hand->hover(window().mapToGlobal(QPoint(window().width() / 2, window().height() - 4)));
-    waitUntil(QStringLiteral("The opening of %1").arg(files.first().fileName()),
-              [this, before] { return shown() && shown() != before; });
+    wait("The opening of " + files.first().fileName(), [&] { return shown() && shown() != before; });
     return shown();
+}
+
+OpenFilePtr Tour::openSample(const QString& name, int pages, Paper paper)
+{
+    return open({sample(name, pages, paper)});
+}
+
+void Tour::askForPassword(const QUrl& file)
+{
+    openBy("Open…", {file});
+    wait("The question for a password", [this] { return model().passwordRequest.value().has_value(); });
+}
+
+void Tour::unlock(const QString& password)
+{
+    type(password);
+    press("Open");
+    wait("The opening of the locked file", [this] { return shown() && shown()->password; });
+}
+
+void Tour::turn(const QString& button)
+{
+    press(button);
+    wait("The turning", [this] { return shown()->isEdited.value(); });
+}
+
+QString Tour::save(const QString& name, const std::function<void()>& by)
+{
+    m_stage->panels.saveAnswers.enqueue(QUrl::fromLocalFile(path(name)));
+    by();
+    wait("The question where to save", [this] { return m_stage->panels.saveAnswers.isEmpty(); });
+    waitUntilIdle();
+    return path(name);
+}
+
+QString Tour::writeInto(const QString& folder, const std::function<void()>& by)
+{
+    check(QDir().mkpath(path(folder)), "there is a folder to write into");
+    m_stage->panels.folderAnswers.enqueue(QUrl::fromLocalFile(path(folder)));
+    by();
+    wait("The question for a folder", [this] { return m_stage->panels.folderAnswers.isEmpty(); });
+    waitUntilIdle();
+    return path(folder);
+}
+
+void Tour::letToastGo()
+{
+    m_stage->clock.advance(std::chrono::minutes(1));
 }
 
 OpenFilePtr Tour::shown() const

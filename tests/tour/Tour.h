@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <initializer_list>
 #include <memory>
 
 class QAccessibleInterface;
@@ -31,7 +32,7 @@ struct TourOptions {
 };
 
 /// A person at the window, with a camera: what the steps are written with. Everything that does not come out as told
-/// throws TourFailed.
+/// throws TourFailed. Whatever takes the name of a picture leaves one when it is done.
 class Tour {
 public:
     explicit Tour(TourOptions options);
@@ -51,7 +52,7 @@ public:
     QString path(const QString& name) const { return m_temporary.filePath(name); }
     /// makeSample() there, out of the watchdog's sight.
     QUrl sample(const QString& name, int pages, Paper paper = Paper::Upright,
-                const QString& word = QStringLiteral("Chapter"));
+                const QString& word = "Chapter");
 
     /// A picture once the window has come to rest.
     void picture(const QString& name);
@@ -59,27 +60,47 @@ public:
     void movingPicture(const QString& name);
 
     static void check(bool holds, const QString& expected);
-    void waitUntilShown(const QString& what, const std::function<bool()>& condition);
+    static void wait(const QString& what, const std::function<bool()>& condition);
+    void waitForPages();
+    void waitUntilIdle();
 
     /// Clicks the control with this name in what is on top.
-    void press(const QString& name);
+    void press(const QString& name, const QString& picture = {});
     bool has(const QString& name) const;
     /// Where the control stands on the screen, once it has come to rest.
     QRect placeOf(const QString& name) const;
     /// Clicks into the menu bar.
     void openMenu(const QString& name);
     /// Clicks the entry of the open menu.
-    void choose(const QString& entry);
+    void choose(const QString& entry, const QString& picture = {});
+    void type(const QString& text, const QString& picture = {});
+    void keys(std::initializer_list<Qt::Key> keys, const QString& picture = {});
+    void resize(const QSize& size);
 
+    /// Presses the button and answers its panel with the files.
+    void openBy(const QString& button, const QList<QUrl>& files);
     /// Opens the files through the Open… button and its panel, and gives the document that is shown then.
     OpenFilePtr open(const QList<QUrl>& files);
+    OpenFilePtr openSample(const QString& name, int pages, Paper paper = Paper::Upright);
+    /// Opens a locked file until it asks for its password.
+    void askForPassword(const QUrl& file);
+    /// Answers that question, and waits for the document.
+    void unlock(const QString& password);
     OpenFilePtr shown() const;
     QPoint pagePoint(int row);
     /// Clicks the pages, given from 0, the second and further ones with Ctrl.
     void select(const QList<int>& rows);
+    /// Presses the button that turns pages of a document as yet unedited.
+    void turn(const QString& button);
+
+    /// Does what asks where to save, answers with a file of this name, and waits until the job is over; gives its path.
+    QString save(const QString& name, const std::function<void()>& by);
+    /// The same with a new folder.
+    QString writeInto(const QString& folder, const std::function<void()>& by);
+    void letToastGo();
 
 private:
-    void save(const QString& name);
+    void take(const QString& picture);
     QAccessibleInterface& enabledControl(const QString& name) const;
 
     const TourOptions m_options;

@@ -1,40 +1,10 @@
 #include "tour/Watchdog.h"
 
-#include <QCoreApplication>
-#include <QEvent>
-
 #include <algorithm>
 
 namespace folvane {
 
-namespace {
-
-using Time = std::chrono::steady_clock;
-
-constexpr std::chrono::milliseconds interval{2};
-
-class Heartbeat : public QEvent {
-public:
-    explicit Heartbeat(int ofRound) : QEvent(kind()), round(ofRound) {}
-    static Type kind()
-    {
-        static const auto type = Type(registerEventType());
-        return type;
-    }
-
-    const int round;
-    const Time::time_point posted = Time::now();
-};
-
-} // namespace
-
 Watchdog::Watchdog() : m_thread([this](const std::stop_token& stop) { beat(stop); }) {}
-
-Watchdog::~Watchdog()
-{
-    m_thread.request_stop();
-    m_thread.join();
-}
 
 void Watchdog::start()
 {
@@ -53,24 +23,25 @@ void Watchdog::resume()
     m_measures = true;
 }
 
-void Watchdog::beat(std::stop_token stop)
+void Watchdog::beat(const std::stop_token& stop)
 {
+    using namespace std::chrono;
     while (!stop.stop_requested()) {
-        if (m_measures && !m_underWay.exchange(true))
-            QCoreApplication::postEvent(this, new Heartbeat(m_round));
-        std::this_thread::sleep_for(interval);
+        if (m_measures && !m_underWay.exchange(true)) {
+            const auto heartbeat = [this, round = m_round.load(), posted = steady_clock::now()] {
+                handle(round, posted);
+            };
+            QMetaObject::invokeMethod(this, heartbeat, Qt::QueuedConnection);
+        }
+        std::this_thread::sleep_for(2ms);
     }
 }
 
-bool Watchdog::event(QEvent* event)
+void Watchdog::handle(int round, std::chrono::steady_clock::time_point posted)
 {
-    if (event->type() != Heartbeat::kind())
-        return QObject::event(event);
-    const auto* heartbeat = static_cast<Heartbeat*>(event);
-    if (m_measures && heartbeat->round == m_round)
-        m_longest = std::max<decltype(m_longest)>(m_longest, Time::now() - heartbeat->posted);
+    if (m_measures && round == m_round)
+        m_longest = std::max<decltype(m_longest)>(m_longest, std::chrono::steady_clock::now() - posted);
     m_underWay = false;
-    return true;
 }
 
 } // namespace folvane

@@ -15,7 +15,6 @@ class Watchdog : public QObject {
 
 public:
     Watchdog();
-    ~Watchdog() override;
 
     /// Forgets what was measured, and measures from now on.
     void start();
@@ -24,17 +23,15 @@ public:
     void resume();
     std::chrono::duration<double, std::milli> longest() const { return m_longest; }
 
-protected:
-    bool event(QEvent* event) override;
-
 private:
-    void beat(std::stop_token stop);
+    void beat(const std::stop_token& stop);
+    void handle(int round, std::chrono::steady_clock::time_point posted);
 
     std::atomic<int> m_round = 0; ///< a heartbeat of an earlier round does not count
     std::atomic<bool> m_measures = false;
     std::atomic<bool> m_underWay = false;
     std::chrono::duration<double, std::milli> m_longest{0};
-    std::jthread m_thread;
+    std::jthread m_thread; // last, so that it ends before what it touches goes
 };
 
 /// Pauses the watchdog while it lives.

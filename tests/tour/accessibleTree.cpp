@@ -3,6 +3,9 @@
 #include <QAbstractItemView>
 #include <QWidget>
 
+#include <algorithm>
+#include <array>
+
 namespace folvane {
 
 namespace {
@@ -39,19 +42,12 @@ QAccessibleInterface* find(QAccessibleInterface& item, const Fits& fits)
 
 bool isControl(QAccessible::Role role)
 {
-    switch (role) {
-    case QAccessible::PushButton:
-    case QAccessible::ButtonMenu:
-    case QAccessible::ButtonDropDown:
-    case QAccessible::CheckBox:
-    case QAccessible::RadioButton:
-    case QAccessible::Link:
-    case QAccessible::ListItem:
-    case QAccessible::PageTab:
-    case QAccessible::MenuItem:
-    case QAccessible::EditableText: return true;
-    default: return false;
-    }
+    constexpr std::array controls{QAccessible::PushButton,     QAccessible::ButtonMenu,
+                                  QAccessible::ButtonDropDown, QAccessible::CheckBox,
+                                  QAccessible::RadioButton,    QAccessible::Link,
+                                  QAccessible::ListItem,       QAccessible::PageTab,
+                                  QAccessible::MenuItem,       QAccessible::EditableText};
+    return std::ranges::find(controls, role) != controls.end();
 }
 
 } // namespace

@@ -27,7 +27,7 @@ int s_warnings = 0;
 // the window.
 void tellWarning(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
-    if (message.startsWith(QLatin1String("This plugin does not support")))
+    if (message.startsWith("This plugin does not support"))
         return;
     if (type != QtDebugMsg && type != QtInfoMsg)
         ++s_warnings;
@@ -38,32 +38,24 @@ Options readOptions()
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        QStringLiteral("Plays a person's way through the real windows, checks what comes "
-                       "out, and leaves a picture of every screen."));
-    const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption to(QStringLiteral("to"), QStringLiteral("Where the pictures go."),
-                                QStringLiteral("FOLDER"));
-    const QCommandLineOption pages(QStringLiteral("pages"), QStringLiteral("Pages of the large document."),
-                                   QStringLiteral("N"), QStringLiteral("5000"));
-    const QCommandLineOption only(QStringLiteral("only"), QStringLiteral("Play this step alone."),
-                                  QStringLiteral("STEP"));
-    const QCommandLineOption unscaled(QStringLiteral("unscaled"),
-                                      QStringLiteral("Leave out the round at 200 %."));
-    const QCommandLineOption rounds(QStringLiteral("rounds"),
-                                    QStringLiteral("How often the large document is browsed."),
-                                    QStringLiteral("N"), QStringLiteral("1"));
-    parser.addOptions({to, pages, rounds, only, unscaled});
-    parser.addPositionalArgument(QStringLiteral("FILES"), QStringLiteral("Files to show as well."),
-                                 QStringLiteral("[FILES]"));
+        "Plays a person's way through the real windows, checks what comes out, and leaves a "
+        "picture of every screen.");
+    parser.addHelpOption();
+    parser.addOptions({{"to", "Where the pictures go.", "FOLDER"},
+                       {"pages", "Pages of the large document.", "N", "5000"},
+                       {"rounds", "How often the large document is browsed.", "N", "1"},
+                       {"only", "Play this step alone.", "STEP"},
+                       {"unscaled", "Leave out the round at 200 %."}});
+    parser.addPositionalArgument("FILES", "Files to show as well.", "[FILES]");
     parser.process(*qApp);
-    const int count = parser.value(pages).toInt();
-    if (!parser.isSet(to) || count < 1) {
+    const int count = parser.value("pages").toInt();
+    if (!parser.isSet("to") || count < 1) {
         std::fprintf(stderr, "%s", qPrintable(parser.helpText()));
         std::exit(usageFault);
     }
-    Options options{{QDir(parser.value(to)), count, parser.value(rounds).toInt(), {}},
-                    parser.value(only),
-                    !parser.isSet(unscaled),
+    Options options{{QDir(parser.value("to")), count, parser.value("rounds").toInt(), {}},
+                    parser.value("only"),
+                    !parser.isSet("unscaled"),
                     parser.positionalArguments()};
     for (const QString& file : options.given)
         options.tour.given.append(QUrl::fromUserInput(file, QDir::currentPath(), QUrl::AssumeLocalFile));
@@ -94,20 +86,19 @@ void playScaled(const Options& options)
 {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QStringLiteral("2"));
+    environment.insert("QT_SCALE_FACTOR", "2");
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedChannels);
-    QStringList arguments{QStringLiteral("--to"), options.tour.folder.filePath(QStringLiteral("200")),
-                          QStringLiteral("--unscaled"), QStringLiteral("--pages"),
+    QStringList arguments{"--to", options.tour.folder.filePath("200"), "--unscaled", "--pages",
                           QString::number(options.tour.manyPages)};
     if (!options.only.isEmpty())
-        arguments += {QStringLiteral("--only"), options.only};
+        arguments += {"--only", options.only};
     std::printf("At 200 %%:\n");
     std::fflush(stdout);
     process.start(QCoreApplication::applicationFilePath(), arguments + options.given);
     if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit
         || process.exitCode() != 0)
-        throw TourFailed(QStringLiteral("The round at 200 % failed."));
+        throw TourFailed("The round at 200 % failed.");
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "tour/sampleFiles.h"
 
 #include "platform/files/writeFile.h"
+#include "support/madePdf.h"
 #include "support/tools.h"
 #include "tour/TourFailed.h"
 
@@ -53,65 +54,32 @@ QByteArray pageContent(const QString& word, int page, const QSize& size)
     return content;
 }
 
-/// Appends numbered objects and remembers where they stand.
-class ObjectFile {
-public:
-    void add(const QByteArray& body)
-    {
-        m_offsets.append(m_bytes.size());
-        m_bytes += QByteArray::number(m_offsets.size()) + " 0 obj\n" + body + "\nendobj\n";
-    }
-    QByteArray finished() const
-    {
-        const QByteArray count = QByteArray::number(m_offsets.size() + 1);
-        QByteArray end = "xref\n0 " + count + "\n0000000000 65535 f \n";
-        for (const qsizetype offset : m_offsets)
-            end += QByteArray::number(offset).rightJustified(10, '0') + " 00000 n \n";
-        return m_bytes + end + "trailer\n<< /Size " + count + " /Root 1 0 R >>\nstartxref\n"
-               + QByteArray::number(m_bytes.size()) + "\n%%EOF\n";
-    }
-
-private:
-    QByteArray m_bytes = "%PDF-1.7\n%\xe2\xe3\xcf\xd3\n";
-    QList<qsizetype> m_offsets;
-};
-
 } // namespace
 
 QUrl makeSample(const QString& path, int pages, Paper paper, const QString& word)
 {
-    constexpr int objectsBefore = 3; // catalogue, page tree, font
-    ObjectFile file;
-    file.add("<< /Type /Catalog /Pages 2 0 R >>");
-    QByteArray kids;
-    for (int page = 0; page < pages; ++page)
-        kids += QByteArray::number(objectsBefore + 1 + 2 * page) + " 0 R ";
-    file.add("<< /Type /Pages /Kids [" + kids + "] /Count " + QByteArray::number(pages) + " >>");
-    file.add("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica-Bold /Encoding /WinAnsiEncoding >>");
+    const QByteArray font = QByteArray::number(3 + 2 * pages); // behind the pages and their contents
+    QList<MadePage> made;
     for (int page = 1; page <= pages; ++page) {
         const QSize size = paper == Paper::Mixed && page % 5 == 0 ? lying : upright;
-        const QByteArray content = pageContent(word, page, size);
-        file.add("<< /Type /Page /Parent 2 0 R /Resources << /Font << /F1 3 0 R >> >> /MediaBox [0 0 "
-                 + QByteArray::number(size.width()) + ' ' + QByteArray::number(size.height()) + "] /Contents "
-                 + QByteArray::number(objectsBefore + 2 * page) + " 0 R >>");
-        file.add("<< /Length " + QByteArray::number(content.size()) + " >>\nstream\n" + content
-                 + "\nendstream");
+        const QByteArray box = QByteArray::number(size.width()) + ' ' + QByteArray::number(size.height());
+        made.append({pageContent(word, page, size),
+                     "/Resources << /Font << /F1 " + font + " 0 R >> >> /MediaBox [0 0 " + box + "]"});
     }
     const QUrl url = QUrl::fromLocalFile(path);
-    writeFile(url, file.finished());
+    writeFile(url, pdfOfPages(made, {},
+                              {"<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica-Bold "
+                               "/Encoding /WinAnsiEncoding >>"}));
     return url;
 }
 
 QUrl makeLocked(const QString& path, const QString& password)
 {
-    const QString open = path + QStringLiteral(".open");
+    const QString open = path + ".open";
     makeSample(open, 3);
-    const ToolResult made =
-        runTool(QStringLiteral("qpdf"), {QStringLiteral("--encrypt"), password, password,
-                                         QStringLiteral("256"), QStringLiteral("--"), open, path});
+    const ToolResult made = runTool("qpdf", {"--encrypt", password, password, "256", "--", open, path});
     if (made.exitCode != 0)
-        throw TourFailed(
-            QStringLiteral("qpdf could not lock a sample: %1").arg(QString::fromUtf8(made.errors)));
+        throw TourFailed("qpdf could not lock a sample: " + QString::fromUtf8(made.errors));
     return QUrl::fromLocalFile(path);
 }
 

@@ -10,7 +10,7 @@ enum class Paper { Upright, Mixed };
 
 /// A PDF whose page N says "WORD N"; the same bytes each time.
 QUrl makeSample(const QString& path, int pages, Paper paper = Paper::Upright,
-                const QString& word = QStringLiteral("Chapter"));
+                const QString& word = "Chapter");
 
 /// The same with this password, locked by another program than ours.
 QUrl makeLocked(const QString& path, const QString& password);

@@ -1,4 +1,3 @@
-#include "tour/sampleFiles.h"
 #include "tour/steps.h"
 
 namespace folvane {
@@ -6,39 +5,35 @@ namespace folvane {
 void showAlerts(Tour& tour)
 {
     AppModel& model = tour.model();
-    tour.stage().panels.openAnswers.enqueue({makeDamaged(tour.path(QStringLiteral("Broken.pdf")))});
-    tour.press(QStringLiteral("Open…"));
-    tour.waitUntilShown(QStringLiteral("The message about a damaged file"),
-                        [&model] { return model.errorMessage.value().has_value(); });
-    tour.picture(QStringLiteral("error"));
-    tour.press(QStringLiteral("OK"));
-    Tour::check(!model.errorMessage.value(), QStringLiteral("OK takes the message away"));
+    tour.openBy("Open…", {makeDamaged(tour.path("Broken.pdf"))});
+    tour.wait("The message about a damaged file",
+              [&model] { return model.errorMessage.value().has_value(); });
+    tour.picture("error");
+    tour.press("OK");
+    Tour::check(!model.errorMessage.value(), "OK takes the message away");
 
-    const OpenFilePtr report = tour.open({tour.sample(QStringLiteral("Annual report.pdf"), 12)});
-    tour.hand().key(Qt::Key_Delete);
-    tour.picture(QStringLiteral("error-of-deleting-nothing"));
-    tour.press(QStringLiteral("OK"));
+    const OpenFilePtr report = tour.openSample("Annual report.pdf", 12);
+    tour.keys({Qt::Key_Delete}, "error-of-deleting-nothing");
+    tour.press("OK");
 
-    tour.press(QStringLiteral("Rotate Right"));
-    const OpenFilePtr letter = tour.open({tour.sample(QStringLiteral("Letter.pdf"), 1)});
-    tour.press(QStringLiteral("Rotate Left"));
-    tour.waitUntilShown(QStringLiteral("The turning"), [&] { return report->isEdited && letter->isEdited; });
-    tour.openMenu(QStringLiteral("File"));
-    tour.choose(QStringLiteral("Close File"));
-    tour.picture(QStringLiteral("closing-question"));
-    tour.press(QStringLiteral("Cancel"));
-    Tour::check(model.files.value().size() == 2, QStringLiteral("Cancel keeps the document"));
+    tour.turn("Rotate Right");
+    tour.openSample("Letter.pdf", 1);
+    tour.turn("Rotate Left");
+    tour.openMenu("File");
+    tour.choose("Close File", "closing-question");
+    tour.press("Cancel");
+    Tour::check(model.files.value().size() == 2, "Cancel keeps the document");
 
     tour.hand().key(Qt::Key_Q, Qt::ControlModifier);
-    tour.picture(QStringLiteral("quit-question"));
-    tour.press(QStringLiteral("Cancel"));
+    tour.picture("quit-question");
+    tour.press("Cancel");
 
-    tour.openMenu(QStringLiteral("File"));
-    tour.choose(QStringLiteral("Close File"));
-    tour.press(QStringLiteral("Don't Save"));
+    tour.openMenu("File");
+    tour.choose("Close File");
+    tour.press("Don't Save");
     Tour::check(model.files.value() == QList{report} && tour.shown() == report,
-                QStringLiteral("Don't Save closes the document, and the other is shown"));
-    tour.picture(QStringLiteral("after-closing"));
+                "Don't Save closes the document, and the other is shown");
+    tour.picture("after-closing");
 }
 
 } // namespace folvane

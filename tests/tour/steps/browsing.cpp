@@ -1,16 +1,13 @@
 #include "shell/pageGrid/PageGrid.h"
-#include "tour/TourFailed.h"
 #include "tour/steps.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QScrollBar>
-#include <QSize>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <initializer_list>
 
 #include <unistd.h>
 
@@ -26,14 +23,6 @@ constexpr bool memoryIsOurs = false; // most of it is the sanitizer's
 constexpr bool memoryIsOurs = true;
 #endif
 
-qint64 residentMemory()
-{
-    QFile file(QStringLiteral("/proc/self/statm"));
-    if (!file.open(QIODevice::ReadOnly))
-        throw TourFailed(QStringLiteral("The system does not tell the memory of the process."));
-    return file.readAll().split(' ').at(1).toLongLong() * sysconf(_SC_PAGESIZE);
-}
-
 enum class Pace {
     Reading, ///< each screen is looked at
     Leafing, ///< now and then one is
@@ -48,24 +37,15 @@ void browseTo(Tour& tour, int offset, Pace pace)
         bar.setValue(std::abs(offset - bar.value()) < bar.pageStep() ? offset : bar.value() + step);
         QCoreApplication::processEvents();
         if (pace == Pace::Reading || screen % betweenLooks == 0)
-            tour.waitUntilShown(QStringLiteral("The coming of all page pictures"),
-                                [&tour] { return tour.grid().isComplete(); });
+            tour.waitForPages();
     }
-}
-
-/// From one end to the other and back, in a window of this size.
-void browseBothWays(Tour& tour, const QSize& size)
-{
-    tour.window().resize(size);
-    tour.waitUntilShown(QStringLiteral("The resizing of the window"),
-                        [&tour, size] { return tour.window().size() == size; });
-    browseTo(tour, tour.grid().verticalScrollBar()->maximum(), Pace::Leafing);
-    browseTo(tour, 0, Pace::Leafing);
 }
 
 void checkMemory()
 {
-    const qint64 resident = residentMemory();
+    QFile file("/proc/self/statm");
+    Tour::check(file.open(QIODevice::ReadOnly), "the system tells the memory of the process");
+    const qint64 resident = file.readAll().split(' ').at(1).toLongLong() * sysconf(_SC_PAGESIZE);
     std::printf("browsing     %lld MB resident\n", static_cast<long long>(resident / 1'000'000));
     Tour::check(!memoryIsOurs || resident < mostMemory,
                 QStringLiteral("less than 250 MB are resident, not %1").arg(resident));
@@ -76,16 +56,18 @@ void checkMemory()
 void showBrowsing(Tour& tour)
 {
     const int pages = tour.options().manyPages;
-    tour.open({tour.sample(QStringLiteral("Archive.pdf"), pages)});
-    const int read =
-        int(qint64(tour.grid().verticalScrollBar()->maximum()) * std::min(readPages, pages) / pages);
-    browseTo(tour, read, Pace::Reading);
+    tour.openSample("Archive.pdf", pages);
+    const QScrollBar& bar = *tour.grid().verticalScrollBar();
+    browseTo(tour, int(qint64(bar.maximum()) * std::min(readPages, pages) / pages), Pace::Reading);
     browseTo(tour, 0, Pace::Reading);
     for (int round = 0; round < tour.options().rounds; ++round) {
-        for (const QSize& size : {tour.window().minimumSize(), QSize(1440, 900), QSize(1920, 1080)})
-            browseBothWays(tour, size);
+        for (const QSize& size : {tour.window().minimumSize(), QSize(1440, 900), QSize(1920, 1080)}) {
+            tour.resize(size);
+            browseTo(tour, bar.maximum(), Pace::Leafing);
+            browseTo(tour, 0, Pace::Leafing);
+        }
     }
-    tour.picture(QStringLiteral("after-browsing-a-long-document"));
+    tour.picture("after-browsing-a-long-document");
     checkMemory();
 }
 

@@ -1,11 +1,8 @@
 #include "controls/ChoiceRow.h"
-#include "controls/StepSlider.h"
 #include "platform/files/writeFile.h"
 #include "platform/texts/localeTexts.h"
-#include "shell/pageGrid/PageGrid.h"
 #include "tools/pdfSamples.h"
 #include "tour/TourFailed.h"
-#include "tour/sampleFiles.h"
 #include "tour/steps.h"
 
 #include <QFileInfo>
@@ -16,10 +13,9 @@ namespace {
 
 ChoiceRow& row(Tour& tour, const QString& title)
 {
-    for (ChoiceRow* row : tour.hand().top().findChildren<ChoiceRow*>()) {
+    for (ChoiceRow* row : tour.hand().top().findChildren<ChoiceRow*>())
         if (row->text().startsWith(title))
             return *row;
-    }
     throw TourFailed(QStringLiteral("There is no row “%1”.").arg(title));
 }
 
@@ -36,25 +32,16 @@ QString value(Tour& tour, const QString& title)
     return shown.accessibleName().mid(shown.text().size() + 2);
 }
 
-void waitFor(Tour& tour, const QString& title)
+void waitFor(Tour& tour, const QString& title, const QString& picture)
 {
-    tour.waitUntilShown(QStringLiteral("The size of “%1”").arg(title),
-                        [&tour, title] { return !value(tour, title).isEmpty(); });
+    tour.wait("The size of " + title, [&] { return !value(tour, title).isEmpty(); });
+    tour.picture(picture);
 }
 
-void openSheet(Tour& tour, const QUrl& file)
+void showSheet(Tour& tour, bool isThere)
 {
-    tour.open({file});
-    tour.press(QStringLiteral("Compress"));
-    tour.waitUntilShown(QStringLiteral("The sheet"),
-                        [&tour] { return tour.model().sheet.value().has_value(); });
-}
-
-void closeSheet(Tour& tour)
-{
-    tour.hand().key(Qt::Key_Escape);
-    tour.waitUntilShown(QStringLiteral("The end of the sheet"),
-                        [&tour] { return !tour.model().sheet.value(); });
+    isThere ? tour.press("Compress") : tour.keys({Qt::Key_Escape});
+    tour.wait("The sheet", [&] { return tour.model().sheet.value().has_value() == isThere; });
 }
 
 QUrl photos(Tour& tour, const QString& name, int pages)
@@ -63,59 +50,46 @@ QUrl photos(Tour& tour, const QString& name, int pages)
     return putPhotos(tour.path(name), pages);
 }
 
-void fitToLimits(Tour& tour)
-{
-    choose(tour, QStringLiteral("Up to"));
-    tour.movingPicture(QStringLiteral("compress-searching"));
-    waitFor(tour, QStringLiteral("Up to"));
-    tour.picture(QStringLiteral("compress-up-to"));
-    tour.hand().key(Qt::Key_Tab);
-    tour.hand().key(Qt::Key_Home);
-    waitFor(tour, QStringLiteral("Up to"));
-    tour.picture(QStringLiteral("compress-out-of-reach"));
-}
-
 void saveSmall(Tour& tour)
 {
-    choose(tour, QStringLiteral("Small"));
-    const QString size = value(tour, QStringLiteral("Small"));
-    const QString path = tour.path(QStringLiteral("Smaller.pdf"));
-    tour.stage().panels.saveAnswers.enqueue(QUrl::fromLocalFile(path));
-    tour.hand().key(Qt::Key_Return);
-    tour.waitUntilShown(QStringLiteral("The saving of the small copy"),
-                        [&tour] { return tour.model().toast.value().has_value(); });
+    choose(tour, "Small");
+    const QString size = value(tour, "Small");
+    const QString path = tour.save("Smaller.pdf", [&tour] { tour.keys({Qt::Key_Return}); });
     const Unwatched unwatched(tour.watchdog());
-    Tour::check(byteCount(QFileInfo(path).size()) == size,
-                QStringLiteral("the saved copy is as large as the sheet said"));
-    Tour::check(checkedTexts(path).size() == 12, QStringLiteral("the small copy has all pages"));
+    Tour::check(byteCount(QFileInfo(path).size()) == size, "the saved copy is as large as the sheet said");
+    Tour::check(checkedTexts(path).size() == 12, "the small copy has all pages");
 }
 
 } // namespace
 
 void showCompressing(Tour& tour)
 {
-    openSheet(tour, photos(tour, QStringLiteral("Summer in the mountains.pdf"), 12));
-    tour.movingPicture(QStringLiteral("compress-measuring"));
-    waitFor(tour, QStringLiteral("Small"));
-    tour.picture(QStringLiteral("compress-measured"));
-    tour.hand().key(Qt::Key_Down);
-    Tour::check(row(tour, QStringLiteral("Small")).isChecked(), QStringLiteral("the arrow keys choose"));
-    tour.picture(QStringLiteral("compress-by-keyboard"));
-    fitToLimits(tour);
+    tour.open({photos(tour, "Summer in the mountains.pdf", 12)});
+    showSheet(tour, true);
+    tour.movingPicture("compress-measuring");
+    waitFor(tour, "Small", "compress-measured");
+    tour.keys({Qt::Key_Down});
+    Tour::check(row(tour, "Small").isChecked(), "the arrow keys choose");
+    tour.picture("compress-by-keyboard");
+    choose(tour, "Up to");
+    tour.movingPicture("compress-searching");
+    waitFor(tour, "Up to", "compress-up-to");
+    tour.keys({Qt::Key_Tab, Qt::Key_Home});
+    waitFor(tour, "Up to", "compress-out-of-reach");
     saveSmall(tour);
 
-    openSheet(tour, tour.sample(QStringLiteral("Annual report.pdf"), 30));
-    waitFor(tour, QStringLiteral("Small"));
-    tour.picture(QStringLiteral("compress-mostly-text"));
-    closeSheet(tour);
+    tour.openSample("Annual report.pdf", 30);
+    showSheet(tour, true);
+    waitFor(tour, "Small", "compress-mostly-text");
+    showSheet(tour, false);
 
-    const QUrl gone = tour.sample(QStringLiteral("Old lease.pdf"), 3);
+    const QUrl gone = tour.sample("Old lease.pdf", 3);
     tour.open({gone});
-    tour.waitUntilShown(QStringLiteral("The pages"), [&tour] { return tour.grid().isComplete(); });
+    tour.waitForPages();
     writeFile(gone, "It was cut meanwhile.");
-    tour.press(QStringLiteral("Compress"));
-    tour.movingPicture(QStringLiteral("compress-error"));
-    closeSheet(tour);
+    tour.press("Compress");
+    tour.movingPicture("compress-error");
+    showSheet(tour, false);
 }
 
 } // namespace folvane

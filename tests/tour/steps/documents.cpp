@@ -1,5 +1,4 @@
 #include "shell/pageGrid/PageGrid.h"
-#include "tour/sampleFiles.h"
 #include "tour/steps.h"
 
 #include <QCoreApplication>
@@ -24,23 +23,23 @@ void scrollThrough(Tour& tour)
 
 void showDocuments(Tour& tour)
 {
-    const OpenFilePtr one = tour.open({tour.sample(QStringLiteral("Letter.pdf"), 1)});
-    tour.picture(QStringLiteral("document-of-1-page"));
-    Tour::check(one->pages.value().size() == 1, QStringLiteral("the letter has one page"));
+    const OpenFilePtr one = tour.openSample("Letter.pdf", 1);
+    tour.picture("document-of-1-page");
+    Tour::check(one->pages.value().size() == 1, "the letter has one page");
 
-    tour.open({tour.sample(QStringLiteral("Annual report.pdf"), 12, Paper::Mixed)});
-    tour.picture(QStringLiteral("document-of-12-pages"));
+    tour.openSample("Annual report.pdf", 12, Paper::Mixed);
+    tour.picture("document-of-12-pages");
 
     const int many = tour.options().manyPages;
-    const OpenFilePtr large = tour.open({tour.sample(QStringLiteral("Archive.pdf"), many)});
-    Tour::check(int(large->pages.value().size()) == many, QStringLiteral("the archive has all its pages"));
-    tour.picture(QStringLiteral("document-of-many-pages"));
+    const OpenFilePtr large = tour.openSample("Archive.pdf", many);
+    Tour::check(int(large->pages.value().size()) == many, "the archive has all its pages");
+    tour.picture("document-of-many-pages");
     scrollThrough(tour);
-    tour.movingPicture(QStringLiteral("document-of-many-pages-arriving-at-its-end"));
-    tour.picture(QStringLiteral("document-of-many-pages-at-its-end"));
+    tour.movingPicture("document-of-many-pages-arriving-at-its-end");
+    tour.picture("document-of-many-pages-at-its-end");
 
-    tour.open({makePicture(tour.path(QStringLiteral("Hills.png")))});
-    tour.picture(QStringLiteral("document-of-a-picture"));
+    tour.open({makePicture(tour.path("Hills.png"))});
+    tour.picture("document-of-a-picture");
 }
 
 } // namespace folvane

@@ -1,6 +1,4 @@
-#include "shell/RootView.h"
 #include "shell/sidebar/SidebarView.h"
-#include "tour/sampleFiles.h"
 #include "tour/steps.h"
 
 #include <QSplitter>
@@ -9,62 +7,42 @@ namespace folvane {
 
 namespace {
 
-constexpr QSize large{1920, 1080};
-
-void resize(Tour& tour, const QSize& size)
-{
-    tour.window().resize(size);
-    tour.waitUntilShown(QStringLiteral("The resizing of the window"),
-                        [&tour, size] { return tour.window().size() == size; });
-}
-
-QSize smallest(Tour& tour)
-{
-    return tour.window().minimumSize();
-}
-
 /// The least room that the bar over a document gets.
 void showNarrowest(Tour& tour)
 {
-    resize(tour, smallest(tour));
-    const auto* sidebar = tour.window().findChild<SidebarView*>();
-    tour.window().findChild<QSplitter*>()->setSizes(
-        {sidebar->maximumWidth(), tour.window().width() - sidebar->maximumWidth()});
-    tour.picture(QStringLiteral("narrowest-document"));
-    tour.press(QStringLiteral("More"));
-    tour.picture(QStringLiteral("narrowest-menu-more"));
-    tour.hand().key(Qt::Key_Escape);
-    tour.press(QStringLiteral("Compress"));
-    tour.picture(QStringLiteral("narrowest-compress"));
-    tour.hand().key(Qt::Key_Escape);
-    tour.press(QStringLiteral("Merge PDFs"));
-    tour.picture(QStringLiteral("narrowest-merge-empty"));
+    tour.resize(tour.window().minimumSize());
+    const int sidebar = tour.window().findChild<SidebarView*>()->maximumWidth();
+    tour.window().findChild<QSplitter*>()->setSizes({sidebar, tour.window().width() - sidebar});
+    tour.picture("narrowest-document");
+    tour.press("More", "narrowest-menu-more");
+    tour.keys({Qt::Key_Escape});
+    tour.press("Compress", "narrowest-compress");
+    tour.keys({Qt::Key_Escape});
+    tour.press("Merge PDFs", "narrowest-merge-empty");
 }
 
 /// The sidebar goes and comes back by the View menu.
 void hideSidebar(Tour& tour)
 {
-    resize(tour, smallest(tour));
-    tour.openMenu(QStringLiteral("View"));
-    tour.choose(QStringLiteral("Hide Sidebar"));
-    tour.picture(QStringLiteral("sidebar-hidden"));
-    Tour::check(!tour.has(QStringLiteral("Home")), QStringLiteral("a hidden sidebar has no rows"));
-    tour.openMenu(QStringLiteral("View"));
-    tour.choose(QStringLiteral("Show Sidebar"));
-    Tour::check(tour.has(QStringLiteral("Home")), QStringLiteral("the sidebar comes back"));
+    tour.resize(tour.window().minimumSize());
+    tour.openMenu("View");
+    tour.choose("Hide Sidebar", "sidebar-hidden");
+    Tour::check(!tour.has("Home"), "a hidden sidebar has no rows");
+    tour.openMenu("View");
+    tour.choose("Show Sidebar");
+    Tour::check(tour.has("Home"), "the sidebar comes back");
 }
 
 void showAt(Tour& tour, const QSize& size)
 {
-    resize(tour, size);
+    tour.resize(size);
     const QString suffix = QStringLiteral("-%1x%2").arg(size.width()).arg(size.height());
-    tour.press(QStringLiteral("Home"));
-    tour.picture(QStringLiteral("home") + suffix);
+    tour.press("Home", "home" + suffix);
     tour.model().destination = Destination::file(tour.model().files.value().last()->id);
-    tour.picture(QStringLiteral("document") + suffix);
-    tour.model().errorMessage = QStringLiteral("“Broken.pdf” can't be read. It may be damaged.");
-    tour.picture(QStringLiteral("error") + suffix);
-    tour.press(QStringLiteral("OK"));
+    tour.picture("document" + suffix);
+    tour.model().errorMessage = "“Broken.pdf” can't be read. It may be damaged.";
+    tour.picture("error" + suffix);
+    tour.press("OK");
 }
 
 } // namespace
@@ -72,9 +50,9 @@ void showAt(Tour& tour, const QSize& size)
 void showSizes(Tour& tour)
 {
     for (int number = 1; number <= 9; ++number)
-        tour.open({tour.sample(QStringLiteral("Volume %1.pdf").arg(number), 10 * number, Paper::Mixed)});
-    showAt(tour, smallest(tour));
-    showAt(tour, large);
+        tour.openSample(QStringLiteral("Volume %1.pdf").arg(number), 10 * number, Paper::Mixed);
+    showAt(tour, tour.window().minimumSize());
+    showAt(tour, {1920, 1080});
     hideSidebar(tour);
     showNarrowest(tour);
 }
