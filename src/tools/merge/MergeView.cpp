@@ -9,7 +9,6 @@
 #include "controls/popUpBelow.h"
 #include "controls/style/Theme.h"
 #include "controls/style/continuousRect.h"
-#include "controls/style/visualMargin.h"
 #include "platform/tasks/spawn.h"
 #include "tools/merge/MergeList.h"
 #include "viewParts/choosingFiles.h"
