@@ -113,19 +113,8 @@ TEST_F(CopyingTest, NothingOfALeftOutPageStaysInTheFile)
     for (const char* gone : {"secret2", "secret3", "only-on-3", "signature", "(Two)", "(Three)",
                              "attached words", "/StructTreeRoot", "/StructParents", "(end)"})
         EXPECT_FALSE(first.contains(gone)) << gone;
-    EXPECT_TRUE(first.contains("/Hidden")) << "the layer of page 1 stays";
-}
-
-TEST_F(CopyingTest, TitleAndAuthorTravelFromOneSourceOnly)
-{
-    const QUrl a = opened("a.pdf", book("A"));
-    const QByteArray alone = plainText(built(a, {0}));
-    EXPECT_TRUE(alone.contains("/Title (The A)") && alone.contains("/Author (Somebody)"));
-    EXPECT_FALSE(alone.contains("/Creator"));
-    BuildPlan merged;
-    add(merged, a, {0});
-    add(merged, opened("b.pdf", book("B")), {0});
-    EXPECT_FALSE(plainText(built(merged)).contains("/Info"));
+    for (const char* kept : {"/Hidden", "/Title (The A)", "/Author (Somebody)"})
+        EXPECT_TRUE(first.contains(kept)) << kept;
 }
 
 TEST_F(CopyingTest, LayersAreSharedByCopiesAndStayHidden)
@@ -158,7 +147,8 @@ TEST_F(CopyingTest, MergedBooksStayApart)
                                         "signature+1@5=", "signature@2="}));
     const QByteArray plain = plainText(merged);
     EXPECT_EQ(plain.count("/Type /OutputIntent"), 1) << "the same condition once";
-    EXPECT_FALSE(plain.contains("/StructTreeRoot"));
+    for (const char* left : {"/StructTreeRoot", "/Info", "/Title (The"})
+        EXPECT_FALSE(plain.contains(left)) << left;
 }
 
 TEST_F(CopyingTest, PagesKeepTheirLabels)

@@ -120,13 +120,6 @@ const LookCase looks[] = {
       "<< /Type /Annot /Subtype /Square /F 2 /Rect [10 0 20 10] /AP << /N 7 0 R >> >>",
       pdfStream("/Type /XObject /Subtype /Form /BBox [0 0 10 10]", "0 0 1 rg 0 0 10 10 re f")},
      "/AcroForm << /Fields [5 0 R] >>"},
-    {"HiddenLayersStayHidden",
-     "/Resources << /Properties << /Off 5 0 R /On 6 0 R >> >>",
-     "/OC /Off BDC 1 0 0 rg 0 0 10 20 re f EMC /OC /On BDC 0 1 0 rg 10 0 10 20 re f EMC",
-     white,
-     green,
-     {"<< /Type /OCG /Name (off) >>", "<< /Type /OCG /Name (on) >>"},
-     "/OCProperties << /OCGs [5 0 R 6 0 R] /D << /Order [5 0 R 6 0 R] /OFF [5 0 R] >> >>"},
     {"DashesWithoutNumberBecomeALine", {}, "40 w [0.00001] 0 d 0 10 m 20 10 l S", black, black}};
 
 INSTANTIATE_TEST_SUITE_P(Rows, PageRasteriserLooks, testing::ValuesIn(looks),
