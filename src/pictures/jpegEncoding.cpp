@@ -16,14 +16,14 @@ constexpr qsizetype leastRoom = 64 * 1024;
 constexpr qint64 keptAtMost = qint64(160) << 20;
 
 /// Where the file comes to lie: grown as it fills.
-struct Destination {
+struct GrowingFile {
     jpeg_destination_mgr base{};
     QByteArray bytes;
 };
 
-Destination& destinationOf(j_compress_ptr codec)
+GrowingFile& fileOf(j_compress_ptr codec)
 {
-    return *reinterpret_cast<Destination*>(codec->dest); // base is its first member
+    return *reinterpret_cast<GrowingFile*>(codec->dest); // base is its first member
 }
 
 bool grow(QByteArray& bytes)
@@ -38,12 +38,12 @@ bool grow(QByteArray& bytes)
 
 void makeRoom(j_compress_ptr codec)
 {
-    Destination& destination = destinationOf(codec);
-    const qsizetype used = destination.bytes.size();
-    if (!grow(destination.bytes))
+    GrowingFile& file = fileOf(codec);
+    const qsizetype used = file.bytes.size();
+    if (!grow(file.bytes))
         ERREXIT1(codec, JERR_OUT_OF_MEMORY, 0);
-    destination.base.next_output_byte = reinterpret_cast<JOCTET*>(destination.bytes.data()) + used;
-    destination.base.free_in_buffer = static_cast<size_t>(destination.bytes.size() - used);
+    file.base.next_output_byte = reinterpret_cast<JOCTET*>(file.bytes.data()) + used;
+    file.base.free_in_buffer = static_cast<size_t>(file.bytes.size() - used);
 }
 
 boolean onFull(j_compress_ptr codec)
@@ -54,8 +54,8 @@ boolean onFull(j_compress_ptr codec)
 
 void onEnd(j_compress_ptr codec)
 {
-    Destination& destination = destinationOf(codec);
-    destination.bytes.chop(static_cast<qsizetype>(destination.base.free_in_buffer));
+    GrowingFile& file = fileOf(codec);
+    file.bytes.chop(static_cast<qsizetype>(file.base.free_in_buffer));
 }
 
 J_COLOR_SPACE colourSpace(int channels)
@@ -80,9 +80,9 @@ public:
     explicit Encoder(const std::stop_token& stop)
     {
         m_errors.stopBy(stop);
-        m_destination.base.init_destination = makeRoom;
-        m_destination.base.empty_output_buffer = onFull;
-        m_destination.base.term_destination = onEnd;
+        m_file.base.init_destination = makeRoom;
+        m_file.base.empty_output_buffer = onFull;
+        m_file.base.term_destination = onEnd;
     }
     ~Encoder() { jpeg_destroy_compress(&m_codec); }
     Q_DISABLE_COPY_MOVE(Encoder)
@@ -102,15 +102,15 @@ public:
 
     QByteArray takeBytes()
     {
-        m_destination.bytes.squeeze();
-        return std::move(m_destination.bytes);
+        m_file.bytes.squeeze();
+        return std::move(m_file.bytes);
     }
 
 private:
     void start(const SampleView& picture, int quality)
     {
         m_errors.create(m_codec, [](jpeg_compress_struct& codec) { jpeg_create_compress(&codec); });
-        m_codec.dest = &m_destination.base;
+        m_codec.dest = &m_file.base;
         m_codec.image_width = static_cast<unsigned>(picture.size.width());
         m_codec.image_height = static_cast<unsigned>(picture.size.height());
         m_codec.input_components = picture.channels;
@@ -124,7 +124,7 @@ private:
     }
 
     JpegErrors m_errors;
-    Destination m_destination;
+    GrowingFile m_file;
     jpeg_compress_struct m_codec{};
 };
 

@@ -9,7 +9,7 @@
 
 namespace folvane::lcms {
 
-struct Free {
+struct FreeCurve {
     void operator()(cmsToneCurve* curve) const { cmsFreeToneCurve(curve); }
 };
 struct CloseProfile {
@@ -18,7 +18,7 @@ struct CloseProfile {
 struct DeleteTransform {
     void operator()(void* transform) const { cmsDeleteTransform(transform); }
 };
-using Curve = std::unique_ptr<cmsToneCurve, Free>;
+using Curve = std::unique_ptr<cmsToneCurve, FreeCurve>;
 using Profile = std::unique_ptr<void, CloseProfile>;
 using Transform = std::unique_ptr<void, DeleteTransform>;
 

@@ -14,14 +14,14 @@ namespace folvane {
 
 namespace {
 
-struct Free {
+struct FreeReply {
     void operator()(void* memory) const { std::free(memory); }
 };
 
 xcb_atom_t atom(xcb_connection_t* connection, const char* name)
 {
     const auto cookie = xcb_intern_atom(connection, 0, uint16_t(std::strlen(name)), name);
-    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(
+    const std::unique_ptr<xcb_intern_atom_reply_t, FreeReply> reply(
         xcb_intern_atom_reply(connection, cookie, nullptr));
     return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
 }

@@ -12,7 +12,7 @@ namespace {
 
 /// Who waits for a job. A coroutine whose thread has no event loop any more waits until the process ends, since what it
 /// would go on with has gone; this keeps it from looking lost meanwhile.
-class Waiting {
+class WaitingCoroutines {
 public:
     static void add(std::coroutine_handle<> one)
     {
@@ -66,7 +66,7 @@ public:
     /// By the event loop, also when the end has come already: nobody goes on in the middle of asking.
     void resumeAtEnd(std::coroutine_handle<> waiting)
     {
-        Waiting::add(waiting);
+        WaitingCoroutines::add(waiting);
         const std::scoped_lock lock(m_mutex);
         m_waiting = waiting;
         if (m_ended)
@@ -88,7 +88,7 @@ private:
     {
         if (QObject* loop = QAbstractEventDispatcher::instance(m_home))
             QMetaObject::invokeMethod(
-                loop, [waiting = m_waiting] { Waiting::resume(waiting); }, Qt::QueuedConnection);
+                loop, [waiting = m_waiting] { WaitingCoroutines::resume(waiting); }, Qt::QueuedConnection);
     }
 
     std::atomic<bool> m_claimed = false;
