@@ -41,7 +41,7 @@ QByteArray png(const QImage& image)
 /// A JPEG with an EXIF segment that holds nothing but the orientation.
 QByteArray orientedJpeg(const QImage& image, int orientation)
 {
-    QByteArray exif("Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0", 26);
+    QByteArray exif("Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0", 25);
     exif += static_cast<char>(orientation);
     exif += QByteArray("\0\0\0\0\0\0", 6);
     const auto length = static_cast<char>(exif.size() + 2);
@@ -78,8 +78,7 @@ TEST_P(Orientations, KeepTheBytesAndTurnThePage)
     QImageReader upright(path("photo.jpg"));
     upright.setAutoTransform(true);
     const QImage shown = upright.read();
-    EXPECT_EQ(engine.displaySize({source, 0}, 0),
-              QSizeF(shown.width() > shown.height() ? QSize(842, 421) : QSize(421, 842)));
+    EXPECT_EQ(engine.displaySize({source, 0}, 0), GetParam() < 5 ? QSizeF(842, 421) : QSizeF(421, 842));
     EXPECT_LT(largestCellDifference(drawn(source, 0, 842), shown, 4), 12);
 }
 
