@@ -71,7 +71,6 @@ public:
 
     // saving.cpp
     QCoro::Task<std::optional<QUrl>> chooseSaveURL(QString name, std::optional<QUrl> near);
-    QCoro::Task<std::optional<QUrl>> chooseFolder(std::optional<QUrl> near, QString prompt);
     void run(QString title, Job work) { m_jobs.run(title, work); }
     void write(BuildPlan plan, QUrl url, QString title, Action onSaved = [] {});
     QCoro::Task<> save(QByteArray data, QString name, std::optional<QUrl> near);
@@ -124,11 +123,12 @@ private:
     Services m_services;
     Thumbnails m_thumbnails;
     std::stop_source m_end; ///< stopped first: a coroutine that goes on afterwards must not touch the model
+    QSet<QUrl> m_mergeSources; ///< of the rows to merge, when they last changed
     const std::shared_ptr<Sources> m_sources;
+    // What follows ends coroutines when it goes, and they let go of their sources.
     PasswordQuestions m_questions{passwordRequest, *m_sources};
     Toaster m_toaster{toast, m_services.clock};
     JobRunner m_jobs{{busy, errorMessage}};
-    QSet<QUrl> m_mergeSources; ///< of the rows to merge, when they last changed
     QPropertyNotifier m_onMerge;
 };
 

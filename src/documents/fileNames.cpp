@@ -49,6 +49,11 @@ QUrl folderOf(const QUrl& file)
     return file.adjusted(QUrl::StripTrailingSlash).adjusted(QUrl::RemoveFilename | QUrl::StripTrailingSlash);
 }
 
+std::optional<QUrl> folderOf(const std::optional<QUrl>& file)
+{
+    return file ? std::optional(folderOf(*file)) : std::nullopt;
+}
+
 qsizetype longestSuggestedName()
 {
     return longestName - longestEnding;

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QUrl>
 
+#include <optional>
+
 namespace folvane {
 
 // Names of files, as messages show them and as new files get them.
@@ -18,8 +20,9 @@ QString lastPathComponent(const QUrl& url);
 QString nameWithoutEnding(const QUrl& url);
 /// The name with ".pdf", which is not added when it is there.
 QString withPdfEnding(const QString& name);
-/// The folder that holds the file.
+/// The folder that holds the file; where a panel starts.
 QUrl folderOf(const QUrl& file);
+std::optional<QUrl> folderOf(const std::optional<QUrl>& file);
 /// `base` and `tail`, such as " (edited)". The base is cut where that would be longer than the name of a file can be,
 /// with an ending and a number behind it.
 QString nameWithTail(const QString& base, const QString& tail);

@@ -15,11 +15,6 @@ namespace folvane {
 
 namespace {
 
-std::optional<QUrl> folderNear(const std::optional<QUrl>& near)
-{
-    return near ? std::optional(folderOf(*near)) : std::nullopt;
-}
-
 QUrl withName(QUrl url, const QString& name)
 {
     return QUrl::fromLocalFile(QFileInfo(url.toLocalFile()).absolutePath() + u'/' + name);
@@ -37,7 +32,7 @@ bool exists(const QUrl& url)
 QCoro::Task<std::optional<QUrl>> AppModel::chooseSaveURL(QString name, std::optional<QUrl> near)
 {
     Panels& panels = m_services.panels;
-    SavePanel panel{withPdfEnding(name), folderNear(near)};
+    SavePanel panel{withPdfEnding(name), folderOf(near)};
     for (;;) {
         const std::optional<QUrl> chosen = co_await panels.chooseSave(panel);
         if (!chosen || fileKind(*chosen) == FileKind::Pdf)
@@ -50,11 +45,6 @@ QCoro::Task<std::optional<QUrl>> AppModel::chooseSaveURL(QString name, std::opti
             co_return completed;
         panel = SavePanel{lastPathComponent(completed), folderOf(completed)};
     }
-}
-
-QCoro::Task<std::optional<QUrl>> AppModel::chooseFolder(std::optional<QUrl> near, QString prompt)
-{
-    return m_services.panels.chooseFolder(FolderPanel{folderNear(near), prompt});
 }
 
 bool AppModel::refuseInUse(const QUrl& url)

@@ -10,7 +10,8 @@ QCoro::Task<> AppModel::writeFiles(QList<FileName> items, std::optional<QUrl> ne
                                    QString title, MakeFile make)
 {
     const std::stop_token ended = m_end.get_token();
-    const std::optional<QUrl> folder = co_await chooseFolder(near, prompt);
+    const FolderPanel panel{folderOf(near), prompt};
+    const std::optional<QUrl> folder = co_await m_services.panels.chooseFolder(panel);
     if (ended.stop_requested() || !folder)
         co_return;
     run(title, [this, items, folder, make](std::stop_token stop) {

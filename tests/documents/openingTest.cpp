@@ -171,6 +171,7 @@ TEST_F(Opening, SeesThatAnotherFileHasTheNameUnlessWorkUsesTheOldOne)
 
 TEST_F(Opening, EndsWhenTheModelGoes)
 {
+    await(model->addToMerge({putPdf("d.pdf", 1)})); // what openings let go of is compared with what rows need
     QCoro::Task<> asking = model->open({putLockedPdf("a.pdf", 1, "a"), putPdf("c.pdf", 1)});
     QCoro::Task<> waiting = model->open({putLockedPdf("b.pdf", 1, "b")});
     drainEngine();
