@@ -34,7 +34,7 @@ class PdfReader:
     @staticmethod
     def of(path, streams=False):
         """None when qpdf cannot read the file."""
-        keys = [f"--json-key={key}" for key in ("qpdf", "pages", "acroform")]
+        keys = [f"--json-key={key}" for key in ("qpdf", "pages")]
         data = f"--json-stream-data={'inline' if streams else 'none'}"
         said = run("qpdf", "--json=2", data, "--decode-level=generalized", *keys, path)[1]
         try:
@@ -81,9 +81,12 @@ class PdfReader:
 
     def fields(self):
         """Name, kind and value of each widget on a page, with the place of that page. Signatures keep no value."""
-        return [((field["fullname"], field["fieldtype"],
-                  field["fieldtype"] != "/Sig" and json.dumps(self._told(field["value"]))), field["pageposfrom1"] - 1)
-                for field in self._whole["acroform"]["fields"] if field["pageposfrom1"]]
+        places = {}
+        for place, page in enumerate(self.pages):
+            for annotation in self.get(page, "/Annots") or []:
+                places.setdefault(str(annotation), []).append(place)
+        widgets = self._widgets(self.get(self.root, "/AcroForm", "/Fields"), "", {}, set())
+        return [(field, place) for widget, field in widgets for place in places.get(widget, [])]
 
     def labels(self):
         """Style, prefix and number of each page; where the document says nothing, those that pages have by themselves."""
@@ -138,6 +141,20 @@ class PdfReader:
             self._walk_bookmarks(self.value(item), level + 1, found)
             item = (self.value(item) or {}).get("/Next")
 
+    def _widgets(self, kids, prefix, above, seen):
+        """The fields without kids below, as reference and what they are; those of a loop once."""
+        for kid in kids or []:
+            field = self.value(kid)
+            if not isinstance(field, dict) or str(kid) in seen:
+                continue
+            seen.add(str(kid))
+            name = ".".join(part for part in (prefix, self.get(field, "/T")) if part)
+            here = {**above, **{key: self.get(field, key) for key in ("/FT", "/V") if key in field}}
+            value = here.get("/FT") != "/Sig" and json.dumps(self._told(here.get("/V")))
+            if not self.get(field, "/Kids"):
+                yield str(kid), (name, here.get("/FT"), value)
+            yield from self._widgets(self.get(field, "/Kids"), name, here, seen)
+
     def _target(self, holder):
         action = self.get(holder, "/A")
         kind = self.get(action, "/S")
@@ -163,12 +180,16 @@ class PdfReader:
         missing = VIEW_NUMBERS.get(told[0], 0) + 1 - len(told)
         return " ".join(str(part) for part in told + [None] * missing)
 
-    def _tree(self, node, depth=0):
+    def _tree(self, root):
         """What is in a name tree."""
-        pairs = self.get(node, "/Names") or []
-        found = {self.value(key): target for key, target in zip(pairs[::2], pairs[1::2])}
-        for kid in (self.get(node, "/Kids") or []) if depth < DEPTH else []:
-            found = {**self._tree(kid, depth + 1), **found}
+        found, seen, waiting = {}, set(), [root]
+        while waiting:
+            node = waiting.pop(0)
+            if str(node) not in seen:
+                seen.add(str(node))
+                pairs = [self.value(item) if at % 2 == 0 else item for at, item in enumerate(self.get(node, "/Names") or [])]
+                found |= {key: target for key, target in zip(pairs[::2], pairs[1::2]) if isinstance(key, str)}
+                waiting += self.get(node, "/Kids") or []
         return found
 
     def _told(self, item, seen=()):
