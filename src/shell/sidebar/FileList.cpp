@@ -80,6 +80,7 @@ FileRow* FileList::addRow(const OpenFilePtr& file)
     row->installEventFilter(this);
     connect(row, &FileRow::clicked, this, &FileList::chosen);
     m_column->addWidget(row);
+    row->show(); // until then, which would be later by itself, the height of the list does without it
     return row;
 }
 
