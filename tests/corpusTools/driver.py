@@ -40,16 +40,14 @@ class Driver:
 
     def __init__(self, program=DEFAULT_DRIVER, deadline=None, address_space=ADDRESS_SPACE):
         self._home = tempfile.TemporaryDirectory(prefix="folvane-driver-")
+        self.data, self.config = Path(self._home.name, "data"), Path(self._home.name, "config")
         self._errors = tempfile.TemporaryFile()
         self._end = None if deadline is None else time.monotonic() + deadline
         self._unread = b""
         self._process = subprocess.Popen(
             [str(program)], stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=self._errors,
-            env=self._environment(), bufsize=0, preexec_fn=partial(_limit, address_space))
-
-    def _environment(self):
-        own = {name: os.path.join(self._home.name, name) for name in ("XDG_DATA_HOME", "XDG_CONFIG_HOME")}
-        return {**os.environ, **own, "QT_QPA_PLATFORM": "offscreen"}
+            env={**os.environ, "XDG_DATA_HOME": str(self.data), "XDG_CONFIG_HOME": str(self.config), "QT_QPA_PLATFORM": "offscreen"},
+            bufsize=0, preexec_fn=partial(_limit, address_space))
 
     def __enter__(self):
         return self
@@ -78,10 +76,19 @@ class Driver:
 
     def send(self, verb, **fields):
         """Puts a request, whose answer `receive` gives in its turn."""
+        self.put(json.dumps({"do": verb, **fields}).encode() + b"\n", verb)
+
+    def put(self, data, verb="a line"):
+        """Puts bytes as they are."""
         try:
-            self._process.stdin.write(json.dumps({"do": verb, **fields}).encode() + b"\n")
+            self._process.stdin.write(data)
         except BrokenPipeError:
             raise DriverFailed(f"{verb}: {self._death()}")
+
+    def end_input(self):
+        """The lines that are still answered when the input ends. The process is then about to end."""
+        self._process.stdin.close()
+        return (self._unread + self._process.stdout.read()).splitlines()
 
     def receive(self, verb, seconds=None):
         """The next answer, also one that says that the request was wrong. `seconds` takes the place of the deadline."""

@@ -1,0 +1,196 @@
+"""Each verb: the fields that it takes and tells."""
+
+import subprocess
+from pathlib import Path
+
+from driverCase import DriverCase, make_locked
+
+# Name: request to a document of five pages, of which the second and the fourth are selected; the pages after it, by
+# index in their source, with their turn; the positions selected.
+EDITS = {
+    "select all": ("select", {}, "0 1 2 3 4", [1, 2, 3, 4, 5]),
+    "select none": ("select", {"pages": []}, "0 1 2 3 4", []),
+    "turn the selection": ("turn", {}, "0 1' 2 3' 4", [2, 4]),
+    "turn left": ("turn", {"pages": [1], "clockwise": False}, "0''' 1 2 3 4", [2, 4]),
+    "turn nothing": ("turn", {"pages": []}, "0 1 2 3 4", [2, 4]),
+    "delete the selection": ("delete", {}, "0 2 4", []),
+    "delete others": ("delete", {"pages": [5, 1]}, "1 2 3", [1, 3]),
+    "move the selection": ("move", {"before": 1}, "1 3 0 2 4", [1, 2]),
+    "move to the end": ("move", {"pages": [1], "before": None}, "1 2 3 4 0", [1, 3]),
+    "drop a selected page": ("dropPages", {"page": 4, "before": 1}, "1 3 0 2 4", [1, 2]),
+    "drop another page": ("dropPages", {"page": 5, "before": 1}, "4 0 1 2 3", [3, 5]),
+    "insert": ("insert", {"files": ["b.pdf"]}, "0 1 2 3 0 1 4", [5, 6]),
+}
+
+
+class Verbs(DriverCase):
+    def setUp(self):
+        super().setUp()
+        noise = ["-size", "1400x1050", "xc:grey", "-seed", "7", "+noise", "Random"]
+        subprocess.run(["convert-im6.q16", *noise, "photo.jpg"], check=True)
+        make_locked("locked.pdf", "pw")
+
+    def open(self, *files):
+        self.ask("open", files=files).tells(outcome="done", file=0)
+
+    def edit(self):
+        self.ask("turn", file=0, pages=[1]).tells(outcome="done")
+
+    def test_edits(self):
+        for name, (verb, fields, wanted, selection) in EDITS.items():
+            with self.subTest(name):
+                self.open("a.pdf")
+                self.ask("select", file=0, pages=[4, 2]).tells(outcome="done")
+                self.ask(verb, file=0, **fields).tells(outcome="done")
+                document = self.ask("state")["documents"][0]
+                pages = " ".join(str(page["index"]) + "'" * (page["turn"] // 90) for page in document["pages"])
+                self.assertEqual((pages, document["selection"]), (wanted, selection))
+            self.ask("close", file=0)
+
+    def test_open(self):
+        self.ask("state").tells(destination="home", file=None, documents=[])
+        files = ["b.pdf", "photo.jpg", "a.pdf"]
+        self.ask("open", files=files, tool="split", id=[7]).tells(
+            id=[7], ok=True, outcome="done", error=None, toast=None, prompts=[], panels=[], saved=[], bytes=0, file=2)
+        self.ask("state").tells(destination="file", sheet="split", file=2)
+        self.ask("open", files="notes.txt").tells(outcome="refused", error="Folvane opens PDFs and images.")
+        self.ask("open", files=["notes.txt", "none.pdf"]).tells(outcome="failed", file=2)
+        self.ask("insert", file=0, files=["none.pdf"]).tells(outcome="failed")
+
+    def test_state(self):
+        self.open("a.pdf")
+        self.edit()
+        page = {"path": "@/a.pdf", "index": 0, "turn": 90, "width": 841.89, "height": 595.28, "stamps": []}
+        document = {"url": "file://@/a.pdf", "name": "a", "isPDF": True, "isEdited": True, "locked": False,
+                    "selection": [], "statusLine": "5 pages · not saved", "pages": [page, {}, {}, {}, {}]}
+        self.ask("state").tells(busy=None, closing=None, sheet=None, merge=[], documents=[document])
+
+    def test_refuse_to_delete_all(self):
+        self.open("a.pdf")
+        self.ask("delete", file=0, pages=[]).tells(outcome="refused")
+
+    def test_save_panel(self):
+        Path("there.pdf").write_text("old")
+        self.open("a.pdf")
+        panel = {"kind": "save", "name": "a (edited).pdf", "near": "@", "prompt": None, "types": ["pdf"]}
+        self.ask("saveAs", file=0).tells(outcome="cancelled", saved=[], panels=[panel])
+        question = {"kind": "replace", "name": "there.pdf", "near": "@"}
+        self.ask("saveAs", file=0, to="there").tells(outcome="cancelled", panels=[{}, question, {}])
+        self.ask("saveAs", file=0, to=["there", "else.pdf"]).tells(saved=["@/else.pdf"])
+        self.ask("saveAs", file=0, to="there", replace=True).tells(
+            outcome="done", saved=["@/there.pdf"], toast="Saved “there.pdf”")
+        self.ask("state", to="left-over.pdf").tells(ok=True)
+        self.ask("saveAs", file=0).tells(outcome="cancelled")
+        self.ask("saveAs", file=0, to="a.pdf").tells(outcome="refused")
+        self.ask("saveAs", file=0, to="full.pdf").tells(outcome="failed", error="No space left on device")
+
+    def test_extract(self):
+        self.open("a.pdf")
+        self.ask("extract", file=0, pages=[5, 1, 2], to="copy.pdf").tells(
+            outcome="done", panels=[{"name": "a (pages 1-2, 5).pdf"}], saved=["@/copy.pdf"])
+        self.ask("state").tells(documents=[{"selection": [1, 2, 5]}])
+
+    def test_compress(self):
+        self.open("photo.jpg")
+        self.ask("compress", file=0, choice="small", to="s.pdf").tells(builds=1, reached=None)
+        self.ask("measure", file=0).tells(outcome="done", mostlyTextNote=None)
+        self.ask("compress", file=0, choice="small", to="s.pdf").tells(outcome="done", builds=0)
+        self.ask("compress", file=0, limit=100000000, to="s.pdf").tells(builds=0, reached=True, pagesAsPictures=False)
+        self.ask("compress", file=0, limit=1, to="s.pdf").tells(builds=3, reached=False)
+        step = {"maxPixels": 700, "jpegQuality": 0.2, "pagesAsPictures": True}
+        self.ask("compress", file=0, **step, to="s.pdf").tells(builds=1, reached=None, pagesAsPictures=True)
+        self.ask("compress", file=0, choice="small").tells(outcome="cancelled", saved=[])
+        self.ask("turn", file=0)
+        self.ask("compress", file=0, choice="small", to="s.pdf").tells(builds=1)
+
+    def test_merge(self):
+        self.open("a.pdf")
+        self.ask("mergeAdd", file=0).tells(outcome="done")
+        self.ask("merge", to="m.pdf").tells(outcome="refused")
+        self.ask("mergeAdd", files=["b.pdf", "locked.pdf"]).tells(
+            outcome="cancelled", prompts=[{"fileName": "locked.pdf", "wasWrong": False}])
+        self.ask("mergeAdd", files="none.pdf").tells(outcome="failed")
+        self.ask("mergeAdd", files="photo.jpg").tells(outcome="done")
+        self.ask("mergeMove", **{"from": 2}, to=0).tells(outcome="done")
+        self.ask("mergeMove", **{"from": [0, 1]}, to=3).tells(outcome="done")
+        rows = [{"name": "b", "pages": 2}, {"name": "photo", "pages": 1}, {"name": "a", "pages": 5}]
+        self.ask("state").tells(destination="merge", merge=rows)
+        self.ask("mergeRemove", row=1).tells(outcome="done")
+        self.ask("merge").tells(outcome="cancelled")
+        self.ask("merge", to="m.pdf").tells(outcome="done", saved=["@/m.pdf"], panels=[{"name": "b (merged).pdf"}])
+        self.ask("mergeClear").tells(outcome="done")
+        self.ask("state").tells(merge=[])
+
+    def test_split(self):
+        self.open("a.pdf")
+        self.ask("split", file=0, mode="ranges", ranges="2-1", folder=".").tells(outcome="refused", panels=[])
+        self.ask("split", file=0, mode="each").tells(outcome="cancelled")
+        self.ask("split", file=0, mode="every", every=3, folder=".").tells(
+            outcome="done", saved=["@/./a 1-3.pdf", "@/./a 4-5.pdf"],
+            panels=[{"kind": "folder", "prompt": "Split Here"}])
+        self.ask("select", file=0, pages=[1, 4])
+        self.ask("split", file=0, mode="ranges", folder=".").tells(summary="Makes 2 files: 1, 4")
+
+    def test_password(self):
+        asked = [{"fileName": "locked.pdf", "wasWrong": wrong} for wrong in (False, True)]
+        self.ask("open", files=["locked.pdf"], passwords={"locked.pdf": ["no", "pw"]}).tells(
+            outcome="done", prompts=asked)
+        self.ask("state").tells(documents=[{"locked": True}])
+        self.ask("password", file=0, password="", to="e.pdf").tells(outcome="refused")
+        self.ask("password", file=0, password="new", to="new.pdf").tells(
+            outcome="done", panels=[{"name": "locked (protected).pdf"}])
+        self.ask("password", file=0, to="free.pdf").tells(
+            outcome="done", panels=[{"name": "locked (no password).pdf"}])
+        self.ask("split", file=0, mode="each", folder=".").tells(outcome="done")
+        self.ask("compress", file=0, limit=1, to="small.pdf").tells(outcome="done")
+        for copy in ("locked 1.pdf", "small.pdf", "new.pdf"):
+            self.ask("open", files=[copy]).tells(outcome="cancelled", prompts=[{}])
+        self.ask("open", files=["new.pdf"], passwords={"new.pdf": ["new"]}).tells(outcome="done")
+        self.ask("open", files=["free.pdf"]).tells(outcome="done", prompts=[])
+
+    def test_export(self):
+        self.open("a.pdf")
+        self.ask("exportImages", file=0, pages=[5, 2], jpeg=True, dpi=100, folder=".").tells(
+            outcome="done", saved=["@/./a page 2.jpg", "@/./a page 5.jpg"])
+        self.ask("exportImages", file=0, pages=[1], folder=".").tells(saved=["@/./a page 1.jpg"])
+
+    def test_close(self):
+        self.open("a.pdf")
+        self.ask("open", files=["b.pdf"]).tells(file=1)
+        self.edit()
+        self.ask("closeRequest", file=0, answer="cancel").tells(outcome="cancelled", names=["a"], verdict="open")
+        self.ask("closeRequest", file=0, answer="saveAs", to="b.pdf").tells(outcome="refused")
+        self.ask("closeRequest", file=0, answer="saveAs", to="copy.pdf").tells(
+            outcome="done", names=["a"], verdict="open", saved=["@/copy.pdf"])
+        self.edit()
+        self.ask("closeRequest", file=0, answer="dontSave").tells(outcome="done", verdict="closed")
+        self.edit()
+        self.ask("close", file=0).tells(outcome="done", names=[], verdict="closed")
+        self.ask("state").tells(documents=[], closing=None)
+
+    def test_quit(self):
+        self.open("a.pdf")
+        self.ask("quit").tells(outcome="done", names=[], verdict="terminateNow")
+        self.edit()
+        self.ask("quit").tells(outcome="cancelled", names=["a"], verdict="terminateCancel")
+        self.ask("quit", answer="quitAnyway").tells(outcome="done", verdict="terminateNow")
+
+    def test_image(self):
+        self.open("a.pdf")
+        self.edit()
+        self.ask("image", file=0, page=1, longSide=80, to="a.png").tells(outcome="done", width=80, height=57)
+        self.assertEqual(Path("a.png").read_bytes()[:4], b"\x89PNG")
+
+    def test_page_numbers(self):
+        self.ask("parse", text="8-10; 1–3", count=10).tells(ranges=[[8, 10], [1, 3]])
+        self.ask("parse", text="5-3", count=10).tells(ranges=None)
+        self.ask("describe", numbers=[9, 1, 2, 3, 5, 8, 3]).tells(text="1-3, 5, 8-9")
+
+    def test_peak(self):
+        self.assertGreater(self.ask("rss")["peak"], 5_000_000)
+
+    def test_counts_are_kept_in_its_preferences(self):
+        self.open("a.pdf")
+        self.assertGreater(self.ask("saveAs", file=0, to="one.pdf")["bytes"], 500)
+        self.driver.end_input()
+        self.assertIn("friend.savedFiles=1", (self.driver.config / "folvane/folvane.ini").read_text())
