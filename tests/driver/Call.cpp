@@ -69,7 +69,7 @@ void Call::takeNotices()
 
 void Call::takePanels()
 {
-    for (const QJsonValue& panel : program.panels.takeAsked())
+    for (const QJsonValue& panel : takeAsked(program.panels))
         answer.panels.append(panel);
 }
 

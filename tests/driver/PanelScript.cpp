@@ -4,7 +4,6 @@
 
 #include <QJsonObject>
 
-#include <algorithm>
 #include <utility>
 
 namespace folvane::driver {
@@ -51,43 +50,36 @@ struct Telling {
     }
 };
 
-template <typename Panel>
-qsizetype count(const QList<AskedPanel>& asked)
-{
-    return std::ranges::count_if(
-        asked, [](const AskedPanel& panel) { return std::holds_alternative<Panel>(panel); });
-}
-
 } // namespace
 
-void PanelScript::load(const Request& request)
+ScriptedPanels panelsFor(const Request& request)
 {
-    m_panels = ScriptedPanels();
+    ScriptedPanels panels;
     if (request.get<QString>("do") != QLatin1String("mergeMove")) // there it is the place that rows go to
         for (const QUrl& url : request.list<QUrl>("to"))
-            m_panels.saveAnswers.enqueue(url);
+            panels.saveAnswers.enqueue(url);
     if (const auto folder = request.find<QUrl>("folder"))
-        m_panels.folderAnswers.enqueue(*folder);
+        panels.folderAnswers.enqueue(*folder);
     if (request.has("files"))
-        m_panels.openAnswers.enqueue(request.list<QUrl>("files"));
+        panels.openAnswers.enqueue(request.list<QUrl>("files"));
     if (const auto replace = request.find<bool>("replace"))
-        m_panels.replaceAnswers.enqueue(*replace);
-    m_savesAnswered = m_panels.saveAnswers.size();
-    m_foldersAnswered = m_panels.folderAnswers.size();
+        panels.replaceAnswers.enqueue(*replace);
+    panels.saveAnswers.enqueue(std::nullopt);
+    panels.folderAnswers.enqueue(std::nullopt);
+    return panels;
 }
 
-QJsonArray PanelScript::takeAsked()
+QJsonArray takeAsked(ScriptedPanels& panels)
 {
     QJsonArray asked;
-    for (const AskedPanel& panel : std::exchange(m_panels.asked, {}))
+    for (const AskedPanel& panel : std::exchange(panels.asked, {}))
         asked.append(std::visit(Telling(), panel));
     return asked;
 }
 
-bool PanelScript::wasCancelled() const
+bool wasCancelled(const ScriptedPanels& panels)
 {
-    return count<SavePanel>(m_panels.asked) > m_savesAnswered
-           || count<FolderPanel>(m_panels.asked) > m_foldersAnswered;
+    return panels.saveAnswers.isEmpty() || panels.folderAnswers.isEmpty();
 }
 
 } // namespace folvane::driver

@@ -2,9 +2,7 @@
 
 #include "Request.h"
 
-#include <QHash>
-
-#include <algorithm>
+#include <QUrl>
 
 namespace folvane::driver {
 
@@ -16,25 +14,23 @@ PasswordScript::PasswordScript(const Request& request)
         if (!read(entry.value(), byFile[urlOf(entry.key())]))
             throw BadRequest(QStringLiteral("\"passwords\" must hold lists of answers"));
     for (const QUrl& url : request.list<QUrl>("files")) {
-        m_fileNames.append(url.fileName());
+        QList<QStringList>& waiting = m_waiting[url.fileName()];
         if (byFile.contains(url))
-            m_waiting.append({url.fileName(), byFile[url]});
+            waiting.append(byFile[url]);
     }
 }
 
 bool PasswordScript::isAbout(const QString& fileName) const
 {
-    return m_fileNames.contains(fileName);
+    return m_waiting.contains(fileName);
 }
 
 std::optional<QString> PasswordScript::answer(const QString& fileName, bool wasWrong)
 {
     m_asked.append(QJsonObject{{"fileName", fileName}, {"wasWrong", wasWrong}});
     if (!wasWrong) {
-        const auto found = std::ranges::find(m_waiting, fileName, &Answers::fileName);
-        m_current = found == m_waiting.end() ? QStringList() : found->left;
-        if (found != m_waiting.end())
-            m_waiting.erase(found);
+        QList<QStringList>& waiting = m_waiting[fileName];
+        m_current = waiting.isEmpty() ? QStringList() : waiting.takeFirst();
     }
     m_cancelled = m_cancelled || m_current.isEmpty();
     return m_current.isEmpty() ? std::nullopt : std::optional(m_current.takeFirst());

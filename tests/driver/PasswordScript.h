@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QHash>
 #include <QJsonArray>
 #include <QStringList>
-#include <QUrl>
 
 #include <optional>
 
@@ -24,14 +24,8 @@ public:
     bool wasCancelled() const { return m_cancelled; }
 
 private:
-    struct Answers {
-        QString fileName;
-        QStringList left;
-    };
-
-    QStringList m_fileNames;
-    QList<Answers> m_waiting; ///< of the files that nothing was asked about yet
-    QStringList m_current;    ///< of the file that is asked about
+    QHash<QString, QList<QStringList>> m_waiting; ///< by file name; of files that nothing was asked about
+    QStringList m_current;                        ///< of the file that is asked about
     QJsonArray m_asked;
     bool m_cancelled = false;
 };

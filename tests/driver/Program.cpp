@@ -6,7 +6,7 @@
 
 namespace folvane::driver {
 
-Program::Program() : model(Services{engine, panels.panels(), preferences, workspace, clock})
+Program::Program() : model(Services{engine, panels, preferences, workspace, clock})
 {
     // The question stands before the opening has gone to sleep: it is answered from the event loop.
     m_onPasswordRequest = model.passwordRequest.addNotifier([this] {

@@ -30,7 +30,7 @@ public:
     QJsonValue shownFile() const { return placeOf(currentFile(model)); }
 
     PDFEngine engine;
-    PanelScript panels;
+    ScriptedPanels panels;
     SettingsPreferences preferences;
     ScriptedWorkspace workspace;
     SystemClock clock;

@@ -51,7 +51,7 @@ Outcome withoutJob(const Call& call, bool wasBusy)
 {
     if (call.answer.error)
         return Outcome::Refused;
-    if (call.program.panels.wasCancelled())
+    if (wasCancelled(call.program.panels))
         return Outcome::Cancelled;
     return wasBusy ? Outcome::Dropped : Outcome::Done;
 }

@@ -49,7 +49,7 @@ class Jobs(DriverCase):
         self.keep_engine_busy()
         self.begin("saveAs", file=0, to="full.pdf")
         self.ask("delete", file=1).tells(
-            error="A file needs at least one page. To get rid of it, close the file.")
+            outcome="refused", error="A file needs at least one page. To get rid of it, close the file.")
         self.ask("wait", job=2).tells(outcome="failed", error="No space left on device")
 
     def test_stop_at_the_end_of_input(self):

@@ -54,7 +54,7 @@ QCoro::Task<> answerRequest(Program* program, Request request)
     if (!verb || (isAsync && (name == QLatin1String("wait") || name == QLatin1String("cancel"))))
         throw BadRequest(QStringLiteral("there is no verb \"%1\"").arg(name));
     const auto call = std::make_shared<Call>(*program, request);
-    program->panels.load(request);
+    program->panels = panelsFor(request);
     program->calls.append(call);
     QCoro::Task<> running = carryOut(call, verb);
     if (isAsync)

@@ -7,7 +7,7 @@ namespace folvane::driver {
 
 namespace {
 
-/// What the answer tells of one document, taken at one moment.
+/// What the answer tells of one document. The pages of all are taken at one moment.
 struct Snapshot {
     OpenFilePtr file;
     std::vector<PageItem> pages;
@@ -99,27 +99,18 @@ QJsonObject told(const Snapshot& document)
             {"pages", pages}};
 }
 
-QCoro::Task<Snapshot> taken(PDFEngine* engine, OpenFilePtr file)
-{
-    Snapshot snapshot{file, file->pages.value(), {}};
-    for (const PageItem& page : snapshot.pages) {
-        QCoro::Task<QSizeF> measuring = engine->displaySize(page.source, page.turn);
-        const QSizeF size = co_await measuring;
-        snapshot.sizes.push_back(size);
-    }
-    co_return snapshot;
-}
-
 QCoro::Task<> tellState(CallPtr call)
 {
     call->answer.fields = around(call->program);
     std::vector<Snapshot> snapshots;
-    const QList<OpenFilePtr> files = call->model().files.value();
-    for (const OpenFilePtr& file : files) {
-        QCoro::Task<Snapshot> taking = taken(&call->model().engine(), file);
-        Snapshot snapshot = co_await taking;
-        snapshots.push_back(std::move(snapshot));
-    }
+    for (const OpenFilePtr& file : call->model().files.value())
+        snapshots.push_back({file, file->pages, {}});
+    for (Snapshot& snapshot : snapshots)
+        for (const PageItem& page : snapshot.pages) {
+            QCoro::Task<QSizeF> measuring = call->model().engine().displaySize(page.source, page.turn);
+            const QSizeF size = co_await measuring;
+            snapshot.sizes.push_back(size);
+        }
     call->stopTime();
     QJsonArray documents;
     for (const Snapshot& snapshot : snapshots)

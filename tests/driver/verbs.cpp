@@ -15,8 +15,8 @@ QCoro::Task<> atOnce(CallPtr call, void (*work)(Call&))
 Verbs allVerbs()
 {
     Verbs all;
-    for (const auto part : {openingVerbs, pageVerbs, savingVerbs, compressVerbs, mergeVerbs, closingVerbs,
-                            tellingVerbs, jobVerbs, stateVerbs})
+    for (const auto part : {documentVerbs, pageVerbs, savingVerbs, compressVerbs, mergeVerbs, tellingVerbs,
+                            jobVerbs, stateVerbs})
         std::ranges::copy(part(), std::back_inserter(all));
     return all;
 }

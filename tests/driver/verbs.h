@@ -39,12 +39,11 @@ QCoro::Task<> engineCaughtUp(CallPtr call);
 const Verb* verbNamed(const QString& name);
 
 // Each in the file of its name.
-Verbs openingVerbs();
+Verbs documentVerbs();
 Verbs pageVerbs();
 Verbs savingVerbs();
 Verbs compressVerbs();
 Verbs mergeVerbs();
-Verbs closingVerbs();
 Verbs tellingVerbs();
 Verbs jobVerbs();
 Verbs stateVerbs();
