@@ -142,6 +142,6 @@ def _locks(source, copy):
     if not source.password or source.path.name in ONLY_ATTACHMENTS_LOCKED:
         return [Difference("password", "the copy asks for one")] if copy.is_locked else []
     faults = {"the copy opens without": not copy.is_locked,
-              "the copy does not open with the source's": not tools.opens_with(copy.path, source.password),
-              "the copy opens with another": tools.opens_with(copy.path, f"not {source.password}")}
+              "the copy does not open with the source's": not copy.count,
+              "the copy opens with another": tools.qpdf_count(copy.path, f"not {source.password}")}
     return [Difference("password", words) for words, holds in faults.items() if holds]

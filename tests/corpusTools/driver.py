@@ -100,10 +100,7 @@ class Driver:
 
     def peak(self):
         """The peak memory of the process so far, in bytes, as the kernel counts it."""
-        for line in Path(f"/proc/{self._process.pid}/status").read_text().splitlines():
-            if line.startswith("VmHWM:"):
-                return int(line.split()[1]) * 1024
-        raise DriverFailed("the process has no peak any more")
+        return self.ask("rss")["peak"]
 
     def _line(self, verb, end):
         while b"\n" not in self._unread:

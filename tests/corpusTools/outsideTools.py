@@ -39,22 +39,18 @@ def is_locked(path):
     return run("qpdf", "--requires-password", path)[0] == 0
 
 
-def opens_with(path, password):
-    return run("qpdf", f"--password={password}", "--show-npages", path)[0] in (0, 3)
-
-
 def decrypted(path, password, folder):
-    """A copy without encryption, in the folder; the path itself when that cannot be made."""
-    copy = Path(folder) / f"plain-{Path(path).name}"
-    code = run("qpdf", f"--password={password}", "--decrypt", path, copy)[0]
-    return copy if code in (0, 3) else Path(path)
+    """A copy without encryption, in the folder, or None."""
+    return _copied(path, Path(folder) / f"plain-{path.name}", f"--password={password}", "--decrypt")
 
 
 def turned(path, folder):
-    """A copy with each page turned by 90 degrees, or None."""
-    copy = Path(folder) / f"turned-{Path(path).name}"
-    code = run("qpdf", "--rotate=+90:1-z", path, copy)[0]
-    return copy if code in (0, 3) else None
+    """A copy with each page turned by 90 degrees, in the folder, or None."""
+    return _copied(path, Path(folder) / f"turned-{path.name}", "--rotate=+90:1-z")
+
+
+def _copied(path, copy, *options):
+    return copy if run("qpdf", *options, path, copy)[0] in (0, 3) else None
 
 
 def faults(path, password=""):

@@ -11,7 +11,7 @@ from corpusTools.pdfReader import PdfReader
 class SeenFile:
     def __init__(self, path, password, folder):
         self.path, self.password, self._folder = Path(path), password, folder
-        self.plain = tools.decrypted(path, password, folder) if password else self.path
+        self.plain = (tools.decrypted(self.path, password, folder) if password else None) or self.path
 
     is_locked = cached_property(lambda self: tools.is_locked(self.path))
     faults = cached_property(lambda self: tools.faults(self.path, self.password))
