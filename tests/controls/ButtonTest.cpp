@@ -20,7 +20,7 @@ struct LookCase {
 
 class ButtonLook : public testing::TestWithParam<LookCase> {
 protected:
-    ButtonLook() : button(GetParam().kind, QStringLiteral("Delete Pages"))
+    ButtonLook() : button(GetParam().kind, "Delete Pages")
     {
         button.setDestructive(GetParam().destructive);
         button.resize(button.sizeHint());

@@ -32,13 +32,11 @@ protected:
 
     QWidget window;
     QHBoxLayout row{&window};
-    SegmentedPicker* picker =
-        new SegmentedPicker(QStringLiteral("Mode"),
-                            {QStringLiteral("Ranges"), QStringLiteral("Every"), QStringLiteral("Single")});
+    SegmentedPicker* picker = new SegmentedPicker("Mode", {"Ranges", "Every", "Single"});
     QList<QRadioButton*> segments = picker->findChildren<QRadioButton*>();
     ControlGroup* group = new ControlGroup;
-    QAbstractButton* off = group->addButton(Icon::Delete, QStringLiteral("Delete Pages"), {});
-    QAbstractButton* turn = group->addButton(Icon::RotateRight, QStringLiteral("Rotate Right"), {});
+    QAbstractButton* off = group->addButton(Icon::Delete, "Delete Pages", {});
+    QAbstractButton* turn = group->addButton(Icon::RotateRight, "Rotate Right", {});
 };
 
 TEST_F(Keyboard, ArrowsMoveThePickAndTabLeavesItForWhatIsEnabled)
@@ -70,11 +68,11 @@ TEST_F(Keyboard, AClickAnywhereOnASegmentChoosesIt)
 
 TEST_F(Keyboard, AlertsAreWalkedFromLeftToRightAndEscapeCancels)
 {
-    Alert alert(QStringLiteral("Save changes?"), QStringLiteral("Your changes will be lost."));
+    Alert alert("Save changes?", "Your changes will be lost.");
     int saved = 0;
-    alert.addButton(QStringLiteral("Save As…"), Alert::Role::Default, [&saved] { ++saved; });
-    alert.addButton(QStringLiteral("Don't Save"), Alert::Role::Destructive);
-    alert.addButton(QStringLiteral("Cancel"), Alert::Role::Cancel);
+    alert.addButton("Save As…", Alert::Role::Default, [&saved] { ++saved; });
+    alert.addButton("Don't Save", Alert::Role::Destructive);
+    alert.addButton("Cancel", Alert::Role::Cancel);
     const QList<Button*> buttons = alert.findChildren<Button*>();
     alert.open();
     EXPECT_TRUE(buttons[2]->x() < buttons[1]->x() && buttons[1]->x() < buttons[0]->x());
@@ -95,11 +93,11 @@ TEST_F(Keyboard, AlertsAreWalkedFromLeftToRightAndEscapeCancels)
 
 TEST_F(Keyboard, ScreenReadersHearWhatEachControlIs)
 {
-    Button tool(Button::Kind::Tool, QStringLiteral("Sign && Stamp"));
+    Button tool(Button::Kind::Tool, "Sign && Stamp");
     tool.setIconOnly(true);
-    LinkButton link(QStringLiteral("Show in Finder"));
-    NoteBanner note(QStringLiteral("Take care."), NoteBanner::Tone::Danger);
-    SectionHeader header(QStringLiteral("Files"));
+    LinkButton link("Show in Finder");
+    NoteBanner note("Take care.", NoteBanner::Tone::Danger);
+    SectionHeader header("Files");
     struct Heard {
         QWidget* widget;
         QAccessible::Role role;

@@ -21,9 +21,9 @@ TEST(VisualMargin, LayoutsCountFromTheVisibleEdge)
     row.setContentsMargins(20, 20, 20, 20);
     row.setSpacing(8);
     auto* group = new ControlGroup;
-    group->addButton(Icon::Delete, QStringLiteral("Delete Pages"), {});
-    auto* tool = new Button(Button::Kind::Tool, QStringLiteral("Split"));
-    auto* primary = new Button(Button::Kind::Primary, QStringLiteral("Save As…"));
+    group->addButton(Icon::Delete, "Delete Pages", {});
+    auto* tool = new Button(Button::Kind::Tool, "Split");
+    auto* primary = new Button(Button::Kind::Primary, "Save As…");
     const QList<QWidget*> all{group, tool, primary};
     for (QWidget* widget : all)
         row.addWidget(widget);
@@ -52,7 +52,7 @@ TEST(MenuOfAButton, StaysWithinTheWindow)
     for (const bool isAtTheRight : {false, true}) {
         QWidget window;
         window.setGeometry(100, 100, 400, 200);
-        auto* button = new Button(Button::Kind::Tool, QStringLiteral("More"), &window);
+        auto* button = new Button(Button::Kind::Tool, "More", &window);
         button->resize(button->sizeHint());
         button->move(isAtTheRight ? window.width() - button->width() : 0, 0);
         window.show();
@@ -65,8 +65,8 @@ TEST(MenuOfAButton, StaysWithinTheWindow)
 
 TEST(SheetFrame, FollowsItsTextsAndKeepsItsButtonsOnTheScreen)
 {
-    Alert alert(QStringLiteral("Something went wrong"), QStringLiteral("Short."));
-    alert.addButton(QStringLiteral("OK"), Alert::Role::Default);
+    Alert alert("Something went wrong", "Short.");
+    alert.addButton("OK", Alert::Role::Default);
     alert.open();
     EXPECT_EQ(alert.windowModality(), Qt::WindowModal);
     const QSize before = alert.size();
@@ -83,7 +83,7 @@ TEST(SheetFrame, FollowsItsTextsAndKeepsItsButtonsOnTheScreen)
     EXPECT_GE(text->height(), text->heightForWidth(text->width()));
     const auto* button = alert.findChild<Button*>();
     EXPECT_LE(button->mapToGlobal(button->rect().bottomLeft()).y(), screen.bottom());
-    say(QStringLiteral("Short."));
+    say("Short.");
     EXPECT_EQ(alert.size(), before);
     EXPECT_EQ(colorAt(picture(alert), {0, 0}).alpha(), 0) << "round, on a transparent ground";
 }

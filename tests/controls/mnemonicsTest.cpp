@@ -39,8 +39,8 @@ TEST(MnemonicUnderlines, ShowWhileAltIsHeldOrItsMenuIsUp)
 {
     QWidget window;
     QMenuBar bar(&window);
-    QMenu& menu = *bar.addMenu(QStringLiteral("&File"));
-    menu.addAction(QStringLiteral("Open…"));
+    QMenu& menu = *bar.addMenu("&File");
+    menu.addAction("Open…");
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     QTest::keyPress(&window, Qt::Key_Alt);
@@ -50,7 +50,7 @@ TEST(MnemonicUnderlines, ShowWhileAltIsHeldOrItsMenuIsUp)
     QCoreApplication::processEvents();
     ASSERT_TRUE(menu.isVisible());
     EXPECT_TRUE(showsMnemonics());
-    EXPECT_EQ(menu.actions().first()->text(), QStringLiteral("&Open…"));
+    EXPECT_EQ(menu.actions().first()->text(), "&Open…");
     menu.hide();
     bar.clearFocus();
     QCoreApplication::processEvents();

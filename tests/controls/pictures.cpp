@@ -25,13 +25,11 @@ testing::AssertionResult alike(const QColor& one, const QColor& other, int toler
 {
     const QRgb a = qPremultiply(one.rgba());
     const QRgb b = qPremultiply(other.rgba());
-    const bool same = std::abs(qRed(a) - qRed(b)) <= tolerance && std::abs(qGreen(a) - qGreen(b)) <= tolerance
-                      && std::abs(qBlue(a) - qBlue(b)) <= tolerance
-                      && std::abs(qAlpha(a) - qAlpha(b)) <= tolerance;
-    if (same)
-        return testing::AssertionSuccess();
-    return testing::AssertionFailure() << qPrintable(one.name(QColor::HexArgb)) << " is not like "
-                                       << qPrintable(other.name(QColor::HexArgb));
+    for (const int channel : {0, 8, 16, 24})
+        if (std::abs(int(a >> channel & 0xff) - int(b >> channel & 0xff)) > tolerance)
+            return testing::AssertionFailure() << qPrintable(one.name(QColor::HexArgb)) << " is not like "
+                                               << qPrintable(other.name(QColor::HexArgb));
+    return testing::AssertionSuccess();
 }
 
 } // namespace folvane

@@ -18,8 +18,8 @@ public:
 
     void click()
     {
-        emit ActivationToken(id, QStringLiteral("token"));
-        emit ActionInvoked(id, QStringLiteral("default"));
+        emit ActivationToken(id, "token");
+        emit ActionInvoked(id, "default");
     }
 
 public slots:

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "shell/DocumentView.h"
-#include "shell/pageGrid/PageGrid.h"
 #include "tour/Hand.h"
 #include "tour/Stage.h"
+#include "tour/sampleFiles.h"
 
 #include <QAbstractButton>
 #include <QTemporaryDir>
@@ -17,19 +16,11 @@ namespace folvane {
 class WindowTest : public testing::Test, public Stage {
 public:
     QUrl inFolder(const QString& name) const { return QUrl::fromLocalFile(folder.filePath(name)); }
-    QUrl makePdf(const QString& name, int pages) const;
-    QUrl makeLocked(const QString& name, const QString& password) const;
+    QUrl makePdf(const QString& name, int pages) const { return makeSample(folder.filePath(name), pages); }
     /// Opens a document of so many pages, named like "report", and shows it.
-    OpenFilePtr openPages(int pages, const QString& name = QStringLiteral("report"));
+    OpenFilePtr openPages(int pages, const QString& name = "report");
 
-    PageGrid& grid() { return window.documentView().grid(); }
-    QPoint pagePoint(int row);
     void clickPage(int row, Qt::KeyboardModifiers modifiers = {}) { hand.click(pagePoint(row), modifiers); }
-    /// The positions of the selected pages, from 0.
-    static QList<int> selected(const OpenFilePtr& file);
-
-    /// Clicks the button of that name in what is on top.
-    void press(const QString& name);
     /// The first visible button with that name or text; null when there is none.
     QAbstractButton* button(const QString& name) const;
     /// The entry of the window's menus with that title; null when there is none.

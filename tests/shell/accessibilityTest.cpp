@@ -28,7 +28,7 @@ void walk(QAccessibleInterface* top, QStringList& unnamed, int& met)
     ++met;
     const bool isActive = !top->state().invisible && !top->state().offscreen;
     if (isActive && named.contains(top->role()) && top->text(QAccessible::Name).isEmpty())
-        unnamed += top->object() ? top->object()->metaObject()->className() : QStringLiteral("an item");
+        unnamed += top->object() ? top->object()->metaObject()->className() : "an item";
     for (int i = 0; i < top->childCount(); ++i) {
         if (QAccessibleInterface* child = top->child(i);
             child && child->isValid() && !child->state().invisible)
@@ -60,12 +60,12 @@ TEST_F(Accessibility, EachPlaceNamesAllItsParts)
     expectNames(&window, 40);
     model.destination = Destination(Destination::Place::Merge);
     expectNames(&window.mergeView(), 6);
-    await(model.addToMerge({makePdf(QStringLiteral("a.pdf"), 2), makePdf(QStringLiteral("b.pdf"), 1)}));
+    await(model.addToMerge({makePdf("a.pdf", 2), makePdf("b.pdf", 1)}));
     QCoreApplication::processEvents();
     expectNames(&window.mergeView(), 9);
     QAccessibleInterface* list = QAccessible::queryAccessibleInterface(&window.mergeView().list());
     EXPECT_EQ(list->role(), QAccessible::List);
-    EXPECT_EQ(list->tableInterface()->cellAt(1, 0)->text(QAccessible::Name), QStringLiteral("2. b, 1 pages"));
+    EXPECT_EQ(list->tableInterface()->cellAt(1, 0)->text(QAccessible::Name), "2. b, 1 pages");
 }
 
 TEST_F(Accessibility, SheetsAndQuestionsNameAllTheirControls)
@@ -77,17 +77,17 @@ TEST_F(Accessibility, SheetsAndQuestionsNameAllTheirControls)
         expectNames(shown<QDialog>(), 7);
     }
     for (const char* mode : {"Every few pages", "Page by page"}) {
-        press(QString::fromLatin1(mode));
+        hand.press(mode);
         expectNames(shown<QDialog>(), 7);
     }
     model.sheet = std::nullopt;
-    model.errorMessage = QStringLiteral("It broke.");
+    model.errorMessage = "It broke.";
     expectNames(shown<Alert>(), 4);
     model.errorMessage = std::nullopt;
     model.closingFile = file;
     expectNames(shown<Alert>(), 6);
     model.closingFile = nullptr;
-    QCoro::Task<> opening = model.open({makeLocked(QStringLiteral("locked.pdf"), QStringLiteral("secret"))});
+    QCoro::Task<> opening = model.open({makeLocked(folder.filePath("locked.pdf"), "secret")});
     ASSERT_TRUE(waitFor([this] { return shown<PasswordPrompt>() != nullptr; }));
     expectNames(shown<PasswordPrompt>(), 5);
     model.answerPassword(std::nullopt);
@@ -101,11 +101,11 @@ TEST_F(Accessibility, APageSaysItsNumberSelectionAndStamps)
     std::vector<PageItem> pages = file->pages.value();
     pages[2].stamps.emplace_back();
     file->pages = pages;
-    EXPECT_EQ(cell(0)->text(QAccessible::Name), QStringLiteral("Page 1"));
+    EXPECT_EQ(cell(0)->text(QAccessible::Name), "Page 1");
     EXPECT_FALSE(cell(0)->state().selected);
     EXPECT_TRUE(cell(1)->state().selected);
     EXPECT_EQ(cell(1)->text(QAccessible::Description), QString());
-    EXPECT_EQ(cell(2)->text(QAccessible::Description), QStringLiteral("Has signatures or stamps"));
+    EXPECT_EQ(cell(2)->text(QAccessible::Description), "Has signatures or stamps");
     EXPECT_TRUE(cell(1)->rect().contains(pagePoint(1)));
 }
 

@@ -17,7 +17,7 @@ namespace {
 class Keyboard : public WindowTest {
 public:
     FileRow* row(int at) { return window.findChildren<FileRow*>().at(at); }
-    const QUrl target = inFolder(QStringLiteral("copy.pdf"));
+    const QUrl target = inFolder("copy.pdf");
     static void tabTo(QWidget* widget) { widget->setFocus(Qt::TabFocusReason); }
     void tabTo(const QString& name) { tabTo(button(name)); }
     static bool isActive(const QWidget* asked)
@@ -31,68 +31,70 @@ struct Deed {
     void (*act)(Keyboard&);
 };
 
+const Deed deeds[] = {
+    {"OpeningByThePanelOfHome",
+     [](Keyboard& on) {
+         on.model.destination = Destination();
+         on.panels.openAnswers.enqueue({on.makePdf("new.pdf", 3)});
+         on.hand.press("Drop PDFs or images here");
+         ASSERT_TRUE(on.waitFor([&on] { return on.model.files.value().size() == 3; }));
+     }},
+    {"ChoosingTheShownDocument",
+     [](Keyboard& on) {
+         on.tabTo(on.row(1));
+         on.hand.key(Qt::Key_Return);
+     }},
+    {"GoingToTheNextFile",
+     [](Keyboard& on) {
+         on.tabTo(on.row(1));
+         on.hand.key(Qt::Key_PageDown, Qt::ControlModifier);
+     }},
+    {"DeletingByTheButtonsKey",
+     [](Keyboard& on) {
+         on.clickPage(0);
+         on.tabTo("Delete Pages");
+         on.hand.key(Qt::Key_Space);
+     }},
+    {"AnError",
+     [](Keyboard& on) {
+         on.hand.key(Qt::Key_Delete);
+         on.hand.key(Qt::Key_Return);
+     }},
+    {"AQuestion",
+     [](Keyboard& on) {
+         currentFile(on.model)->isEdited = true;
+         on.hand.press("Close “two”");
+         on.hand.press("Cancel");
+     }},
+    {"APanel",
+     [](Keyboard& on) {
+         QtPanels desktops;
+         desktops.setWindow(&on.window);
+         QCoro::Task<QList<QUrl>> choosing = desktops.chooseOpen({});
+         on.hand.key(Qt::Key_Escape);
+         EXPECT_EQ(await(std::move(choosing)), QList<QUrl>());
+     }},
+    {"AToastThatGoesWithIt",
+     [](Keyboard& on) {
+         on.model.showToast("Saved", on.target);
+         on.tabTo("Show in Finder");
+         on.model.toast = std::nullopt;
+     }},
+};
+
 class PagesHaveTheKeyboard : public Keyboard, public testing::WithParamInterface<Deed> {};
 
 TEST_P(PagesHaveTheKeyboard, After)
 {
-    openPages(3, QStringLiteral("one"));
-    openPages(3, QStringLiteral("two"));
+    openPages(3, "one");
+    openPages(3, "two");
     GetParam().act(*this);
     ASSERT_TRUE(isActive(&window));
     EXPECT_EQ(QApplication::focusWidget(), &grid());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Deeds, PagesHaveTheKeyboard,
-    testing::Values(Deed{"OpeningByThePanelOfHome",
-                         [](Keyboard& on) {
-                             on.model.destination = Destination();
-                             on.panels.openAnswers.enqueue({on.makePdf(QStringLiteral("new.pdf"), 3)});
-                             on.press(QStringLiteral("Drop PDFs or images here"));
-                             ASSERT_TRUE(on.waitFor([&on] { return on.model.files.value().size() == 3; }));
-                         }},
-                    Deed{"ChoosingTheShownDocument",
-                         [](Keyboard& on) {
-                             on.tabTo(on.row(1));
-                             on.hand.key(Qt::Key_Return);
-                         }},
-                    Deed{"GoingToTheNextFile",
-                         [](Keyboard& on) {
-                             on.tabTo(on.row(1));
-                             on.hand.key(Qt::Key_PageDown, Qt::ControlModifier);
-                         }},
-                    Deed{"DeletingByTheButtonsKey",
-                         [](Keyboard& on) {
-                             on.clickPage(0);
-                             on.tabTo(QStringLiteral("Delete Pages"));
-                             on.hand.key(Qt::Key_Space);
-                         }},
-                    Deed{"AnError",
-                         [](Keyboard& on) {
-                             on.hand.key(Qt::Key_Delete);
-                             on.hand.key(Qt::Key_Return);
-                         }},
-                    Deed{"AQuestion",
-                         [](Keyboard& on) {
-                             currentFile(on.model)->isEdited = true;
-                             on.press(QStringLiteral("Close “two”"));
-                             on.press(QStringLiteral("Cancel"));
-                         }},
-                    Deed{"APanel",
-                         [](Keyboard& on) {
-                             QtPanels desktops;
-                             desktops.setWindow(&on.window);
-                             QCoro::Task<QList<QUrl>> choosing = desktops.chooseOpen({});
-                             on.hand.key(Qt::Key_Escape);
-                             EXPECT_EQ(await(std::move(choosing)), QList<QUrl>());
-                         }},
-                    Deed{"AToastThatGoesWithIt",
-                         [](Keyboard& on) {
-                             on.model.showToast(QStringLiteral("Saved"), on.target);
-                             on.tabTo(QStringLiteral("Show in Finder"));
-                             on.model.toast = std::nullopt;
-                         }}),
-    [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Deeds, PagesHaveTheKeyboard, testing::ValuesIn(deeds),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(Keyboard, AJobHearsEscapeAloneAndGivesTheKeyboardBack)
 {
@@ -100,7 +102,7 @@ TEST_F(Keyboard, AJobHearsEscapeAloneAndGivesTheKeyboardBack)
     clickPage(0);
     ASSERT_TRUE(waitFor([this] { return grid().isComplete(); }));
     const QImage before = grid().viewport()->grab().toImage();
-    const BusyState job{QStringLiteral("Saving…"), {}};
+    const BusyState job{"Saving…", {}};
     model.busy = job;
     hand.key(Qt::Key_Return);
     EXPECT_FALSE(job.task.stop_requested());
@@ -125,7 +127,7 @@ TEST_F(Keyboard, NeitherReturnNorSpaceReplacesAFile)
         auto* question = shown<Alert>();
         ASSERT_TRUE(question && isActive(question));
         const auto* marked = qobject_cast<Button*>(question->focusWidget());
-        EXPECT_TRUE(marked->text() == QStringLiteral("Cancel") && showsFocus(*marked) && marked->isDefault());
+        EXPECT_TRUE(marked->text() == "Cancel" && showsFocus(*marked) && marked->isDefault());
         hand.key(key);
         EXPECT_FALSE(await(std::move(replace)));
     }
@@ -150,8 +152,8 @@ protected:
 TEST_F(ListOfFiles, IsOneStopOfTabAndWalkedByArrows)
 {
     for (const char* around : {"Home", "Open…", "Merge PDFs"})
-        EXPECT_TRUE(isInSight(button(QString::fromUtf8(around)))) << around;
-    tabTo(QStringLiteral("Home"));
+        EXPECT_TRUE(isInSight(button(around))) << around;
+    tabTo("Home");
     hand.key(Qt::Key_Tab);
     EXPECT_EQ(focused(), count - 1) << "at the document that is shown";
     struct Step {
@@ -167,7 +169,7 @@ TEST_F(ListOfFiles, IsOneStopOfTabAndWalkedByArrows)
     }
     EXPECT_EQ(model.files.value().size(), count) << "Delete closes nothing";
     hand.key(Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), button(QStringLiteral("Open…")));
+    EXPECT_EQ(QApplication::focusWidget(), button("Open…"));
     hand.key(Qt::Key_Backtab);
     hand.key(Qt::Key_Space);
     EXPECT_EQ(currentFile(model), model.files.value().first());
@@ -177,10 +179,10 @@ TEST_F(ListOfFiles, IsAListToScreenReaders)
 {
     QAccessibleInterface* item = QAccessible::queryAccessibleInterface(row(count - 1));
     EXPECT_EQ(item->role(), QAccessible::ListItem);
-    EXPECT_EQ(item->text(QAccessible::Name), QStringLiteral("24, 1 pages"));
+    EXPECT_EQ(item->text(QAccessible::Name), "24, 1 pages");
     EXPECT_TRUE(item->state().selected);
     EXPECT_EQ(item->parent()->role(), QAccessible::List);
-    EXPECT_EQ(item->parent()->text(QAccessible::Name), QStringLiteral("Files"));
+    EXPECT_EQ(item->parent()->text(QAccessible::Name), "Files");
     QAccessibleInterface* first = item->parent()->child(0);
     EXPECT_FALSE(first->state().selected);
     first->actionInterface()->doAction(QAccessibleActionInterface::pressAction());

@@ -16,13 +16,13 @@ using InWindow = WindowTest;
 
 TEST_F(InWindow, SaveAsIsOfferedForAShownDocumentWhileNothingRuns)
 {
-    const QAction& saveAs = *menuEntry(QStringLiteral("Save As…"));
+    const QAction& saveAs = *menuEntry("Save As…");
     EXPECT_FALSE(saveAs.isEnabled());
     const OpenFilePtr file = openPages(1);
     EXPECT_TRUE(saveAs.isEnabled());
-    model.busy = BusyState{QStringLiteral("Saving…"), {}};
+    model.busy = BusyState{"Saving…", {}};
     EXPECT_FALSE(saveAs.isEnabled());
-    EXPECT_TRUE(menuEntry(QStringLiteral("Close File"))->isEnabled()) << "closing does not wait for a job";
+    EXPECT_TRUE(menuEntry("Close File")->isEnabled()) << "closing does not wait for a job";
     model.busy = std::nullopt;
     EXPECT_TRUE(saveAs.isEnabled());
     model.destination = Destination();
@@ -32,7 +32,7 @@ TEST_F(InWindow, SaveAsIsOfferedForAShownDocumentWhileNothingRuns)
 TEST_F(InWindow, AWideSidebarTakesTheTitlesOfTheToolsUntilThereIsRoomAgain)
 {
     openPages(1);
-    const auto* split = qobject_cast<Button*>(button(QStringLiteral("Split")));
+    const auto* split = qobject_cast<Button*>(button("Split"));
     const int withTitle = split->frame().width();
     const QSize wide = window.size();
     window.resize(window.minimumSize());
@@ -42,7 +42,7 @@ TEST_F(InWindow, AWideSidebarTakesTheTitlesOfTheToolsUntilThereIsRoomAgain)
     EXPECT_EQ(window.size(), window.minimumSize());
     EXPECT_EQ(window.centralWidget()->size(), QSize(1000, 660)) << "below the menu bar";
     EXPECT_LT(split->frame().width(), withTitle);
-    EXPECT_EQ(split->text(), QStringLiteral("Split")) << "for screen readers";
+    EXPECT_EQ(split->text(), "Split") << "for screen readers";
     const auto* bar = window.findChild<DocumentBar*>();
     const auto* save = bar->findChildren<Button*>().last();
     EXPECT_LE(save->mapTo(bar, save->frame().bottomRight()).x(), bar->width());

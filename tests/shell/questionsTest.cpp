@@ -11,77 +11,66 @@
 namespace folvane {
 namespace {
 
-enum class Dismissal { Escape, Cancel, Close, ClosedDocument };
+using Questions = WindowTest;
 
-class Prompt : public WindowTest, public testing::WithParamInterface<Dismissal> {};
+struct Dismissal {
+    const char* name;
+    void (*act)(Hand& hand, QDialog& asked);
+};
 
-TEST_P(Prompt, DismissedInAnyWayTheOpeningGoesOnWithTheNextFile)
+class Dismissed : public WindowTest, public testing::WithParamInterface<Dismissal> {};
+
+TEST_P(Dismissed, APasswordPromptLetsTheOpeningGoOnWithTheNextFile)
 {
-    const QUrl locked = makeLocked(QStringLiteral("locked.pdf"), QStringLiteral("secret"));
-    const QUrl open = makePdf(QStringLiteral("open.pdf"), 1);
+    const QUrl locked = makeLocked(folder.filePath("locked.pdf"), "secret");
+    const QUrl open = makePdf("open.pdf", 1);
     QCoro::Task<> opening = model.open({locked, open});
     ASSERT_TRUE(waitFor([this] { return shown<PasswordPrompt>() != nullptr; }));
     hand.key(Qt::Key_Return);
-    EXPECT_TRUE(shown<PasswordPrompt>()) << "Return in an empty field does nothing";
-    switch (GetParam()) {
-    case Dismissal::Escape: hand.key(Qt::Key_Escape); break;
-    case Dismissal::Cancel: press(QStringLiteral("Cancel")); break;
-    default: shown<PasswordPrompt>()->close();
-    }
+    ASSERT_TRUE(shown<PasswordPrompt>()) << "Return in an empty field does nothing";
+    GetParam().act(hand, *shown<PasswordPrompt>());
     await(std::move(opening));
     ASSERT_EQ(model.files.value().size(), 1);
     EXPECT_EQ(model.files.value().first()->url, open);
     EXPECT_EQ(model.errorMessage.value(), std::nullopt);
 }
 
-INSTANTIATE_TEST_SUITE_P(Ways, Prompt,
-                         testing::Values(Dismissal::Escape, Dismissal::Cancel, Dismissal::Close));
-
-using Questions = WindowTest;
-
-TEST_F(Questions, SheetsGoByEveryWayWithTheirFieldAndWriteNothing)
+TEST_P(Dismissed, ASheetGoesWithItsFieldAndWritesNothing)
 {
-    for (const auto way :
-         {Dismissal::Escape, Dismissal::Cancel, Dismissal::Close, Dismissal::ClosedDocument}) {
-        const OpenFilePtr file = openPages(2);
-        model.sheet = FileSheet{FileSheet::Kind::Split, file->id};
-        ASSERT_TRUE(shown<SplitSheet>());
-        switch (way) {
-        case Dismissal::Escape: hand.key(Qt::Key_Escape); break;
-        case Dismissal::Cancel: press(QStringLiteral("Cancel")); break;
-        case Dismissal::Close: shown<SplitSheet>()->close(); break;
-        case Dismissal::ClosedDocument: model.close(file); break;
-        }
-        EXPECT_EQ(shown<SplitSheet>(), nullptr) << int(way);
-        EXPECT_EQ(model.sheet.value(), std::nullopt) << int(way);
-    }
+    model.sheet = FileSheet{FileSheet::Kind::Split, openPages(2)->id};
+    ASSERT_TRUE(shown<SplitSheet>());
+    GetParam().act(hand, *shown<SplitSheet>());
+    EXPECT_EQ(shown<SplitSheet>(), nullptr);
+    EXPECT_EQ(model.sheet.value(), std::nullopt);
     EXPECT_TRUE(panels.asked.isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    By, Dismissed,
+    testing::Values(Dismissal{"Escape", [](Hand& hand, QDialog&) { hand.key(Qt::Key_Escape); }},
+                    Dismissal{"Cancel", [](Hand& hand, QDialog&) { hand.press("Cancel"); }},
+                    Dismissal{"Close", [](Hand&, QDialog& asked) { asked.close(); }}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(Questions, ASheetGoesWithItsDocument)
+{
+    const OpenFilePtr file = openPages(2);
+    model.sheet = FileSheet{FileSheet::Kind::Split, file->id};
+    model.close(file);
+    EXPECT_EQ(shown<SplitSheet>(), nullptr);
+    EXPECT_EQ(model.sheet.value(), std::nullopt);
 }
 
 TEST_F(Questions, ASecondErrorReplacesTheTextOfTheFirst)
 {
-    model.errorMessage = QStringLiteral("One.");
+    model.errorMessage = "One.";
     const auto* alert = shown<Alert>();
-    model.errorMessage = QStringLiteral("Two.");
+    model.errorMessage = "Two.";
     EXPECT_EQ(shown<Alert>(), alert);
-    EXPECT_EQ(alert->accessibleDescription(), QStringLiteral("Two."));
+    EXPECT_EQ(alert->accessibleDescription(), "Two.");
     hand.key(Qt::Key_Escape);
     EXPECT_EQ(model.errorMessage.value(), std::nullopt);
     EXPECT_FALSE(shown<Alert>());
-}
-
-TEST_F(Questions, PasswordsMustBeTheSame)
-{
-    model.sheet = FileSheet{FileSheet::Kind::Password, openPages(1)->id};
-    const auto* save = button(QStringLiteral("Save Protected Copy…"));
-    EXPECT_EQ(button(QStringLiteral("Save a Copy without Password…")), nullptr);
-    EXPECT_FALSE(save->isEnabled());
-    hand.type(QStringLiteral("Secret"));
-    hand.key(Qt::Key_Tab);
-    hand.type(QStringLiteral("Secre"));
-    EXPECT_FALSE(save->isEnabled());
-    hand.type(QStringLiteral("t"));
-    EXPECT_TRUE(save->isEnabled());
 }
 
 TEST_F(Questions, AWindowThatIsClosedWithChangesStepsAsideUnaskedAndComesBack)

@@ -25,7 +25,7 @@ protected:
     }
     bool has(const char* documents)
     {
-        return waitFor([&] { return names() == QLatin1String(documents); });
+        return waitFor([&] { return names() == documents; });
     }
     /// Presses the button of the question as soon as it is up.
     void answerQuestion(const QString& name)
@@ -33,8 +33,8 @@ protected:
         QTimer::singleShot(0, &window, [this, name] {
             if (!shown<Alert>())
                 return answerQuestion(name);
-            EXPECT_EQ(shown<Alert>()->windowTitle(), QStringLiteral("Quit without saving?"));
-            press(name);
+            EXPECT_EQ(shown<Alert>()->windowTitle(), "Quit without saving?");
+            hand.press(name);
         });
     }
 
@@ -43,8 +43,8 @@ protected:
 
 TEST_F(SystemEventsTest, FilesThatComeBeforeTheWindowOpenWithIt)
 {
-    events.openInFront({makePdf(QStringLiteral("one.pdf"), 1)}, {});
-    events.openInFront({makePdf(QStringLiteral("two.pdf"), 2)}, {});
+    events.openInFront({makePdf("one.pdf", 1)}, {});
+    events.openInFront({makePdf("two.pdf", 2)}, {});
     EXPECT_EQ(names(), QString());
     events.attach(model, window);
     EXPECT_TRUE(has("one two"));
@@ -55,7 +55,7 @@ TEST_F(SystemEventsTest, AWindowThatSteppedAsideComesBack)
 {
     events.attach(model, window);
     window.showMinimized();
-    events.openInFront({}, QStringLiteral("host_TIME1"));
+    events.openInFront({}, "host_TIME1");
     EXPECT_TRUE(window.isVisible() && !window.isMinimized());
 }
 
@@ -68,9 +68,9 @@ TEST_F(SystemEventsTest, TheSessionEndsOnlyWhenNothingIsLostOrChangesAreGivenUp)
     file->isEdited = true;
     EXPECT_FALSE(events.allowsLogOut(false)) << "nobody may be asked";
     EXPECT_EQ(shown<Alert>(), nullptr);
-    answerQuestion(QStringLiteral("Cancel"));
+    answerQuestion("Cancel");
     EXPECT_FALSE(events.allowsLogOut(true));
-    answerQuestion(QStringLiteral("Quit Anyway"));
+    answerQuestion("Quit Anyway");
     EXPECT_TRUE(events.allowsLogOut(true));
 }
 
@@ -92,23 +92,22 @@ TEST(ProgramStarts, OnlyToHandItsFilesAndTokenToTheOneThatRuns)
     const QSignalSpy opened(&running, &ApplicationService::opened);
     const QTemporaryDir folder;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus.address());
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    environment.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), QStringLiteral("token"));
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", bus.address());
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    environment.insert("XDG_ACTIVATION_TOKEN", "token");
     QProcess second;
     second.setProcessEnvironment(environment);
     second.setWorkingDirectory(folder.path());
     second.start(QStringLiteral(FOLVANE_PROGRAM),
-                 {QStringLiteral("100% ä #1.pdf"), QStringLiteral("/tmp/other folder/b.png"),
-                  QStringLiteral("file:///tmp/c%20d.pdf")});
+                 {"100% ä #1.pdf", "/tmp/other folder/b.png", "file:///tmp/c%20d.pdf"});
     ASSERT_TRUE(QTest::qWaitFor([&] { return second.state() == QProcess::NotRunning; }, 60'000));
     EXPECT_TRUE(second.exitStatus() == QProcess::NormalExit && second.exitCode() == 0);
-    const QList<QUrl> wanted{QUrl::fromLocalFile(folder.filePath(QStringLiteral("100% ä #1.pdf"))),
-                             QUrl::fromLocalFile(QStringLiteral("/tmp/other folder/b.png")),
-                             QUrl::fromLocalFile(QStringLiteral("/tmp/c d.pdf"))};
+    const QList<QUrl> wanted{QUrl::fromLocalFile(folder.filePath("100% ä #1.pdf")),
+                             QUrl::fromLocalFile("/tmp/other folder/b.png"),
+                             QUrl::fromLocalFile("/tmp/c d.pdf")};
     ASSERT_EQ(opened.size(), 1);
     EXPECT_EQ(opened[0][0].value<QList<QUrl>>(), wanted);
-    EXPECT_EQ(opened[0][1].toString(), QStringLiteral("token"));
+    EXPECT_EQ(opened[0][1].toString(), "token");
 }
 
 } // namespace

@@ -1,16 +1,20 @@
 #include "tour/Hand.h"
 
-#include "tour/Drag.h"
 #include "tour/TourFailed.h"
+#include "tour/accessibleTree.h"
 #include "tour/waiting.h"
 
 #include <QApplication>
+#include <QDrag>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QScopeGuard>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
 
 #include <exception>
+#include <utility>
 
 namespace folvane {
 
@@ -19,7 +23,50 @@ namespace {
 constexpr int carryInterval = 5; // ms
 constexpr int dragSteps = 12;
 
+/// Tells the window of something that is dragged over it, as the system would.
+template <typename Event>
+void tell(QWindow& window, const QMimeData& data, const QPoint& at)
+{
+    constexpr Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
+    Event event(window.mapFromGlobal(at), actions, &data, Qt::LeftButton, Qt::KeyboardModifiers());
+    QCoreApplication::sendEvent(&window, &event);
+}
+
 } // namespace
+
+/// Notices a drag that the program starts, while this lives: what it carries and what it looks like. Some platforms
+/// end a drag the moment it starts; what it carried is kept.
+class DragWatch : public QObject {
+public:
+    /// For drags that begin in this window.
+    explicit DragWatch(const QWidget& window) : m_window(window) { qApp->installEventFilter(this); }
+
+    /// Its place is told from the pointer.
+    std::optional<PlacedPicture> picture() const
+    {
+        const auto* drag = m_window.findChild<QDrag*>();
+        return drag ? PlacedPicture{drag->pixmap(), -drag->hotSpot()} : m_picture;
+    }
+    /// Null while no drag has come to its end.
+    const QMimeData* carried() const { return m_picture ? &m_carried : nullptr; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const auto* drag = event->type() == QEvent::DeferredDelete ? qobject_cast<QDrag*>(watched) : nullptr;
+        if (drag) {
+            for (const QString& format : drag->mimeData()->formats())
+                m_carried.setData(format, drag->mimeData()->data(format));
+            m_picture = PlacedPicture{drag->pixmap(), -drag->hotSpot()};
+        }
+        return false;
+    }
+
+private:
+    const QWidget& m_window;
+    QMimeData m_carried;
+    std::optional<PlacedPicture> m_picture;
+};
 
 Hand::Hand(QWidget& window) : m_window(window) {}
 
@@ -44,6 +91,32 @@ QPoint Hand::local(const QPoint& at) const
     return target()->mapFromGlobal(at);
 }
 
+bool Hand::finds(const QString& name) const
+{
+    const QAccessibleInterface* control = findControl(top(), name);
+    return control && !control->state().disabled;
+}
+
+// A person presses what stands still: layouts settle a turn of the event loop after what they show has changed.
+QRect Hand::placeOf(const QString& name) const
+{
+    QRect before;
+    QRect place;
+    waitUntil(QStringLiteral("“%1” coming to rest").arg(name), [&] {
+        if (!finds(name))
+            throw TourFailed(QStringLiteral("“%1” cannot be pressed; there are: %2")
+                                 .arg(name, controlNames(top()).join(" | ")));
+        before = std::exchange(place, findControl(top(), name)->rect());
+        return place == before;
+    });
+    return place;
+}
+
+void Hand::press(const QString& name)
+{
+    click(placeOf(name).center());
+}
+
 void Hand::click(const QPoint& at, Qt::KeyboardModifiers modifiers, Qt::MouseButton button)
 {
     hover(at);
@@ -63,8 +136,7 @@ void Hand::takeKeyboard()
     if (QApplication::activePopupWidget() || window.isActiveWindow())
         return;
     window.activateWindow();
-    waitUntil(QStringLiteral("The window's getting the keyboard"),
-              [&window] { return window.isActiveWindow(); });
+    waitUntil("The window's getting the keyboard", [&window] { return window.isActiveWindow(); });
 }
 
 void Hand::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
@@ -115,7 +187,7 @@ void Hand::carryWithSystem(const QPoint& from, const QPoint& to, const std::func
     });
     timer.start(carryInterval);
     hover(from + (to - from) / dragSteps); // what begins the drag may return only at its end
-    waitUntil(QStringLiteral("The end of a drag"), [&ended] { return ended; });
+    waitUntil("The end of a drag", [&ended] { return ended; });
     if (failure)
         std::rethrow_exception(failure);
 }
@@ -129,7 +201,7 @@ void Hand::carryWithoutSystem(const QPoint& from, const QPoint& to, const std::f
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     if (!m_watch->carried())
-        throw TourFailed(QStringLiteral("Pulling began no drag."));
+        throw TourFailed("Pulling began no drag.");
     carry(*m_watch->carried(), from, to, over, end);
     QTest::mouseRelease(target(), Qt::LeftButton, {}, local(to));
 }
@@ -137,15 +209,17 @@ void Hand::carryWithoutSystem(const QPoint& from, const QPoint& to, const std::f
 void Hand::carry(const QMimeData& data, const QPoint& from, const QPoint& to,
                  const std::function<void()>& over, End end)
 {
-    DragOver drag(*target(), data);
+    QWindow& window = *target();
+    const QPoint way = to - from;
+    tell<QDragEnterEvent>(window, data, from + way / dragSteps);
     for (int step = 1; step <= dragSteps; ++step)
-        drag.moveTo(from + (to - from) * step / dragSteps);
+        tell<QDragMoveEvent>(window, data, from + way * step / dragSteps);
     m_at = to;
     over();
-    if (end == End::Cancel)
-        drag.leave();
-    else
-        drag.drop(to);
+    if (end == End::Drop)
+        return tell<QDropEvent>(window, data, to);
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(&window, &leave);
 }
 
 void Hand::dragFiles(const QList<QUrl>& files, const QPoint& to, const std::function<void()>& over, End end)
@@ -157,10 +231,10 @@ void Hand::dragFiles(const QList<QUrl>& files, const QPoint& to, const std::func
 
 std::optional<PlacedPicture> Hand::dragged() const
 {
-    const std::optional<DragPicture> picture = m_watch ? m_watch->picture() : std::nullopt;
-    if (!picture)
-        return std::nullopt;
-    return PlacedPicture{picture->picture, m_at - picture->hotSpot};
+    std::optional<PlacedPicture> picture = m_watch ? m_watch->picture() : std::nullopt;
+    if (picture)
+        picture->topLeft += m_at;
+    return picture;
 }
 
 } // namespace folvane

@@ -28,6 +28,12 @@ public:
     /// What takes input now: the open menu, the dialog, or the window.
     QWidget& top() const;
 
+    /// Whether what is on top has a control of this name, and it can be pressed.
+    bool finds(const QString& name) const;
+    /// Where that control stands on the screen, once it has come to rest. Throws TourFailed when there is none.
+    QRect placeOf(const QString& name) const;
+    void press(const QString& name);
+
     void click(const QPoint& at, Qt::KeyboardModifiers modifiers = {},
                Qt::MouseButton button = Qt::LeftButton);
     void hover(const QPoint& at);

@@ -35,6 +35,29 @@ Stage::Stage()
     window.show();
 }
 
+QPoint Stage::pagePoint(int row)
+{
+    return grid().viewport()->mapToGlobal(grid().visualRect(grid().model()->index(row, 0)).center());
+}
+
+QList<int> selectedRows(const OpenFile& file)
+{
+    QList<int> rows;
+    const std::vector<PageItem>& pages = file.pages.value();
+    for (size_t row = 0; row < pages.size(); ++row)
+        if (file.selection.value().contains(pages[row].id))
+            rows.append(int(row));
+    return rows;
+}
+
+QList<int> pageOrder(const OpenFile& file)
+{
+    QList<int> places;
+    for (const PageItem& page : file.pages.value())
+        places.append(page.source.index);
+    return places;
+}
+
 void prepareEnvironment(const QString& folder)
 {
     for (const char* name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"})
@@ -43,7 +66,7 @@ void prepareEnvironment(const QString& folder)
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder));
     if (!needsScreen())
         return;
-    const QString file = folder + QStringLiteral("/screens.json");
+    const QString file = folder + "/screens.json";
     writeFile(QUrl::fromLocalFile(file), screens);
     qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(file));
 }

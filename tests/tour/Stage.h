@@ -2,7 +2,9 @@
 
 #include "documents/AppModel.h"
 #include "engine/PDFEngine.h"
+#include "shell/DocumentView.h"
 #include "shell/RootView.h"
+#include "shell/pageGrid/PageGrid.h"
 #include "support/ManualClock.h"
 #include "support/MemoryPreferences.h"
 #include "support/ScriptedPanels.h"
@@ -15,6 +17,10 @@ namespace folvane {
 struct Stage {
     Stage();
 
+    PageGrid& grid() { return window.documentView().grid(); }
+    /// The middle of the page, on the screen.
+    QPoint pagePoint(int row);
+
     PDFEngine engine;
     ScriptedPanels panels;
     MemoryPreferences preferences;
@@ -23,6 +29,12 @@ struct Stage {
     AppModel model{Services{engine, panels, preferences, workspace, clock}};
     RootView window{model};
 };
+
+/// The positions of the selected pages, from 0.
+QList<int> selectedRows(const OpenFile& file);
+
+/// The pages as their places in their files, from 0.
+QList<int> pageOrder(const OpenFile& file);
 
 /// Gives the process a home of its own below `folder`, and a screen of its own when it has no display. Before there is
 /// an application.

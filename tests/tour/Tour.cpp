@@ -1,15 +1,11 @@
 #include "tour/Tour.h"
 
 #include "documents/currentFile.h"
-#include "shell/DocumentView.h"
-#include "shell/pageGrid/PageGrid.h"
 #include "support/tools.h"
 #include "tour/TourFailed.h"
-#include "tour/accessibleTree.h"
 #include "tour/waiting.h"
 #include "tour/windowPicture.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
@@ -55,9 +51,9 @@ void Tour::play(const TourStep& step)
     m_watchdog.start();
     try {
         step.play(*this);
-    } catch (...) {
+    } catch (const std::exception& error) {
         take("failed-" + QString(step.name));
-        throw;
+        throw TourFailed(QStringLiteral("%1: %2").arg(step.name, error.what()));
     }
     m_watchdog.pause();
     std::printf("%-12s %2d pictures, longest gap of the interface thread %5.1f ms\n", step.name,
@@ -65,11 +61,6 @@ void Tour::play(const TourStep& step)
     std::fflush(stdout);
     m_hand.reset();
     m_stage.reset();
-}
-
-PageGrid& Tour::grid()
-{
-    return window().documentView().grid();
 }
 
 QUrl Tour::sample(const QString& name, int pages, Paper paper, const QString& word)
@@ -126,35 +117,8 @@ void Tour::waitUntilIdle()
 
 void Tour::press(const QString& name, const QString& shot)
 {
-    m_hand->click(placeOf(name).center());
+    m_hand->press(name);
     picture(shot);
-}
-
-// A person presses what stands still: layouts settle a turn of the event loop after what they show has changed.
-QRect Tour::placeOf(const QString& name) const
-{
-    QRect before;
-    QRect place;
-    waitUntil(QStringLiteral("“%1” coming to rest").arg(name), [&] {
-        before = std::exchange(place, enabledControl(name).rect());
-        return place == before;
-    });
-    return place;
-}
-
-QAccessibleInterface& Tour::enabledControl(const QString& name) const
-{
-    QAccessibleInterface* control = findControl(m_hand->top(), name);
-    if (!control)
-        throw TourFailed(QStringLiteral("There is no “%1” to press, only: %2")
-                             .arg(name, controlNames(m_hand->top()).join(" | ")));
-    check(!control->state().disabled, QStringLiteral("“%1” can be pressed").arg(name));
-    return *control;
-}
-
-bool Tour::has(const QString& name) const
-{
-    return findControl(m_hand->top(), name) != nullptr;
 }
 
 void Tour::openMenu(const QString& name)
@@ -262,10 +226,11 @@ OpenFilePtr Tour::shown() const
 
 QPoint Tour::pagePoint(int row)
 {
-    const QRect cell = grid().visualRect(grid().model()->index(row, 0));
-    check(grid().viewport()->rect().contains(cell.center()),
+    const QPoint point = m_stage->pagePoint(row);
+    const QWidget& pages = *grid().viewport();
+    check(pages.rect().contains(pages.mapFromGlobal(point)),
           QStringLiteral("page %1 is on screen").arg(row + 1));
-    return grid().viewport()->mapToGlobal(cell.center());
+    return point;
 }
 
 void Tour::select(const QList<int>& rows)

@@ -11,11 +11,8 @@
 #include <initializer_list>
 #include <memory>
 
-class QAccessibleInterface;
-
 namespace folvane {
 
-class PageGrid;
 class Tour;
 
 /// One part of the walk, with a window of its own.
@@ -44,7 +41,7 @@ public:
     Stage& stage() { return *m_stage; }
     RootView& window() { return m_stage->window; }
     AppModel& model() { return m_stage->model; }
-    PageGrid& grid();
+    PageGrid& grid() { return m_stage->grid(); }
     Hand& hand() { return *m_hand; }
     Watchdog& watchdog() { return m_watchdog; }
     const TourOptions& options() const { return m_options; }
@@ -66,9 +63,6 @@ public:
 
     /// Clicks the control with this name in what is on top.
     void press(const QString& name, const QString& picture = {});
-    bool has(const QString& name) const;
-    /// Where the control stands on the screen, once it has come to rest.
-    QRect placeOf(const QString& name) const;
     /// Clicks into the menu bar.
     void openMenu(const QString& name);
     /// Clicks the entry of the open menu.
@@ -101,7 +95,6 @@ public:
 
 private:
     void take(const QString& picture);
-    QAccessibleInterface& enabledControl(const QString& name) const;
 
     const TourOptions m_options;
     QTemporaryDir m_temporary;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 
 namespace folvane {
 
@@ -24,17 +25,17 @@ bool hasManyItems(const QAccessibleInterface& item)
     return qobject_cast<QAbstractItemView*>(item.object());
 }
 
-QAccessibleInterface* find(QAccessibleInterface& item, const Fits& fits)
+/// The first that is on screen and fits, in the order of the tree.
+QAccessibleInterface* find(QAccessibleInterface* item, const Fits& fits)
 {
-    if (!item.isValid() || !isOnScreen(item))
+    if (!item || !item->isValid() || !isOnScreen(*item))
         return nullptr;
-    if (fits(item))
-        return &item;
-    if (hasManyItems(item))
+    if (fits(*item))
+        return item;
+    if (hasManyItems(*item))
         return nullptr;
-    for (int child = 0; child < item.childCount(); ++child) {
-        QAccessibleInterface* below = item.child(child);
-        if (QAccessibleInterface* found = below ? find(*below, fits) : nullptr)
+    for (int child = 0; child < item->childCount(); ++child) {
+        if (QAccessibleInterface* found = find(item->child(child), fits))
             return found;
     }
     return nullptr;
@@ -52,16 +53,10 @@ bool isControl(QAccessible::Role role)
 
 } // namespace
 
-QAccessibleInterface* findAccessible(QWidget& below, const Fits& fits)
-{
-    QAccessibleInterface* root = QAccessible::queryAccessibleInterface(&below);
-    return root ? find(*root, fits) : nullptr;
-}
-
 QStringList controlNames(QWidget& below)
 {
     QStringList names;
-    findAccessible(below, [&names](QAccessibleInterface& item) {
+    find(QAccessible::queryAccessibleInterface(&below), [&names](QAccessibleInterface& item) {
         if (isControl(item.role()))
             names.append(item.text(QAccessible::Name));
         return false;
@@ -71,7 +66,7 @@ QStringList controlNames(QWidget& below)
 
 QAccessibleInterface* findControl(QWidget& below, const QString& name)
 {
-    return findAccessible(below, [&name](QAccessibleInterface& item) {
+    return find(QAccessible::queryAccessibleInterface(&below), [&name](QAccessibleInterface& item) {
         return isControl(item.role()) && item.text(QAccessible::Name).remove(u'&') == name;
     });
 }

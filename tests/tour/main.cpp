@@ -18,7 +18,6 @@ struct Options {
     TourOptions tour;
     QString only;
     bool alsoScaled = true;
-    QStringList given; ///< as they were given
 };
 
 int s_warnings = 0;
@@ -55,9 +54,8 @@ Options readOptions()
     }
     Options options{{QDir(parser.value("to")), count, parser.value("rounds").toInt(), {}},
                     parser.value("only"),
-                    !parser.isSet("unscaled"),
-                    parser.positionalArguments()};
-    for (const QString& file : options.given)
+                    !parser.isSet("unscaled")};
+    for (const QString& file : parser.positionalArguments())
         options.tour.given.append(QUrl::fromUserInput(file, QDir::currentPath(), QUrl::AssumeLocalFile));
     return options;
 }
@@ -67,37 +65,24 @@ void play(const Options& options)
     Tour tour(options.tour);
     bool any = false;
     for (const TourStep& step : tourSteps) {
-        const QString name = QString::fromLatin1(step.name);
-        if (!options.only.isEmpty() && options.only != name)
+        if (!options.only.isEmpty() && options.only != step.name)
             continue;
         any = true;
-        try {
-            tour.play(step);
-        } catch (const std::exception& error) {
-            throw TourFailed(QStringLiteral("%1: %2").arg(name, QString::fromUtf8(error.what())));
-        }
+        tour.play(step);
     }
     if (!any)
         throw TourFailed(QStringLiteral("There is no step “%1”.").arg(options.only));
 }
 
-/// The scale of a process is fixed when it starts: the round at 200 % is a process of its own.
-void playScaled(const Options& options)
+/// The scale of a process is fixed when it starts: the round at 200 % is a process of its own. Of options that are
+/// given twice, the last one counts.
+void playScaled(const QDir& folder)
 {
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("QT_SCALE_FACTOR", "2");
-    process.setProcessEnvironment(environment);
-    process.setProcessChannelMode(QProcess::ForwardedChannels);
-    QStringList arguments{"--to", options.tour.folder.filePath("200"), "--unscaled", "--pages",
-                          QString::number(options.tour.manyPages)};
-    if (!options.only.isEmpty())
-        arguments += {"--only", options.only};
     std::printf("At 200 %%:\n");
     std::fflush(stdout);
-    process.start(QCoreApplication::applicationFilePath(), arguments + options.given);
-    if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit
-        || process.exitCode() != 0)
+    qputenv("QT_SCALE_FACTOR", "2");
+    const QStringList scaled{"--to", folder.filePath("200"), "--unscaled", "--rounds", "1"};
+    if (QProcess::execute(qApp->applicationFilePath(), qApp->arguments().mid(1) + scaled) != 0)
         throw TourFailed("The round at 200 % failed.");
 }
 
@@ -114,7 +99,7 @@ int main(int argc, char** argv)
         const Options options = readOptions();
         play(options);
         if (options.alsoScaled)
-            playScaled(options);
+            playScaled(options.tour.folder);
         if (s_warnings > 0)
             throw TourFailed(QStringLiteral("There were %1 warnings.").arg(s_warnings));
     } catch (const std::exception& error) {

@@ -19,18 +19,12 @@ constexpr QSize upright{595, 842};
 constexpr QSize lying{842, 595};
 constexpr int margin = 56;
 
-QByteArray number(double value)
-{
-    return QByteArray::number(value, 'f', 2);
-}
-
 /// A filled rectangle, measured from the top left of the page.
-QByteArray box(const QColor& color, const QRectF& area, const QSize& page)
+QString box(const QColor& color, const QRectF& area, const QSize& page)
 {
-    const QByteArray ink =
-        number(color.redF()) + ' ' + number(color.greenF()) + ' ' + number(color.blueF()) + " rg ";
-    return ink + number(area.x()) + ' ' + number(page.height() - area.bottom()) + ' ' + number(area.width())
-           + ' ' + number(area.height()) + " re f\n";
+    return QString::asprintf("%.2f %.2f %.2f rg %.2f %.2f %.2f %.2f re f\n", color.redF(), color.greenF(),
+                             color.blueF(), area.x(), page.height() - area.bottom(), area.width(),
+                             area.height());
 }
 
 /// A heading, on every third page a picture, and bars where lines of text would be.
@@ -39,10 +33,9 @@ QByteArray pageContent(const QString& word, int page, const QSize& size)
     const double width = size.width() - 2.0 * margin;
     const QColor color = QColor::fromHsv(page * 47 % 360, 80, 200);
     const bool hasPicture = page % 3 == 1;
-    QByteArray content = box(color, {margin, 60, width * 0.4, 6}, size);
-    content += "0.16 g BT /F1 27 Tf " + QByteArray::number(margin) + ' '
-               + QByteArray::number(size.height() - 112) + " Td (" + word.toLatin1() + ' '
-               + QByteArray::number(page) + ") Tj ET\n";
+    QString content = box(color, {margin, 60, width * 0.4, 6}, size);
+    content += QString::asprintf("0.16 g BT /F1 27 Tf %d %d Td (%s %d) Tj ET\n", margin, size.height() - 112,
+                                 qPrintable(word), page);
     if (hasPicture)
         content += box(color.lighter(130), {margin, 150, width, size.height() * 0.3}, size);
     for (int line = 0; line < 60; ++line) {
@@ -51,7 +44,7 @@ QByteArray pageContent(const QString& word, int page, const QSize& size)
         if (top < size.height() - margin)
             content += box(QColor(190, 188, 186), {margin, top, width * share, 5}, size);
     }
-    return content;
+    return content.toLatin1();
 }
 
 } // namespace
@@ -81,13 +74,6 @@ QUrl makeLocked(const QString& path, const QString& password)
     if (made.exitCode != 0)
         throw TourFailed("qpdf could not lock a sample: " + QString::fromUtf8(made.errors));
     return QUrl::fromLocalFile(path);
-}
-
-QUrl makeDamaged(const QString& path)
-{
-    const QUrl url = QUrl::fromLocalFile(path);
-    writeFile(url, "This was never a PDF.");
-    return url;
 }
 
 QUrl makePicture(const QString& path)

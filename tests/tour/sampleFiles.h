@@ -15,9 +15,6 @@ QUrl makeSample(const QString& path, int pages, Paper paper = Paper::Upright,
 /// The same with this password, locked by another program than ours.
 QUrl makeLocked(const QString& path, const QString& password);
 
-/// A file with the name of a PDF and none of its contents.
-QUrl makeDamaged(const QString& path);
-
 /// A picture file.
 QUrl makePicture(const QString& path);
 

@@ -2,11 +2,9 @@
 
 #include "tour/Tour.h"
 
-#include <array>
-
 namespace folvane {
 
-// Each in the file of its name in steps/.
+// In the files of steps/.
 void showHome(Tour& tour);
 void showDocuments(Tour& tour);
 void showBrowsing(Tour& tour);
@@ -27,25 +25,12 @@ void showSizes(Tour& tour);
 void showGivenFiles(Tour& tour);
 
 /// The walk, in its order.
-inline constexpr std::array tourSteps{
-    TourStep{"home", showHome},
-    TourStep{"documents", showDocuments},
-    TourStep{"browsing", showBrowsing},
-    TourStep{"selecting", showSelecting},
-    TourStep{"dragging", showDragging},
-    TourStep{"menus", showMenus},
-    TourStep{"passwords", showPasswords},
-    TourStep{"saving", showSaving},
-    TourStep{"compressing", showCompressing},
-    TourStep{"merging", showMerging},
-    TourStep{"splitting", showSplitting},
-    TourStep{"protecting", showProtecting},
-    TourStep{"exporting", showExporting},
-    TourStep{"alerts", showAlerts},
-    TourStep{"long names", showLongNames},
-    TourStep{"file list", showFileList},
-    TourStep{"sizes", showSizes},
-    TourStep{"given files", showGivenFiles},
-};
+inline constexpr TourStep tourSteps[] = {
+    {"home", showHome},           {"documents", showDocuments}, {"browsing", showBrowsing},
+    {"selecting", showSelecting}, {"dragging", showDragging},   {"menus", showMenus},
+    {"passwords", showPasswords}, {"saving", showSaving},       {"compressing", showCompressing},
+    {"merging", showMerging},     {"splitting", showSplitting}, {"protecting", showProtecting},
+    {"exporting", showExporting}, {"alerts", showAlerts},       {"long names", showLongNames},
+    {"file list", showFileList},  {"sizes", showSizes},         {"given files", showGivenFiles}};
 
 } // namespace folvane

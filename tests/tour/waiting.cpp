@@ -64,14 +64,13 @@ void waitUntil(const QString& what, const std::function<bool()>& condition)
 void waitUntilStill()
 {
     const Painting painting;
-    waitUntil(QStringLiteral("The end of painting"),
-              [&painting] { return painting.sinceLast() >= stillness; });
+    waitUntil("The end of painting", [&painting] { return painting.sinceLast() >= stillness; });
 }
 
 void waitForFrames(int frames)
 {
     const Painting painting;
-    waitUntil(QStringLiteral("Painting"), [&painting, frames] {
+    waitUntil("Painting", [&painting, frames] {
         return painting.count() >= frames || painting.sinceLast() >= longStillness;
     });
 }

@@ -1,3 +1,4 @@
+#include "platform/files/writeFile.h"
 #include "tour/steps.h"
 
 namespace folvane {
@@ -5,7 +6,9 @@ namespace folvane {
 void showAlerts(Tour& tour)
 {
     AppModel& model = tour.model();
-    tour.openBy("Open…", {makeDamaged(tour.path("Broken.pdf"))});
+    const QUrl broken = QUrl::fromLocalFile(tour.path("Broken.pdf"));
+    writeFile(broken, "This was never a PDF.");
+    tour.openBy("Open…", {broken});
     tour.wait("The message about a damaged file",
               [&model] { return model.errorMessage.value().has_value(); });
     tour.picture("error");

@@ -9,14 +9,6 @@ namespace folvane {
 
 namespace {
 
-void checkOrder(Tour& tour, const QString& wanted, const QString& what)
-{
-    QStringList names;
-    for (const MergeItem& item : tour.model().merge.items.value())
-        names.append(item.name);
-    Tour::check(names.join(", ") == wanted, what);
-}
-
 void waitForRows(Tour& tour, size_t count)
 {
     tour.wait("The adding of files", [&] { return tour.model().merge.items.value().size() == count; });
@@ -71,19 +63,19 @@ void showMerging(Tour& tour)
     tour.turn("Rotate Right");
     tour.press("More", "menu-more-with-tools");
     tour.choose("Add to Merge");
-    checkOrder(tour, "Annual report, Hills, Letter", "the turned letter joins the list");
     tour.press("Add", "merge-menu");
     tour.keys({Qt::Key_Escape});
 
     dragRow(tour, 2, -2, "merge-dragging");
-    checkOrder(tour, "Letter, Annual report, Hills", "the dragged row comes first");
     tour.keys({Qt::Key_Tab, Qt::Key_Backtab});
     tour.hand().key(Qt::Key_Down, Qt::AltModifier);
-    checkOrder(tour, "Annual report, Letter, Hills", "the keys move it down");
     tour.picture("merge-moved-by-keys");
 
     const QString path = tour.save("Merged.pdf", [&tour] { tour.press("Merge…"); });
-    Tour::check(checkedTexts(path).size() == 14, "the merged file has all pages");
+    const QStringList pages = checkedTexts(path);
+    Tour::check(
+        pages.size() == 14 && pages.sliced(11) == QStringList{"Chapter 12", "Chapter 1", ""},
+        "the merged file has the letter, dragged to the front and moved down by keys, before the picture");
     tour.picture("merge-done");
     showManyFiles(tour);
     tour.press("Clear", "merge-cleared");

@@ -21,4 +21,27 @@ void showPasswords(Tour& tour)
     tour.picture("document-that-was-locked");
 }
 
+void showProtecting(Tour& tour)
+{
+    tour.openSample("Annual report.pdf", 12);
+    const auto saves = [&tour] { return tour.hand().finds("Save Protected Copy…"); };
+    tour.press("Password", "protect");
+    Tour::check(!saves(), "an empty password protects nothing");
+    tour.type("pebble");
+    tour.keys({Qt::Key_Tab});
+    tour.type("pebbel", "protect-mismatch");
+    Tour::check(!saves(), "the passwords must be the same");
+    tour.keys({Qt::Key_Backspace, Qt::Key_Backspace});
+    tour.type("le", "protect-match");
+    const QString copy = tour.save("Protected.pdf", [&tour] { tour.keys({Qt::Key_Return}); });
+    tour.picture("protect-done");
+
+    tour.askForPassword(QUrl::fromLocalFile(copy));
+    tour.unlock("pebble");
+    tour.picture("protected-document");
+    tour.press("Password", "protect-again");
+    const QString free = tour.save("Free.pdf", [&tour] { tour.press("Save a Copy without Password…"); });
+    Tour::check(checkedTexts(free).size() == 12, "the free copy opens without a password");
+}
+
 } // namespace folvane
