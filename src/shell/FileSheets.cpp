@@ -25,7 +25,7 @@ QDialog* makeSheet(FileSheet::Kind kind, AppModel& model, const OpenFilePtr& fil
 
 FileSheets::FileSheets(AppModel& model, QWidget* window) : QObject(window), m_model(model), m_window(window)
 {
-    m_watches.keep([this] { show(); }, m_model.sheet, m_model.files);
+    m_watches.keep([this] { show(); }, m_model.sheet); // which goes with its document
 }
 
 FileSheets::~FileSheets() = default;
