@@ -15,6 +15,7 @@ namespace {
 constexpr int jpegQuality = 85; // of 100
 constexpr double pointsPerInch = 72;
 constexpr double inchesPerMetre = 1 / 0.0254;
+constexpr size_t mostBitmaps = 1; // besides the one being drawn
 
 QByteArray encoded(const QImage& image, ExportFormat format)
 {
@@ -26,11 +27,6 @@ QByteArray encoded(const QImage& image, ExportFormat format)
     const bool isWritten = image.save(&buffer, "PNG");
     bytes.squeeze(); // they may wait long for their file
     return isWritten ? bytes : QByteArray();
-}
-
-size_t mostBitmaps()
-{
-    return static_cast<size_t>(pixelThreads().maxThreadCount());
 }
 
 } // namespace
@@ -47,7 +43,7 @@ QSize PageExport::pixels(QSizeF points) const
 
 void PageExport::makeRoom()
 {
-    while (m_fanOut.waiting() >= mostBitmaps())
+    while (m_fanOut.waiting() > mostBitmaps)
         takeNext();
 }
 

@@ -14,8 +14,8 @@ namespace folvane {
 
 enum class ExportFormat { Png, Jpeg };
 
-/// Pages on their way into picture files. Encodes on all cores what has been drawn, while the next page is being drawn:
-/// beside those, no bitmap waits.
+/// Pages on their way into picture files. Encodes what has been drawn while the next page is being drawn: one bitmap at
+/// most waits beside the files.
 class PageExport {
 public:
     PageExport(double dpi, ExportFormat format, const std::stop_token& stop);

@@ -25,9 +25,10 @@ QByteArray document(const QStringList& options, int count = 5)
 
 const QStringList plain{"--object-streams=disable"}, packed{"--object-streams=generate"};
 
+// A wrong length must not lead to the end of a stream by chance, so nothing of where the bytes begin is left to it.
 QStringList locked(const QString& password)
 {
-    return {"--encrypt", password, "owner", "256", "--"};
+    return {"--static-aes-iv", "--encrypt", password, "owner", "256", "--"};
 }
 
 std::shared_ptr<QPDF> opened(const QByteArray& file, const char* password = "")
