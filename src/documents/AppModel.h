@@ -14,6 +14,7 @@
 #include "records/Destination.h"
 #include "records/FileSheet.h"
 #include "records/QuitQuestion.h"
+#include "stamps/StampLibrary.h"
 
 #include <QObject>
 
@@ -41,6 +42,7 @@ public:
     QProperty<std::optional<QUuid>> signingFileID;
     QProperty<OpenFilePtr> closingFile; ///< the document about which the save question is up
     QProperty<std::optional<PasswordRequest>> passwordRequest;
+    StampLibrary stamps{StampLibrary::usersFolder()};
     MergeModel merge; ///< lasts as long as the program, wherever the user goes
 
     OpenFilePtr file(const QUuid& id) const;
@@ -62,6 +64,16 @@ public:
     /// A drop of page ids (text) on the cell of `before`: reorders as a drag does. False: it is no page id.
     bool dropPages(OpenFilePtr file, const QStringList& items, std::optional<QUuid> before);
     QCoro::Task<> insertPages(OpenFilePtr file, QList<QUrl> urls);
+
+    // placing.cpp: pages and placements that are not there change nothing
+    /// In the middle of the lower half, each next one a little beside the one before it.
+    std::optional<StampPlacement> place(const StampRecord& record, OpenFilePtr file, const QUuid& page);
+    void update(const StampPlacement& placement, OpenFilePtr file, const QUuid& page);
+    void remove(const QUuid& placement, OpenFilePtr file, const QUuid& page);
+    /// Puts a copy of it on every other page of the document.
+    void addToAllPages(const StampPlacement& placement, OpenFilePtr file, const QUuid& page);
+    /// From the pages of all open documents, then from the library.
+    void deleteStamp(const QUuid& stamp);
 
     // merging.cpp
     /// Adds the files one after the other. What is neither a PDF nor a picture is left out without a word.

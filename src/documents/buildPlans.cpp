@@ -4,15 +4,16 @@
 
 namespace folvane {
 
-BuildPlan buildPlan(std::vector<PageItem> pages, std::optional<QString> password)
+BuildPlan buildPlan(const StampLibrary& stamps, std::vector<PageItem> pages, std::optional<QString> password)
 {
     BuildPlan plan;
     plan.pages = std::move(pages);
+    plan.stampFiles = stamps.files();
     plan.password = std::move(password);
     return plan;
 }
 
-BuildPlan mergePlan(const std::vector<MergeItem>& rows)
+BuildPlan mergePlan(const StampLibrary& stamps, const std::vector<MergeItem>& rows)
 {
     std::vector<PageItem> pages;
     std::set<size_t> starts;
@@ -20,7 +21,7 @@ BuildPlan mergePlan(const std::vector<MergeItem>& rows)
         starts.insert(pages.size());
         pages.insert(pages.end(), row.pages.begin(), row.pages.end());
     }
-    BuildPlan plan = buildPlan(duplicates(pages));
+    BuildPlan plan = buildPlan(stamps, duplicates(pages));
     plan.documentStarts = std::move(starts);
     return plan;
 }

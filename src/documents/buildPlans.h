@@ -2,13 +2,15 @@
 
 #include "records/BuildPlan.h"
 #include "records/MergeItem.h"
+#include "stamps/StampLibrary.h"
 
 namespace folvane {
 
 /// What the engine is told about a new PDF of these pages, whoever makes it. Compressing adds its quality.
-BuildPlan buildPlan(std::vector<PageItem> pages, std::optional<QString> password = std::nullopt);
+BuildPlan buildPlan(const StampLibrary& stamps, std::vector<PageItem> pages,
+                    std::optional<QString> password = std::nullopt);
 
 /// All rows as one file without a password; each is a document of its own.
-BuildPlan mergePlan(const std::vector<MergeItem>& rows);
+BuildPlan mergePlan(const StampLibrary& stamps, const std::vector<MergeItem>& rows);
 
 } // namespace folvane

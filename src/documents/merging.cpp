@@ -26,7 +26,7 @@ QCoro::Task<> AppModel::mergeFiles()
     const QString name = suggestedName(first.name, tr("merged"));
     const std::optional<QUrl> url = co_await chooseSaveURL(name, first.url);
     if (!ended.stop_requested() && url)
-        write(mergePlan(merge.items), *url, tr("Merging…"));
+        write(mergePlan(stamps, merge.items), *url, tr("Merging…"));
 }
 
 } // namespace folvane

@@ -100,7 +100,7 @@ QCoro::Task<> AppModel::saveAs(OpenFilePtr file)
     const std::optional<QUrl> url = co_await chooseSaveURL(suggestedName(*file), file->url);
     if (ended.stop_requested() || !url)
         co_return;
-    const BuildPlan plan = buildPlan(file->pages, file->password);
+    const BuildPlan plan = buildPlan(stamps, file->pages, file->password);
     write(plan, *url, tr("Saving…"), [file] { file->isEdited = false; });
 }
 
@@ -110,7 +110,7 @@ QCoro::Task<> AppModel::extract(OpenFilePtr file)
     const std::vector<PageItem> pages = duplicates(file->selectedPages());
     const std::optional<QUrl> url = co_await chooseSaveURL(suggestedExtractName(*file), file->url);
     if (!ended.stop_requested() && url)
-        write(buildPlan(pages, file->password), *url, tr("Saving…"));
+        write(buildPlan(stamps, pages, file->password), *url, tr("Saving…"));
 }
 
 void AppModel::saved(QList<QUrl> urls)

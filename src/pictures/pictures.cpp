@@ -15,6 +15,7 @@
 #include <QColorSpace>
 #include <QImageReader>
 
+#include <algorithm>
 #include <cmath>
 
 namespace folvane {
@@ -114,14 +115,24 @@ std::optional<Picture> inSrgb(std::optional<InkSamples> inks, const QByteArray& 
                 : std::nullopt;
 }
 
-std::optional<Picture> decodeJpegFile(const QByteArray& bytes, const std::stop_token& stop)
+/// The fewest eighths of a length that are no less than `enough`.
+int eighths(int length, std::optional<int> enough)
+{
+    return enough ? static_cast<int>(
+                        std::clamp((8 * qint64(*enough) + length - 1) / length, qint64(1), qint64(8)))
+                  : 8;
+}
+
+std::optional<Picture> decodeJpegFile(const QByteArray& bytes, const std::stop_token& stop,
+                                      std::optional<int> enough)
 {
     const std::optional<JpegInfo> info = inspectJpeg(bytes);
     if (!info)
         return std::nullopt;
+    const int scale = eighths(std::max({info->width, info->height, 1}), enough);
     if (info->components == 4)
-        return inSrgb(decodeCmykJpeg(bytes, 8, stop), info->iccProfile, info->orientation, stop);
-    std::optional<QImage> image = decodeJpeg(bytes, 8, stop);
+        return inSrgb(decodeCmykJpeg(bytes, scale, stop), info->iccProfile, info->orientation, stop);
+    std::optional<QImage> image = decodeJpeg(bytes, scale, stop);
     if (!image)
         return std::nullopt;
     return inSrgb(TaggedImage{std::move(*image), info->iccProfile}, info->orientation, stop);
@@ -160,10 +171,11 @@ std::optional<Picture> drawnInSrgb(const QByteArray& svg)
 }
 
 /// Already in sRGB.
-std::optional<Picture> decodeFile(PictureBytes content, const QString& extension, const std::stop_token& stop)
+std::optional<Picture> decodeFile(PictureBytes content, const QString& extension, const std::stop_token& stop,
+                                  std::optional<int> enough)
 {
     switch (const PictureFormat format = pictureFormat(content.bytes)) {
-    case PictureFormat::Jpeg: return decodeJpegFile(content.bytes, stop);
+    case PictureFormat::Jpeg: return decodeJpegFile(content.bytes, stop, enough);
     case PictureFormat::Heif: return inSrgb(decodeHeif(content.bytes), 1, stop);
     case PictureFormat::Svg: return drawnInSrgb(content.bytes);
     case PictureFormat::Gzip: return isSvg(extension) ? drawnInSrgb(content.bytes) : std::nullopt;
@@ -207,9 +219,9 @@ void preparePictureDecoding()
 }
 
 std::optional<Picture> decodePicture(PictureBytes content, const QString& extension,
-                                     const std::stop_token& stop)
+                                     const std::stop_token& stop, std::optional<int> enough)
 {
-    std::optional<Picture> picture = decodeFile(std::move(content), extension, stop);
+    std::optional<Picture> picture = decodeFile(std::move(content), extension, stop, enough);
     if (!picture || picture->image.isNull() || stop.stop_requested())
         return std::nullopt;
     return reduced(std::move(*picture));

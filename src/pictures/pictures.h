@@ -42,9 +42,11 @@ struct Picture {
 /// frames the first, of a TIFF or icon file the largest, of a HEIC or AVIF file the primary picture. Vector pictures are drawn on a transparent
 /// ground, their long side vectorLongSide, and load nothing from outside. Nothing when it cannot be decoded,
 /// or not within maxBitmapBytes, and soon after a stop. A picture that was cut off counts as one that cannot be decoded, but for a
-/// JPEG of which at least half is there: its missing part is grey.
+/// JPEG of which at least half is there: its missing part is grey. Where a file is decoded the quicker the smaller, the picture may
+/// come out smaller than it is, but its long side no shorter than `enough` pixels.
 std::optional<Picture> decodePicture(PictureBytes content, const QString& extension,
-                                     const std::stop_token& stop = {});
+                                     const std::stop_token& stop = {},
+                                     std::optional<int> enough = std::nullopt);
 
 /// Whether an extension is that of a vector picture.
 bool isSvg(const QString& extension);

@@ -18,13 +18,25 @@ ImageSamples samplesOf(const QImage& image, std::optional<int> channels)
     return samples;
 }
 
+namespace {
+
+QImage::Format formatOf(int channels)
+{
+    switch (channels) {
+    case 1: return QImage::Format_Grayscale8;
+    case 4: return QImage::Format_RGBA8888_Premultiplied;
+    default: return QImage::Format_RGB888;
+    }
+}
+
+} // namespace
+
 QImage imageOf(ImageSamples samples)
 {
     auto* kept = new ImageSamples(std::move(samples));
     const auto letGo = [](void* held) { delete static_cast<ImageSamples*>(held); };
     return QImage(kept->bytes.data(), kept->size.width(), kept->size.height(),
-                  static_cast<qsizetype>(kept->stride()),
-                  kept->channels == 1 ? QImage::Format_Grayscale8 : QImage::Format_RGB888, letGo, kept);
+                  static_cast<qsizetype>(kept->stride()), formatOf(kept->channels), letGo, kept);
 }
 
 } // namespace folvane

@@ -83,7 +83,8 @@ TEST_F(Merging, KeepsSourcesOfClosedDocumentsUntilTheirRowGoes)
 TEST(MergePlans, KeepEachRowADocumentOfItsOwn)
 {
     const std::vector<PageItem> pages = pagesOf(QUrl("file:///a.pdf"), 2);
-    const BuildPlan plan = mergePlan({{{}, "a", pages, {}}, {{}, "b", {pages[1]}, {}}, {{}, "a", pages, {}}});
+    const BuildPlan plan =
+        mergePlan(StampLibrary({}), {{{}, "a", pages, {}}, {{}, "b", {pages[1]}, {}}, {{}, "a", pages, {}}});
     EXPECT_EQ(plan.documentStarts, std::set<size_t>({0, 2, 3}));
     EXPECT_EQ(idsOf(plan.pages).size(), 5) << "no page stands there twice";
     EXPECT_EQ(plan.pages[2].source.index, 1);

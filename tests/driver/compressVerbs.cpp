@@ -52,8 +52,9 @@ void keepMeasured(Call& call, const OpenFile& file, const CompressMeasuring& mea
 
 std::shared_ptr<RungBuilder> builderFor(const Call& call, const OpenFile& file)
 {
+    const AppModel& model = call.model();
     const auto builder =
-        std::make_shared<RungBuilder>(call.model().engine(), buildPlan(file.pages, file.password));
+        std::make_shared<RungBuilder>(model.engine(), buildPlan(model.stamps, file.pages, file.password));
     const auto measured = call.program.measured.find(file.id);
     if (measured != call.program.measured.end() && measured->second.pages == file.pages.value())
         for (const auto& [choice, data] : measured->second.results)

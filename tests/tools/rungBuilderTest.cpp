@@ -12,7 +12,10 @@ const Compression::Rung small = Compression::rung(Compression::Choice::Small);
 
 class RungBuilders : public ModelTest {
 protected:
-    BuildPlan plan(const QString& name, int pages) { return buildPlan(open({putPdf(name, pages)})->pages); }
+    BuildPlan plan(const QString& name, int pages)
+    {
+        return buildPlan(model->stamps, open({putPdf(name, pages)})->pages);
+    }
     QCoro::Task<QByteArray> build(const Compression::Rung& rung, std::stop_token stop = {})
     {
         return RungBuilder::build(builder, rung, stop);

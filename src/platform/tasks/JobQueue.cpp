@@ -57,11 +57,15 @@ public:
         finish();
     }
 
-    void cancel()
+    void cancel(WhenStopped then)
     {
         if (!m_claimed.exchange(true))
             finish();
+        else if (then == WhenStopped::Leave)
+            leave();
     }
+
+    bool wasLeft() const { return m_wasLeft; }
 
     /// By the event loop, also when the end has come already: nobody goes on in the middle of asking.
     void resumeAtEnd(std::coroutine_handle<> waiting)
@@ -78,8 +82,19 @@ private:
     {
         m_body = nullptr; // what the job captured is gone before anyone hears of its end
         const std::scoped_lock lock(m_mutex);
-        m_ended = true;
-        if (m_waiting)
+        end();
+    }
+
+    void leave()
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_wasLeft = !m_ended;
+        end();
+    }
+
+    void end()
+    {
+        if (!std::exchange(m_ended, true) && m_waiting)
             post();
     }
 
@@ -98,6 +113,7 @@ private:
     std::mutex m_mutex;
     std::coroutine_handle<> m_waiting;
     bool m_ended = false;
+    bool m_wasLeft = false; // the job may still run: nobody looks at what it leaves behind
 };
 
 JobQueue::JobQueue(const QString& threadName, int threads, uint stackBytes)
@@ -125,9 +141,14 @@ std::shared_ptr<JobQueue::Request> JobQueue::enqueue(std::function<void()> body)
     return request;
 }
 
-void JobQueue::cancel(Request& request)
+void JobQueue::cancel(Request& request, WhenStopped then)
 {
-    request.cancel();
+    request.cancel(then);
+}
+
+bool JobQueue::wasLeft(const Request& request)
+{
+    return request.wasLeft();
 }
 
 void JobQueue::resumeAtEnd(Request& request, std::coroutine_handle<> waiting)

@@ -24,6 +24,10 @@ namespace folvane {
 /// threw, or with Cancelled when it was stopped, or the queue destroyed, before it began.
 class JobQueue {
 public:
+    /// Whether who asked for a running job stays until it has ended. Who leaves gets Cancelled at once, and the job goes on
+    /// alone: what it uses must belong to it.
+    enum class WhenStopped { Wait, Leave };
+
     /// stackBytes 0 leaves the system's stack size.
     JobQueue(const QString& threadName, int threads, uint stackBytes);
     /// Waits for the running jobs; those not begun end with Cancelled.
@@ -32,15 +36,17 @@ public:
 
     /// Runs the job on a thread of the queue and resumes the awaiting coroutine on the thread that called
     /// run(), which needs an event loop. What the job threw is thrown again with its own type. A stop ends a
-    /// request at once that has not begun; a running job looks at the token itself.
+    /// request at once that has not begun; a running job looks at the token itself, unless the caller need not wait for it.
     template <std::invocable F>
-    QCoro::Task<std::invoke_result_t<F>> run(F job, std::stop_token stop = {});
+    QCoro::Task<std::invoke_result_t<F>> run(F job, std::stop_token stop = {},
+                                             WhenStopped then = WhenStopped::Wait);
 
 private:
     class Request;
 
     std::shared_ptr<Request> enqueue(std::function<void()> body);
-    static void cancel(Request& request);
+    static void cancel(Request& request, WhenStopped then);
+    static bool wasLeft(const Request& request);
     static void resumeAtEnd(Request& request, std::coroutine_handle<> waiting);
 
     /// Awaits the end of a request.
@@ -102,7 +108,7 @@ struct Outcome<void> {
 } // namespace detail
 
 template <std::invocable F>
-QCoro::Task<std::invoke_result_t<F>> JobQueue::run(F job, std::stop_token stop)
+QCoro::Task<std::invoke_result_t<F>> JobQueue::run(F job, std::stop_token stop, WhenStopped then)
 {
     throwIfStopped(stop);
     const auto outcome = std::make_shared<detail::Outcome<std::invoke_result_t<F>>>();
@@ -115,8 +121,10 @@ QCoro::Task<std::invoke_result_t<F>> JobQueue::run(F job, std::stop_token stop)
             outcome->error = std::current_exception();
         }
     });
-    const std::stop_callback onStop(stop, [request] { cancel(*request); });
+    const std::stop_callback onStop(stop, [request, then] { cancel(*request, then); });
     co_await End{*request};
+    if (wasLeft(*request))
+        throw Cancelled();
     co_return outcome->take();
 }
 

@@ -13,9 +13,10 @@ public:
 
     /// See JobQueue::run.
     template <std::invocable F>
-    QCoro::Task<std::invoke_result_t<F>> run(F job, std::stop_token stop = {})
+    QCoro::Task<std::invoke_result_t<F>> run(F job, std::stop_token stop = {},
+                                             JobQueue::WhenStopped then = JobQueue::WhenStopped::Wait)
     {
-        return m_queue.run(std::move(job), std::move(stop));
+        return m_queue.run(std::move(job), std::move(stop), then);
     }
 
 private:

@@ -1,12 +1,15 @@
 #include "platform/texts/localeTexts.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QLocale>
 
+#include <unicode/datefmt.h>
 #include <unicode/listformatter.h>
 #include <unicode/locid.h>
 #include <unicode/measunit.h>
 #include <unicode/numberformatter.h>
+#include <unicode/timezone.h>
 #include <unicode/unistr.h>
 
 #include <array>
@@ -105,6 +108,19 @@ QCollator naturalOrder()
     QCollator order(spokenLocale());
     order.setNumericMode(true);
     return order;
+}
+
+// Not by QLocale, whose short forms leave the year to two digits, and whose long ones name the day of the week.
+QString abbreviatedDate(QDate date)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::DateFormat> format(
+        icu::DateFormat::createInstanceForSkeleton("yMMMd", icuLocale(), status));
+    if (U_FAILURE(status) || !format)
+        return date.toString(Qt::ISODate);
+    format->adoptTimeZone(icu::TimeZone::getGMT()->clone());
+    icu::UnicodeString text;
+    return fromIcu(format->format(double(QDateTime(date, QTime(12, 0), Qt::UTC).toMSecsSinceEpoch()), text));
 }
 
 // Not by QLocale, whose lists do not know that "y" becomes "e" before a Spanish i, and their like.

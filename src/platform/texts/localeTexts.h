@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCollator>
+#include <QDate>
 #include <QString>
 #include <QStringList>
 
@@ -17,6 +18,9 @@ QString megabytes(double megabytes);
 
 /// Order of names for people, to sort and compare by: digits count as numbers, so that "2" comes before "10".
 QCollator naturalOrder();
+
+/// "Nov 23, 2026".
+QString abbreviatedDate(QDate date);
 
 /// "A", "A and B", "A, B, and C".
 QString joinedNames(const QStringList& names);

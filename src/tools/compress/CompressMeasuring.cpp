@@ -35,7 +35,7 @@ int storedLimitIndex(const Preferences& preferences)
 
 std::shared_ptr<RungBuilder> builderOf(const AppModel& model, const OpenFile& file)
 {
-    return std::make_shared<RungBuilder>(model.engine(), buildPlan(file.pages, file.password));
+    return std::make_shared<RungBuilder>(model.engine(), buildPlan(model.stamps, file.pages, file.password));
 }
 
 } // namespace

@@ -43,7 +43,7 @@ void ExportSettings::write(Preferences& preferences) const
 
 QCoro::Task<> exportImages(AppModel& model, const OpenFile& file, const ExportSettings& settings)
 {
-    const BuildPlan plan = buildPlan(file.selectedPages());
+    const BuildPlan plan = buildPlan(model.stamps, file.selectedPages());
     QList<FileName> names;
     for (const int position : file.selectedPositions())
         names.append({nameWithTail(file.name, u' ' + AppModel::tr("page %1").arg(position)),

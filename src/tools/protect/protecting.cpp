@@ -23,7 +23,7 @@ QCoro::Task<> choosePlaceAndWrite(QPointer<AppModel> model, OpenFilePtr file, Bu
 
 QCoro::Task<> saveProtectedCopy(AppModel& model, OpenFilePtr file, std::optional<QString> password)
 {
-    const BuildPlan plan = buildPlan(file->pages, password);
+    const BuildPlan plan = buildPlan(model.stamps, file->pages, password);
     return choosePlaceAndWrite(&model, file, plan);
 }
 

@@ -30,7 +30,7 @@ QCoro::Task<> split(AppModel& model, const OpenFile& file, const SplitChoice& ch
     QList<BuildPlan> plans;
     for (const PageRange& range : *ranges) {
         names.append({nameWithTail(file.name, u' ' + PageRanges::describe(range)), QStringLiteral("pdf")});
-        plans.append(buildPlan(pagesIn(range, pages), file.password));
+        plans.append(buildPlan(model.stamps, pagesIn(range, pages), file.password));
     }
     PDFEngine& engine = model.engine();
     const auto make = [&engine, plans, kept = model.keepSources(pages)](int index, std::stop_token stop) {
