@@ -7,7 +7,9 @@
 #include "engine/pixelSize.h"
 #include "pdf/Assembly.h"
 #include "pdf/drawing/DrawingBudget.h"
+#include "pdf/drawing/PageRasteriser.h"
 #include "pdf/images/ImageCache.h"
+#include "pdf/stamping/CompactStamps.h"
 #include "platform/tasks/Cancelled.h"
 
 #include <QHash>
@@ -57,7 +59,8 @@ pdf::PageCopy pageCopy(pdf::Document* document, const PageItem& page, int merged
     const std::optional<int> rotation = document ? document->rotation(page.source.index) : std::nullopt;
     if (!rotation)
         throw EngineError(EngineError::Kind::MissingPage);
-    return {document, page.source.index, pdf::normalisedAngle(*rotation + page.turn), mergedDocument};
+    return {document, page.source.index, pdf::normalisedAngle(*rotation + page.turn), mergedDocument,
+            page.stamps};
 }
 
 /// A page of an open document.
@@ -88,12 +91,15 @@ struct Engine::State {
     std::shared_ptr<pdf::ImageCache> images = std::make_shared<pdf::ImageCache>();
     std::shared_ptr<DrawnPages> drawnPages;
     BuildPlan drawnPlan;
+    pdf::CompactStamps stamps;
 
     std::optional<FoundPage> find(const PageSource& source);
     std::vector<pdf::PageCopy> resolved(const BuildPlan& plan);
     QByteArray assembled(const BuildPlan& plan, const std::stop_token& stop);
     QByteArray built(const BuildPlan& plan, const std::stop_token& stop);
     QList<QByteArray> exported(const BuildPlan& plan, PageExport pictures, const std::stop_token& stop);
+    QImage drawnStamped(const PageItem& page, const QHash<QUuid, QUrl>& files, QSize size,
+                        const std::stop_token& stop);
     const std::shared_ptr<DrawnPages>& pagesToDraw(const BuildPlan& plan, const std::stop_token& stop);
     void forgetPictures();
     std::optional<SendableImage> drawn(const PageSource& source, int turn, double longSide,
@@ -135,6 +141,7 @@ QByteArray Engine::State::assembled(const BuildPlan& plan, const std::stop_token
         pdf::Assembly assembly(copies, stop);
         if (plan.quality)
             assembly.recodeImages(*plan.quality, images, stop);
+        assembly.stamp(plan.stampFiles, plan.quality, stamps, stop);
         QByteArray bytes = assembly.written(plan.password.value_or(QString()), stop);
         sources.requireIntact();
         return bytes;
@@ -170,7 +177,9 @@ QList<QByteArray> Engine::State::exported(const BuildPlan& plan, PageExport pict
         const int turn = plan.pages[i].turn;
         const QSize size = pictures.pixels(pages[i].source->geometry(source.index)->displaySize(turn));
         pictures.makeRoom();
-        QImage drawn = documents.drawer(source.url).draw(source.index, size, turn, stop);
+        QImage drawn = plan.pages[i].stamps.empty()
+                           ? documents.drawer(source.url).draw(source.index, size, turn, stop)
+                           : drawnStamped(plan.pages[i], plan.stampFiles, size, stop);
         throwIfStopped(stop);
         sources.requireIntact();
         if (drawn.isNull())
@@ -178,6 +187,17 @@ QList<QByteArray> Engine::State::exported(const BuildPlan& plan, PageExport pict
         pictures.add(std::move(drawn));
     }
     return pictures.finished();
+}
+
+/// As it will be in the file.
+QImage Engine::State::drawnStamped(const PageItem& page, const QHash<QUuid, QUrl>& files, QSize size,
+                                   const std::stop_token& stop)
+{
+    BuildPlan alone;
+    alone.pages = {page};
+    alone.stampFiles = files;
+    const auto rasteriser = pdf::PageRasteriser::open(assembled(alone, stop), stop);
+    return rasteriser ? rasteriser->draw(0, size, 0, stop) : QImage();
 }
 
 const std::shared_ptr<DrawnPages>& Engine::State::pagesToDraw(const BuildPlan& plan,

@@ -10,6 +10,7 @@
 #include "pdf/copying/outlines.h"
 #include "pdf/copying/pageLabels.h"
 #include "pdf/images/ImageRecoder.h"
+#include "pdf/stamping/stampPages.h"
 #include "pdf/structure/DocumentData.h"
 #include "pdf/structure/emptyDocument.h"
 #include "platform/tasks/Cancelled.h"
@@ -126,17 +127,22 @@ std::vector<LabelledPage> labelled(const std::vector<TakenPage>& pages)
 /// Once it exists, all is decided that copying goes by (what stays behind, which names change), and nothing is copied yet.
 struct Assembly::Target {
     Target(const std::vector<PageCopy>& copies, const std::stop_token& stop)
-        : pages(taken(*qpdf, copies)), parts(partsOf(*qpdf, bySource(pages), stop)), names(parts)
+        : pages(taken(*qpdf, copies)),
+          stamped(stampedPages(copies)),
+          parts(partsOf(*qpdf, bySource(pages), stop)),
+          names(parts)
     {
     }
 
     static std::vector<TakenPage> taken(QPDF& target, const std::vector<PageCopy>& copies);
+    std::vector<StampedPage> stampedPages(const std::vector<PageCopy>& copies) const;
     void copyPages(const std::stop_token& stop);
     void copyWhatHangsOnThem(const std::stop_token& stop);
     PDFVersion version() const;
 
     const std::shared_ptr<QPDF> qpdf = emptyDocument();
     const std::vector<TakenPage> pages;
+    const std::vector<StampedPage> stamped;
     std::list<SourcePart> parts;
     NamedDestinations names;
 };
@@ -148,6 +154,19 @@ std::vector<TakenPage> Assembly::Target::taken(QPDF& target, const std::vector<P
         pages.push_back(
             {&copy.source->data(), copy.mergedDocument, {copy.index, copy.rotation, emptyPage(target)}});
     return pages;
+}
+
+std::vector<StampedPage> Assembly::Target::stampedPages(const std::vector<PageCopy>& copies) const
+{
+    std::vector<StampedPage> found;
+    for (size_t i = 0; i < copies.size(); ++i) {
+        const std::optional<PageGeometry> geometry =
+            copies[i].stamps.empty() ? std::nullopt : copies[i].source->geometry(copies[i].index);
+        if (geometry)
+            found.push_back(
+                {pages[i].placement.target, {geometry->cropBox, copies[i].rotation}, copies[i].stamps});
+    }
+    return found;
 }
 
 void Assembly::Target::copyPages(const std::stop_token& stop)
@@ -203,6 +222,12 @@ void Assembly::recodeImages(const CompressionStep& step, std::shared_ptr<ImageCa
                             std::stop_token stop)
 {
     ImageRecoder(*m_target->qpdf, step, std::move(cache), std::move(stop)).recode();
+}
+
+void Assembly::stamp(const QHash<QUuid, QUrl>& files, const std::optional<CompressionStep>& quality,
+                     CompactStamps& pictures, const std::stop_token& stop)
+{
+    stampPages(*m_target->qpdf, m_target->stamped, files, quality, pictures, stop);
 }
 
 QByteArray Assembly::written(const QString& password, std::stop_token stop)

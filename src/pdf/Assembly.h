@@ -1,9 +1,13 @@
 #pragma once
 
 #include "records/CompressionStep.h"
+#include "records/StampPlacement.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
+#include <QUrl>
+#include <QUuid>
 
 #include <memory>
 #include <optional>
@@ -12,6 +16,7 @@
 
 namespace folvane::pdf {
 
+class CompactStamps;
 class Document;
 struct ImageCache;
 
@@ -21,6 +26,7 @@ struct PageCopy {
     int index = 0;          ///< zero-based, within the source
     int rotation = 0;       ///< degrees: 0, 90, 180 or 270
     int mergedDocument = 0; ///< which of several in the new one: links and fields lead to pages of the same
+    std::vector<StampPlacement> stamps = {}; ///< what shall lie on it
 };
 
 /// A new PDF in the making. It reads from its sources until it has been written, so they must outlive it.
@@ -34,6 +40,10 @@ public:
 
     /// Makes its pictures smaller; see ImageRecoder. The cache may be shared by many builds. Throws Cancelled.
     void recodeImages(const CompressionStep& step, std::shared_ptr<ImageCache> cache, std::stop_token stop);
+
+    /// Draws the stamps, which makes their pages flat; see stampPages(). Pictures that are to become smaller must be by then.
+    void stamp(const QHash<QUuid, QUrl>& files, const std::optional<CompressionStep>& quality,
+               CompactStamps& pictures, const std::stop_token& stop);
 
     /// The finished file; an empty password means no protection. Throws Cancelled, and what the library throws.
     QByteArray written(const QString& password, std::stop_token stop);

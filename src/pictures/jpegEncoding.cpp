@@ -87,10 +87,10 @@ public:
     ~Encoder() { jpeg_destroy_compress(&m_codec); }
     Q_DISABLE_COPY_MOVE(Encoder)
 
-    bool encode(const SampleView& picture, int quality)
+    bool encode(const SampleView& picture, int quality, Chroma chroma)
     {
         return m_errors.guarded([&] {
-            start(picture, quality);
+            start(picture, quality, chroma);
             for (int y = 0; y < picture.size.height(); ++y) {
                 auto row = const_cast<JSAMPROW>(picture.row(y)); // libjpeg only reads it
                 jpeg_write_scanlines(&m_codec, &row, 1);
@@ -107,7 +107,7 @@ public:
     }
 
 private:
-    void start(const SampleView& picture, int quality)
+    void start(const SampleView& picture, int quality, Chroma chroma)
     {
         m_errors.create(m_codec, [](jpeg_compress_struct& codec) { jpeg_create_compress(&codec); });
         m_codec.dest = &m_file.base;
@@ -118,6 +118,8 @@ private:
         jpeg_set_defaults(&m_codec);
         if (picture.channels == 4)
             jpeg_set_colorspace(&m_codec, JCS_YCCK);
+        if (chroma == Chroma::Full)
+            m_codec.comp_info[0].h_samp_factor = m_codec.comp_info[0].v_samp_factor = 1;
         jpeg_set_quality(&m_codec, quality, TRUE);
         m_codec.optimize_coding = keptForTables(picture) <= keptAtMost;
         jpeg_start_compress(&m_codec, TRUE);
@@ -130,13 +132,13 @@ private:
 
 } // namespace
 
-QByteArray encodeJpeg(const SampleView& picture, int quality, const std::stop_token& stop)
+QByteArray encodeJpeg(const SampleView& picture, int quality, const std::stop_token& stop, Chroma chroma)
 {
     const QSize size = picture.size;
     if (size.isEmpty() || size.width() > JPEG_MAX_DIMENSION || size.height() > JPEG_MAX_DIMENSION)
         return {};
     Encoder encoder(stop);
-    return encoder.encode(picture, std::clamp(quality, 1, 100)) ? encoder.takeBytes() : QByteArray();
+    return encoder.encode(picture, std::clamp(quality, 1, 100), chroma) ? encoder.takeBytes() : QByteArray();
 }
 
 QByteArray encodeJpeg(const QImage& image, int quality, const std::stop_token& stop)
