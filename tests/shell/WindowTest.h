@@ -1,11 +1,11 @@
 #pragma once
 
-#include "tour/Hand.h"
+#include "documents/currentFile.h"
+#include "support/await.h"
 #include "tour/Stage.h"
 #include "tour/sampleFiles.h"
 
-#include <QAbstractButton>
-#include <QTemporaryDir>
+#include <QApplication>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -15,16 +15,16 @@ namespace folvane {
 /// The real window, with a hand at it.
 class WindowTest : public testing::Test, public Stage {
 public:
-    QUrl inFolder(const QString& name) const { return QUrl::fromLocalFile(folder.filePath(name)); }
-    QUrl makePdf(const QString& name, int pages) const { return makeSample(folder.filePath(name), pages); }
+    QUrl makePdf(const QString& name, int pages) const { return makeSample(path(name), pages); }
     /// Opens a document of so many pages, named like "report", and shows it.
-    OpenFilePtr openPages(int pages, const QString& name = "report");
+    OpenFilePtr openPages(int pages, const QString& name = "report")
+    {
+        await(model.open({makePdf(name + ".pdf", pages)}));
+        QCoreApplication::processEvents(); // layouts show new rows
+        return currentFile(model);
+    }
 
     void clickPage(int row, Qt::KeyboardModifiers modifiers = {}) { hand.click(pagePoint(row), modifiers); }
-    /// The first visible button with that name or text; null when there is none.
-    QAbstractButton* button(const QString& name) const;
-    /// The entry of the window's menus with that title; null when there is none.
-    QAction* menuEntry(const QString& title) const;
     template <typename Dialog>
     Dialog* shown() const
     {
@@ -37,9 +37,6 @@ public:
     {
         return QTest::qWaitFor(condition, 60000);
     }
-
-    QTemporaryDir folder;
-    Hand hand{window};
 };
 
 } // namespace folvane

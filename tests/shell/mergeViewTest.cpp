@@ -1,6 +1,5 @@
 #include "shell/WindowTest.h"
 
-#include "support/await.h"
 #include "tools/merge/MergeList.h"
 #include "tools/merge/MergeView.h"
 #include "tools/merge/mergeRow.h"
@@ -29,15 +28,6 @@ protected:
             names += item.name;
         return names;
     }
-    QRect rowRect(int row) { return list().visualRect(list().model()->index(row, 0)); }
-    void pull(int row, const QPoint& to)
-    {
-        const QPoint from = rowRect(row).center();
-        QTest::mousePress(list().viewport(), Qt::LeftButton, {}, from);
-        QTest::mouseMove(list().viewport(), from + (to - from) / 2);
-        QTest::mouseMove(list().viewport(), to);
-    }
-    void letGo(const QPoint& at) { QTest::mouseRelease(list().viewport(), Qt::LeftButton, {}, at); }
 };
 
 TEST_F(MergeScreen, MergeNeedsTwoRowsAndNoOtherJob)
@@ -53,35 +43,31 @@ TEST_F(MergeScreen, MergeNeedsTwoRowsAndNoOtherJob)
 TEST_F(MergeScreen, DraggedRowsLandWhereTheyAreLetGo)
 {
     struct Drag {
-        const char* before;
-        int row;
-        double to; ///< where it is let go, in rows from the top of the first
+        double row; ///< where it is taken hold of and let go, in rows from the top of the first
+        double to;
+        const char* want;
     };
     add("abcd");
-    const QPoint top(rowRect(0).center().x(), rowRect(0).top());
-    for (const auto& [before, row, to] : {Drag{"abcd", 2, 2.1}, Drag{"abcd", 2, 1.9}, Drag{"acbd", 0, 1.1},
-                                          Drag{"cabd", 2, -0.4}, Drag{"bcad", 0, 4.2}}) {
-        EXPECT_EQ(order(), before);
-        const QPoint place = top + QPoint(0, int(to * mergeRowHeight));
-        pull(row, place);
-        letGo(place);
+    for (const auto& [row, to, want] :
+         {Drag{2.5, 2.1, "abcd"}, Drag{2.5, 1.9, "acbd"}, Drag{0.5, 1.1, "cabd"}, Drag{2.5, -0.4, "bcad"},
+          Drag{0.5, 4.2, "cadb"}}) {
+        hand.pull(mergePoint(row), mergePoint(to));
+        EXPECT_EQ(order(), want);
     }
-    EXPECT_EQ(order(), "cadb");
-    pull(0, rowRect(2).center());
-    QTest::keyClick(&list(), Qt::Key_Escape);
-    letGo(rowRect(2).center());
+    hand.pull(mergePoint(0.5), mergePoint(2.5), [this] { hand.key(Qt::Key_Escape); });
     EXPECT_EQ(order(), "cadb") << "given up";
 }
 
 TEST_F(MergeScreen, ARowThatIsHeldAtTheEdgeScrollsTheList)
 {
     add("abcdefghijklmnopqrst");
-    QScrollBar& bar = *list().verticalScrollBar();
-    bar.setValue(0);
-    const QPoint edge(rowRect(0).center().x(), list().viewport()->height() - 2);
-    pull(0, edge);
-    ASSERT_TRUE(waitFor([&bar] { return bar.value() == bar.maximum(); }));
-    letGo(edge);
+    const QScrollBar& bar = *list().verticalScrollBar();
+    hand.hover(list().mapToGlobal(list().rect().center()));
+    list().verticalScrollBar()->setValue(0);
+    const QPoint edge(mergePoint(0).x(),
+                      list().viewport()->mapToGlobal(list().viewport()->rect().bottomLeft()).y() - 1);
+    hand.pull(mergePoint(0.5), edge,
+              [&bar] { ASSERT_TRUE(waitFor([&bar] { return bar.value() == bar.maximum(); })); });
     EXPECT_EQ(order(), "bcdefghijklmnopqrsta");
 }
 
@@ -98,12 +84,12 @@ TEST_F(MergeScreen, KeysMoveAndRemove)
           Step{0, Qt::Key_Up, "bca"}, Step{2, Qt::Key_Home, "abc"}, Step{-1, Qt::Key_End, "bca"},
           Step{1, Qt::Key_Up, "cba"}, Step{-1, Qt::Key_Right, "cba"}}) {
         if (step.row >= 0)
-            list().setCurrentIndex(list().model()->index(step.row, 0));
-        QTest::keyClick(&list(), step.key, Qt::AltModifier);
+            hand.click(mergePoint(step.row + 0.5));
+        hand.key(step.key, Qt::AltModifier);
         EXPECT_EQ(order(), step.want);
     }
-    list().setCurrentIndex(list().model()->index(2, 0));
-    QTest::keyClick(&list(), Qt::Key_Delete);
+    hand.click(mergePoint(2.5));
+    hand.key(Qt::Key_Delete);
     EXPECT_EQ(order(), "cb");
     EXPECT_EQ(list().currentIndex().row(), 1);
 }
@@ -111,11 +97,11 @@ TEST_F(MergeScreen, KeysMoveAndRemove)
 TEST_F(MergeScreen, TheButtonOfARowRemovesItWhenItIsLetGoThere)
 {
     add("ab");
-    const QPoint remove = removeButtonOf(rowRect(0)).center();
-    QTest::mousePress(list().viewport(), Qt::LeftButton, {}, remove);
-    letGo(rowRect(1).center());
+    const QRect row = list().visualRect(list().model()->index(0, 0));
+    const QPoint remove = list().viewport()->mapToGlobal(removeButtonOf(row).center());
+    hand.pull(remove, mergePoint(1.5));
     EXPECT_EQ(order(), "ab");
-    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, remove);
+    hand.click(remove);
     EXPECT_EQ(order(), "b");
 }
 

@@ -1,8 +1,6 @@
 #include "shell/WindowTest.h"
 
 #include "controls/sheets/Alert.h"
-#include "shell/PasswordPrompt.h"
-#include "support/await.h"
 #include "tools/split/SplitSheet.h"
 
 #include <QSignalSpy>
@@ -13,52 +11,20 @@ namespace {
 
 using Questions = WindowTest;
 
-struct Dismissal {
-    const char* name;
-    void (*act)(Hand& hand, QDialog& asked);
-};
-
-class Dismissed : public WindowTest, public testing::WithParamInterface<Dismissal> {};
-
-TEST_P(Dismissed, APasswordPromptLetsTheOpeningGoOnWithTheNextFile)
-{
-    const QUrl locked = makeLocked(folder.filePath("locked.pdf"), "secret");
-    const QUrl open = makePdf("open.pdf", 1);
-    QCoro::Task<> opening = model.open({locked, open});
-    ASSERT_TRUE(waitFor([this] { return shown<PasswordPrompt>() != nullptr; }));
-    hand.key(Qt::Key_Return);
-    ASSERT_TRUE(shown<PasswordPrompt>()) << "Return in an empty field does nothing";
-    GetParam().act(hand, *shown<PasswordPrompt>());
-    await(std::move(opening));
-    ASSERT_EQ(model.files.value().size(), 1);
-    EXPECT_EQ(model.files.value().first()->url, open);
-    EXPECT_EQ(model.errorMessage.value(), std::nullopt);
-}
-
-TEST_P(Dismissed, ASheetGoesWithItsFieldAndWritesNothing)
-{
-    model.sheet = FileSheet{FileSheet::Kind::Split, openPages(2)->id};
-    ASSERT_TRUE(shown<SplitSheet>());
-    GetParam().act(hand, *shown<SplitSheet>());
-    EXPECT_EQ(shown<SplitSheet>(), nullptr);
-    EXPECT_EQ(model.sheet.value(), std::nullopt);
-    EXPECT_TRUE(panels.asked.isEmpty());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    By, Dismissed,
-    testing::Values(Dismissal{"Escape", [](Hand& hand, QDialog&) { hand.key(Qt::Key_Escape); }},
-                    Dismissal{"Cancel", [](Hand& hand, QDialog&) { hand.press("Cancel"); }},
-                    Dismissal{"Close", [](Hand&, QDialog& asked) { asked.close(); }}),
-    [](const auto& row) { return std::string(row.param.name); });
-
-TEST_F(Questions, ASheetGoesWithItsDocument)
+TEST_F(Questions, ASheetGoesWithItsFieldAndWritesNothing)
 {
     const OpenFilePtr file = openPages(2);
-    model.sheet = FileSheet{FileSheet::Kind::Split, file->id};
-    model.close(file);
-    EXPECT_EQ(shown<SplitSheet>(), nullptr);
-    EXPECT_EQ(model.sheet.value(), std::nullopt);
+    const std::function<void()> ways[] = {
+        [this] { hand.key(Qt::Key_Escape); }, [this] { hand.press("Cancel"); },
+        [this] { shown<SplitSheet>()->close(); }, [this, file] { model.close(file); }};
+    for (const auto& dismiss : ways) {
+        model.sheet = FileSheet{FileSheet::Kind::Split, file->id};
+        ASSERT_TRUE(shown<SplitSheet>());
+        dismiss();
+        EXPECT_FALSE(shown<SplitSheet>());
+        EXPECT_EQ(model.sheet.value(), std::nullopt);
+    }
+    EXPECT_TRUE(panels.asked.isEmpty());
 }
 
 TEST_F(Questions, ASecondErrorReplacesTheTextOfTheFirst)

@@ -13,14 +13,12 @@
 #include <QTimer>
 #include <QWindow>
 
-#include <exception>
 #include <utility>
 
 namespace folvane {
 
 namespace {
 
-constexpr int carryInterval = 5; // ms
 constexpr int dragSteps = 12;
 
 /// Tells the window of something that is dragged over it, as the system would.
@@ -32,23 +30,13 @@ void tell(QWindow& window, const QMimeData& data, const QPoint& at)
     QCoreApplication::sendEvent(&window, &event);
 }
 
-} // namespace
-
-/// Notices a drag that the program starts, while this lives: what it carries and what it looks like. Some platforms
-/// end a drag the moment it starts; what it carried is kept.
+/// Keeps what a drag that the program starts carries, and what it looks like, until it is over.
 class DragWatch : public QObject {
 public:
-    /// For drags that begin in this window.
-    explicit DragWatch(const QWidget& window) : m_window(window) { qApp->installEventFilter(this); }
+    DragWatch() { qApp->installEventFilter(this); }
 
-    /// Its place is told from the pointer.
-    std::optional<PlacedPicture> picture() const
-    {
-        const auto* drag = m_window.findChild<QDrag*>();
-        return drag ? PlacedPicture{drag->pixmap(), -drag->hotSpot()} : m_picture;
-    }
-    /// Null while no drag has come to its end.
-    const QMimeData* carried() const { return m_picture ? &m_carried : nullptr; }
+    QMimeData carried;
+    std::optional<PlacedPicture> picture;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
@@ -56,21 +44,14 @@ protected:
         const auto* drag = event->type() == QEvent::DeferredDelete ? qobject_cast<QDrag*>(watched) : nullptr;
         if (drag) {
             for (const QString& format : drag->mimeData()->formats())
-                m_carried.setData(format, drag->mimeData()->data(format));
-            m_picture = PlacedPicture{drag->pixmap(), -drag->hotSpot()};
+                carried.setData(format, drag->mimeData()->data(format));
+            picture = PlacedPicture{drag->pixmap(), -drag->hotSpot()};
         }
         return false;
     }
-
-private:
-    const QWidget& m_window;
-    QMimeData m_carried;
-    std::optional<PlacedPicture> m_picture;
 };
 
-Hand::Hand(QWidget& window) : m_window(window) {}
-
-Hand::~Hand() = default;
+} // namespace
 
 QWidget& Hand::top() const
 {
@@ -104,8 +85,7 @@ QRect Hand::placeOf(const QString& name) const
     QRect place;
     waitUntil(QStringLiteral("“%1” coming to rest").arg(name), [&] {
         if (!finds(name))
-            throw TourFailed(QStringLiteral("“%1” cannot be pressed; there are: %2")
-                                 .arg(name, controlNames(top()).join(" | ")));
+            throw TourFailed(QStringLiteral("“%1” cannot be pressed.").arg(name));
         before = std::exchange(place, findControl(top(), name)->rect());
         return place == before;
     });
@@ -152,57 +132,37 @@ void Hand::type(const QString& text)
         QTest::keyClick(target(), letter.toLatin1());
 }
 
+void Hand::tabTo(const QString& name)
+{
+    waitUntil(QStringLiteral("The keyboard's coming to “%1”").arg(name), [&] {
+        const QAccessibleInterface* control = findControl(top(), name);
+        const bool isThere = control && control->state().focused;
+        if (!isThere)
+            key(Qt::Key_Tab);
+        return isThere;
+    });
+}
+
+// The system's own drag is ended where it begins, which a platform without a display does by itself: what it held is then
+// carried by the same hand everywhere.
 void Hand::drag(const QPoint& from, const QPoint& to, const std::function<void()>& over, End end)
 {
-    m_watch = std::make_unique<DragWatch>(m_window);
-    const auto forget = qScopeGuard([this] { m_watch.reset(); });
+    const DragWatch watch;
+    QTimer ending;
+    ending.callOnTimeout(&QDrag::cancel);
+    if (QGuiApplication::platformName() != QLatin1String("offscreen"))
+        ending.start();
     QTest::mousePress(target(), Qt::LeftButton, {}, local(from));
-    if (QGuiApplication::platformName() == QLatin1String("offscreen"))
-        carryWithoutSystem(from, to, over, end);
-    else
-        carryWithSystem(from, to, over, end);
-}
-
-// The system moves what is dragged, and runs an event loop meanwhile: a timer carries it.
-void Hand::carryWithSystem(const QPoint& from, const QPoint& to, const std::function<void()>& over, End end)
-{
-    QWindow* window = target();
-    std::exception_ptr failure;
-    bool ended = false;
-    int step = 0;
-    QTimer timer;
-    timer.callOnTimeout([&] {
-        if (++step <= dragSteps)
-            return hover(from + (to - from) * step / dragSteps);
-        timer.stop();
-        try {
-            over();
-        } catch (...) {
-            failure = std::current_exception(); // an exception must not fly through an event loop
-        }
-        if (end == End::Cancel)
-            QTest::keyClick(window, Qt::Key_Escape);
-        QTest::mouseRelease(window, Qt::LeftButton, {}, window->mapFromGlobal(to));
-        ended = true;
-    });
-    timer.start(carryInterval);
-    hover(from + (to - from) / dragSteps); // what begins the drag may return only at its end
-    waitUntil("The end of a drag", [&ended] { return ended; });
-    if (failure)
-        std::rethrow_exception(failure);
-}
-
-// Without a display a drag is over as soon as it has begun: what it carries is taken from it and moved by hand.
-void Hand::carryWithoutSystem(const QPoint& from, const QPoint& to, const std::function<void()>& over,
-                              End end)
-{
-    for (int step = 1; step <= dragSteps && !m_watch->carried(); ++step) {
+    for (int step = 1; step <= dragSteps && !watch.picture; ++step) {
         hover(from + (to - from) * step / dragSteps);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
-    if (!m_watch->carried())
+    if (!watch.picture)
         throw TourFailed("Pulling began no drag.");
-    carry(*m_watch->carried(), from, to, over, end);
+    ending.stop();
+    m_dragged = watch.picture;
+    const auto forget = qScopeGuard([this] { m_dragged.reset(); });
+    carry(watch.carried, from, to, over, end);
     QTest::mouseRelease(target(), Qt::LeftButton, {}, local(to));
 }
 
@@ -229,9 +189,18 @@ void Hand::dragFiles(const QList<QUrl>& files, const QPoint& to, const std::func
     carry(data, m_window.mapToGlobal(QPoint(1, 1)), to, over, end);
 }
 
+void Hand::pull(const QPoint& from, const QPoint& to, const std::function<void()>& over)
+{
+    QTest::mousePress(target(), Qt::LeftButton, {}, local(from));
+    for (int step = 1; step <= dragSteps; ++step)
+        hover(from + (to - from) * step / dragSteps);
+    over();
+    QTest::mouseRelease(target(), Qt::LeftButton, {}, local(to));
+}
+
 std::optional<PlacedPicture> Hand::dragged() const
 {
-    std::optional<PlacedPicture> picture = m_watch ? m_watch->picture() : std::nullopt;
+    std::optional<PlacedPicture> picture = m_dragged;
     if (picture)
         picture->topLeft += m_at;
     return picture;

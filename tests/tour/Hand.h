@@ -7,7 +7,6 @@
 #include <QUrl>
 
 #include <functional>
-#include <memory>
 #include <optional>
 
 class QMimeData;
@@ -16,14 +15,11 @@ class QWindow;
 
 namespace folvane {
 
-class DragWatch;
-
 /// The mouse and the keyboard: events go to the window on top, the way the system sends them, so that whatever lies over
-/// a control gets them first. Points are global.
+/// a control gets them first. Points are global. Controls and entries of menus go by the name that a screen reader gives.
 class Hand {
 public:
-    explicit Hand(QWidget& window);
-    ~Hand();
+    explicit Hand(QWidget& window) : m_window(window) {}
 
     /// What takes input now: the open menu, the dialog, or the window.
     QWidget& top() const;
@@ -39,13 +35,17 @@ public:
     void hover(const QPoint& at);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     void type(const QString& text);
+    /// Presses Tab until that control has the keyboard.
+    void tabTo(const QString& name);
 
     enum class End { Drop, Cancel };
-    /// Drags what is at `from`. `over` is called while it hangs over `to`; what it throws comes out of here.
+    /// Drags what is at `from`. `over` is called while it hangs over `to`.
     void drag(const QPoint& from, const QPoint& to, const std::function<void()>& over, End end = End::Drop);
     /// Drags files in from elsewhere.
     void dragFiles(const QList<QUrl>& files, const QPoint& to, const std::function<void()>& over,
                    End end = End::Drop);
+    /// Drags what stays within its list: the mouse alone does it, without the system.
+    void pull(const QPoint& from, const QPoint& to, const std::function<void()>& over = [] {});
     /// What hangs under the pointer now.
     std::optional<PlacedPicture> dragged() const;
 
@@ -53,14 +53,12 @@ private:
     QWindow* target() const;
     void takeKeyboard();
     QPoint local(const QPoint& at) const;
-    void carryWithSystem(const QPoint& from, const QPoint& to, const std::function<void()>& over, End end);
-    void carryWithoutSystem(const QPoint& from, const QPoint& to, const std::function<void()>& over, End end);
     void carry(const QMimeData& data, const QPoint& from, const QPoint& to, const std::function<void()>& over,
                End end);
 
     QWidget& m_window;
     QPoint m_at;
-    std::unique_ptr<DragWatch> m_watch;
+    std::optional<PlacedPicture> m_dragged; ///< its place is told from the pointer
 };
 
 } // namespace folvane

@@ -5,6 +5,9 @@
 #include "pictures/pictures.h"
 #include "platform/files/SourceFile.h"
 #include "platform/files/writeFile.h"
+#include "tools/merge/MergeList.h"
+#include "tools/merge/MergeView.h"
+#include "tools/merge/mergeRow.h"
 
 #include <QApplication>
 #include <QFile>
@@ -38,6 +41,14 @@ Stage::Stage()
 QPoint Stage::pagePoint(int row)
 {
     return grid().viewport()->mapToGlobal(grid().visualRect(grid().model()->index(row, 0)).center());
+}
+
+QPoint Stage::mergePoint(double rows)
+{
+    const MergeList& list = window.mergeView().list();
+    const QRect first = list.visualRect(list.model()->index(0, 0));
+    return list.viewport()->mapToGlobal(
+        QPoint(gripOf(first).center().x(), first.top() + qRound(rows * mergeRowHeight)));
 }
 
 QList<int> selectedRows(const OpenFile& file)

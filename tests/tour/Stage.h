@@ -9,10 +9,13 @@
 #include "support/MemoryPreferences.h"
 #include "support/ScriptedPanels.h"
 #include "support/ScriptedWorkspace.h"
+#include "tour/Hand.h"
+
+#include <QTemporaryDir>
 
 namespace folvane {
 
-/// The real window over the real model and engine. Only the panels, the desktop, the preferences and the time are
+/// The real window over the real model and engine, with a hand at it. Only the panels, the desktop, the preferences and the time are
 /// stand-ins: nothing of the person at this machine is touched, and a toast stays until the tour lets it go.
 struct Stage {
     Stage();
@@ -20,6 +23,10 @@ struct Stage {
     PageGrid& grid() { return window.documentView().grid(); }
     /// The middle of the page, on the screen.
     QPoint pagePoint(int row);
+    /// Where files to merge are taken hold of, so many rows below the top of the first, on the screen.
+    QPoint mergePoint(double rows);
+    /// A place for a file; all are gone after the play.
+    QString path(const QString& name) const { return folder.filePath(name); }
 
     PDFEngine engine;
     ScriptedPanels panels;
@@ -28,6 +35,8 @@ struct Stage {
     ManualClock clock;
     AppModel model{Services{engine, panels, preferences, workspace, clock}};
     RootView window{model};
+    QTemporaryDir folder;
+    Hand hand{window};
 };
 
 /// The positions of the selected pages, from 0.

@@ -1,52 +1,32 @@
 #pragma once
 
-#include "tour/Hand.h"
 #include "tour/Stage.h"
 #include "tour/Watchdog.h"
 #include "tour/sampleFiles.h"
+#include "tour/waiting.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 
 #include <initializer_list>
-#include <memory>
 
 namespace folvane {
-
-class Tour;
-
-/// One part of the walk, with a window of its own.
-struct TourStep {
-    const char* name;
-    void (*play)(Tour& tour);
-};
 
 struct TourOptions {
     QDir folder; ///< for the pictures
     int manyPages = 5000;
-    int rounds = 1;    ///< in which the large document is browsed
-    QList<QUrl> given; ///< files to show
 };
 
 /// A person at the window, with a camera: what the steps are written with. Everything that does not come out as told
 /// throws TourFailed. Whatever takes the name of a picture leaves one when it is done.
-class Tour {
+class Tour : public Stage {
 public:
-    explicit Tour(TourOptions options);
+    /// The first picture gets the number behind this one.
+    Tour(TourOptions options, int pictures);
 
-    /// Plays the step in a new window and prints what it came to. Throws what the step throws; a picture of how the
-    /// window looked then is left.
-    void play(const TourStep& step);
+    /// Plays the step, prints what it came to and gives the number of the last picture. Throws what the step throws; a
+    /// picture of how the window looked then is left.
+    int play(const char* name, void (*step)(Tour& tour));
 
-    Stage& stage() { return *m_stage; }
-    RootView& window() { return m_stage->window; }
-    AppModel& model() { return m_stage->model; }
-    PageGrid& grid() { return m_stage->grid(); }
-    Hand& hand() { return *m_hand; }
-    Watchdog& watchdog() { return m_watchdog; }
-    const TourOptions& options() const { return m_options; }
-    /// A place for a file; all are gone after the tour.
-    QString path(const QString& name) const { return m_temporary.filePath(name); }
     /// makeSample() there, out of the watchdog's sight.
     QUrl sample(const QString& name, int pages, Paper paper = Paper::Upright,
                 const QString& word = "Chapter");
@@ -57,16 +37,10 @@ public:
     void movingPicture(const QString& name);
 
     static void check(bool holds, const QString& expected);
-    static void wait(const QString& what, const std::function<bool()>& condition);
     void waitForPages();
-    void waitUntilIdle();
 
-    /// Clicks the control with this name in what is on top.
+    /// Clicks the control, or the entry of a menu, with this name in what is on top.
     void press(const QString& name, const QString& picture = {});
-    /// Clicks into the menu bar.
-    void openMenu(const QString& name);
-    /// Clicks the entry of the open menu.
-    void choose(const QString& entry, const QString& picture = {});
     void type(const QString& text, const QString& picture = {});
     void keys(std::initializer_list<Qt::Key> keys, const QString& picture = {});
     void resize(const QSize& size);
@@ -80,28 +54,27 @@ public:
     void askForPassword(const QUrl& file);
     /// Answers that question, and waits for the document.
     void unlock(const QString& password);
-    OpenFilePtr shown() const;
+    /// The middle of the page, which has to be on screen.
     QPoint pagePoint(int row);
     /// Clicks the pages, given from 0, the second and further ones with Ctrl.
     void select(const QList<int>& rows);
     /// Presses the button that turns pages of a document as yet unedited.
     void turn(const QString& button);
 
-    /// Does what asks where to save, answers with a file of this name, and waits until the job is over; gives its path.
+    /// Does what asks for a place, answers with this name, and waits until the job is over; gives its path.
     QString save(const QString& name, const std::function<void()>& by);
     /// The same with a new folder.
-    QString writeInto(const QString& folder, const std::function<void()>& by);
+    QString writeInto(const QString& name, const std::function<void()>& by);
     void letToastGo();
+
+    const TourOptions options;
+    Watchdog watchdog;
 
 private:
     void take(const QString& picture);
+    QString answer(QQueue<std::optional<QUrl>>& panel, const QString& name, const std::function<void()>& by);
 
-    const TourOptions m_options;
-    QTemporaryDir m_temporary;
-    Watchdog m_watchdog;
-    std::unique_ptr<Stage> m_stage;
-    std::unique_ptr<Hand> m_hand;
-    int m_pictures = 0;
+    int m_pictures;
 };
 
 /// The text of each page of a written file, by other eyes than ours; fails when qpdf finds a fault in it.

@@ -12,14 +12,9 @@ void Watchdog::start()
     resume();
 }
 
-void Watchdog::pause()
-{
-    m_measures = false;
-    ++m_round;
-}
-
 void Watchdog::resume()
 {
+    m_since = std::chrono::steady_clock::now();
     m_measures = true;
 }
 
@@ -28,19 +23,18 @@ void Watchdog::beat(const std::stop_token& stop)
     using namespace std::chrono;
     while (!stop.stop_requested()) {
         if (m_measures && !m_underWay.exchange(true)) {
-            const auto heartbeat = [this, round = m_round.load(), posted = steady_clock::now()] {
-                handle(round, posted);
-            };
+            const auto heartbeat = [this, posted = steady_clock::now()] { handle(posted); };
             QMetaObject::invokeMethod(this, heartbeat, Qt::QueuedConnection);
         }
         std::this_thread::sleep_for(2ms);
     }
 }
 
-void Watchdog::handle(int round, std::chrono::steady_clock::time_point posted)
+void Watchdog::handle(std::chrono::steady_clock::time_point posted)
 {
-    if (m_measures && round == m_round)
-        m_longest = std::max<decltype(m_longest)>(m_longest, std::chrono::steady_clock::now() - posted);
+    using Length = decltype(m_longest);
+    if (m_measures)
+        m_longest = std::max<Length>(m_longest, std::chrono::steady_clock::now() - std::max(posted, m_since));
     m_underWay = false;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QScopeGuard>
 
 #include <atomic>
 #include <chrono>
@@ -18,31 +19,25 @@ public:
 
     /// Forgets what was measured, and measures from now on.
     void start();
-    /// What the thread does meanwhile does not count.
-    void pause();
-    void resume();
+    void pause() { m_measures = false; }
+    /// Until what it gives ends, what the thread does does not count.
+    [[nodiscard]] auto lookAway()
+    {
+        pause();
+        return qScopeGuard([this] { resume(); });
+    }
     std::chrono::duration<double, std::milli> longest() const { return m_longest; }
 
 private:
+    void resume();
     void beat(const std::stop_token& stop);
-    void handle(int round, std::chrono::steady_clock::time_point posted);
+    void handle(std::chrono::steady_clock::time_point posted);
 
-    std::atomic<int> m_round = 0; ///< a heartbeat of an earlier round does not count
     std::atomic<bool> m_measures = false;
     std::atomic<bool> m_underWay = false;
+    std::chrono::steady_clock::time_point m_since; ///< a heartbeat may have waited longer
     std::chrono::duration<double, std::milli> m_longest{0};
     std::jthread m_thread; // last, so that it ends before what it touches goes
-};
-
-/// Pauses the watchdog while it lives.
-class Unwatched {
-public:
-    explicit Unwatched(Watchdog& watchdog) : m_watchdog(watchdog) { m_watchdog.pause(); }
-    ~Unwatched() { m_watchdog.resume(); }
-    Q_DISABLE_COPY_MOVE(Unwatched)
-
-private:
-    Watchdog& m_watchdog;
 };
 
 } // namespace folvane

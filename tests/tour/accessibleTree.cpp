@@ -3,8 +3,6 @@
 #include <QAbstractItemView>
 #include <QWidget>
 
-#include <algorithm>
-#include <array>
 #include <functional>
 
 namespace folvane {
@@ -19,12 +17,6 @@ bool isOnScreen(QAccessibleInterface& item)
     return !item.state().invisible && (!widget || widget->isVisible());
 }
 
-/// Views that make their items when asked; lists of a few widgets are not among them.
-bool hasManyItems(const QAccessibleInterface& item)
-{
-    return qobject_cast<QAbstractItemView*>(item.object());
-}
-
 /// The first that is on screen and fits, in the order of the tree.
 QAccessibleInterface* find(QAccessibleInterface* item, const Fits& fits)
 {
@@ -32,8 +24,8 @@ QAccessibleInterface* find(QAccessibleInterface* item, const Fits& fits)
         return nullptr;
     if (fits(*item))
         return item;
-    if (hasManyItems(*item))
-        return nullptr;
+    if (qobject_cast<QAbstractItemView*>(item->object()))
+        return nullptr; // it makes its items when asked
     for (int child = 0; child < item->childCount(); ++child) {
         if (QAccessibleInterface* found = find(item->child(child), fits))
             return found;
@@ -41,33 +33,30 @@ QAccessibleInterface* find(QAccessibleInterface* item, const Fits& fits)
     return nullptr;
 }
 
-bool isControl(QAccessible::Role role)
+bool isControl(QAccessibleInterface& item)
 {
-    constexpr std::array controls{QAccessible::PushButton,     QAccessible::ButtonMenu,
-                                  QAccessible::ButtonDropDown, QAccessible::CheckBox,
-                                  QAccessible::RadioButton,    QAccessible::Link,
-                                  QAccessible::ListItem,       QAccessible::PageTab,
-                                  QAccessible::MenuItem,       QAccessible::EditableText};
-    return std::ranges::find(controls, role) != controls.end();
+    return item.actionInterface() && !item.actionInterface()->actionNames().isEmpty();
+}
+
+bool tells(QAccessible::Role role)
+{
+    return role == QAccessible::StaticText || role == QAccessible::Heading || role == QAccessible::List
+           || role == QAccessible::Dialog || role == QAccessible::Window;
 }
 
 } // namespace
 
-QStringList controlNames(QWidget& below)
-{
-    QStringList names;
-    find(QAccessible::queryAccessibleInterface(&below), [&names](QAccessibleInterface& item) {
-        if (isControl(item.role()))
-            names.append(item.text(QAccessible::Name));
-        return false;
-    });
-    return names;
-}
-
 QAccessibleInterface* findControl(QWidget& below, const QString& name)
 {
     return find(QAccessible::queryAccessibleInterface(&below), [&name](QAccessibleInterface& item) {
-        return isControl(item.role()) && item.text(QAccessible::Name).remove(u'&') == name;
+        return isControl(item) && item.text(QAccessible::Name).remove(u'&').section(u'\t', 0, 0) == name;
+    });
+}
+
+QAccessibleInterface* findUnnamed(QWidget& below)
+{
+    return find(QAccessible::queryAccessibleInterface(&below), [](QAccessibleInterface& item) {
+        return (isControl(item) || tells(item.role())) && item.text(QAccessible::Name).isEmpty();
     });
 }
 

@@ -14,11 +14,14 @@ using namespace folvane;
 
 constexpr int usageFault = 2;
 
-struct Options {
-    TourOptions tour;
-    QString only;
-    bool alsoScaled = true;
-};
+/// The walk, in its order.
+constexpr std::pair<const char*, TourStep*> walk[] = {
+    {"home", showHome},           {"documents", showDocuments}, {"browsing", showBrowsing},
+    {"selecting", showSelecting}, {"dragging", showDragging},   {"menus", showMenus},
+    {"passwords", showPasswords}, {"saving", showSaving},       {"compressing", showCompressing},
+    {"merging", showMerging},     {"splitting", showSplitting}, {"protecting", showProtecting},
+    {"exporting", showExporting}, {"alerts", showAlerts},       {"long names", showLongNames},
+    {"file list", showFileList},  {"sizes", showSizes}};
 
 int s_warnings = 0;
 
@@ -33,45 +36,32 @@ void tellWarning(QtMsgType type, const QMessageLogContext&, const QString& messa
     std::fprintf(stderr, "%s\n", qPrintable(message));
 }
 
-Options readOptions()
+void readOptions(QCommandLineParser& parser)
 {
-    QCommandLineParser parser;
     parser.setApplicationDescription(
         "Plays a person's way through the real windows, checks what comes out, and leaves a "
         "picture of every screen.");
     parser.addHelpOption();
     parser.addOptions({{"to", "Where the pictures go.", "FOLDER"},
                        {"pages", "Pages of the large document.", "N", "5000"},
-                       {"rounds", "How often the large document is browsed.", "N", "1"},
                        {"only", "Play this step alone.", "STEP"},
                        {"unscaled", "Leave out the round at 200 %."}});
-    parser.addPositionalArgument("FILES", "Files to show as well.", "[FILES]");
     parser.process(*qApp);
-    const int count = parser.value("pages").toInt();
-    if (!parser.isSet("to") || count < 1) {
-        std::fprintf(stderr, "%s", qPrintable(parser.helpText()));
-        std::exit(usageFault);
-    }
-    Options options{{QDir(parser.value("to")), count, parser.value("rounds").toInt(), {}},
-                    parser.value("only"),
-                    !parser.isSet("unscaled")};
-    for (const QString& file : parser.positionalArguments())
-        options.tour.given.append(QUrl::fromUserInput(file, QDir::currentPath(), QUrl::AssumeLocalFile));
-    return options;
+    if (!parser.isSet("to") || parser.value("pages").toInt() < 1)
+        parser.showHelp(usageFault);
 }
 
-void play(const Options& options)
+void play(const TourOptions& options, const QString& only)
 {
-    Tour tour(options.tour);
-    bool any = false;
-    for (const TourStep& step : tourSteps) {
-        if (!options.only.isEmpty() && options.only != step.name)
-            continue;
-        any = true;
-        tour.play(step);
+    if (!options.folder.mkpath("."))
+        throw TourFailed(QStringLiteral("%1 cannot be made.").arg(options.folder.path()));
+    int pictures = 0;
+    for (const auto& [name, step] : walk) {
+        if (only.isEmpty() || only == name)
+            pictures = Tour(options, pictures).play(name, step);
     }
-    if (!any)
-        throw TourFailed(QStringLiteral("There is no step “%1”.").arg(options.only));
+    if (pictures == 0)
+        throw TourFailed(QStringLiteral("There is no step “%1”.").arg(only));
 }
 
 /// The scale of a process is fixed when it starts: the round at 200 % is a process of its own. Of options that are
@@ -81,7 +71,7 @@ void playScaled(const QDir& folder)
     std::printf("At 200 %%:\n");
     std::fflush(stdout);
     qputenv("QT_SCALE_FACTOR", "2");
-    const QStringList scaled{"--to", folder.filePath("200"), "--unscaled", "--rounds", "1"};
+    const QStringList scaled{"--to", folder.filePath("200"), "--unscaled"};
     if (QProcess::execute(qApp->applicationFilePath(), qApp->arguments().mid(1) + scaled) != 0)
         throw TourFailed("The round at 200 % failed.");
 }
@@ -95,11 +85,13 @@ int main(int argc, char** argv)
     qInstallMessageHandler(tellWarning);
     const QApplication application(argc, argv);
     prepareApplication();
+    QCommandLineParser parser;
+    readOptions(parser);
+    const TourOptions options{QDir(parser.value("to")), parser.value("pages").toInt()};
     try {
-        const Options options = readOptions();
-        play(options);
-        if (options.alsoScaled)
-            playScaled(options.tour.folder);
+        play(options, parser.value("only"));
+        if (!parser.isSet("unscaled"))
+            playScaled(options.folder);
         if (s_warnings > 0)
             throw TourFailed(QStringLiteral("There were %1 warnings.").arg(s_warnings));
     } catch (const std::exception& error) {

@@ -5,11 +5,11 @@ namespace folvane {
 
 void showAlerts(Tour& tour)
 {
-    AppModel& model = tour.model();
+    AppModel& model = tour.model;
     const QUrl broken = QUrl::fromLocalFile(tour.path("Broken.pdf"));
     writeFile(broken, "This was never a PDF.");
     tour.openBy("Open…", {broken});
-    tour.wait("The message about a damaged file",
+    waitUntil("The message about a damaged file",
               [&model] { return model.errorMessage.value().has_value(); });
     tour.picture("error");
     tour.press("OK");
@@ -22,19 +22,19 @@ void showAlerts(Tour& tour)
     tour.turn("Rotate Right");
     tour.openSample("Letter.pdf", 1);
     tour.turn("Rotate Left");
-    tour.openMenu("File");
-    tour.choose("Close File", "closing-question");
+    tour.press("File");
+    tour.press("Close File", "closing-question");
     tour.press("Cancel");
     Tour::check(model.files.value().size() == 2, "Cancel keeps the document");
 
-    tour.hand().key(Qt::Key_Q, Qt::ControlModifier);
+    tour.hand.key(Qt::Key_Q, Qt::ControlModifier);
     tour.picture("quit-question");
     tour.press("Cancel");
 
-    tour.openMenu("File");
-    tour.choose("Close File");
+    tour.press("File");
+    tour.press("Close File");
     tour.press("Don't Save");
-    Tour::check(model.files.value() == QList{report} && tour.shown() == report,
+    Tour::check(model.files.value() == QList{report} && currentFile(tour.model) == report,
                 "Don't Save closes the document, and the other is shown");
     tour.picture("after-closing");
 }

@@ -55,17 +55,15 @@ void checkMemory()
 
 void showBrowsing(Tour& tour)
 {
-    const int pages = tour.options().manyPages;
+    const int pages = tour.options.manyPages;
     tour.openSample("Archive.pdf", pages);
     const QScrollBar& bar = *tour.grid().verticalScrollBar();
     browseTo(tour, int(qint64(bar.maximum()) * std::min(readPages, pages) / pages), Pace::Reading);
     browseTo(tour, 0, Pace::Reading);
-    for (int round = 0; round < tour.options().rounds; ++round) {
-        for (const QSize& size : {tour.window().minimumSize(), QSize(1440, 900), QSize(1920, 1080)}) {
-            tour.resize(size);
-            browseTo(tour, bar.maximum(), Pace::Leafing);
-            browseTo(tour, 0, Pace::Leafing);
-        }
+    for (const QSize& size : {tour.window.minimumSize(), QSize(1440, 900), QSize(1920, 1080)}) {
+        tour.resize(size);
+        browseTo(tour, bar.maximum(), Pace::Leafing);
+        browseTo(tour, 0, Pace::Leafing);
     }
     tour.picture("after-browsing-a-long-document");
     checkMemory();

@@ -13,7 +13,7 @@ namespace {
 
 ChoiceRow& row(Tour& tour, const QString& title)
 {
-    for (ChoiceRow* row : tour.hand().top().findChildren<ChoiceRow*>())
+    for (ChoiceRow* row : tour.hand.top().findChildren<ChoiceRow*>())
         if (row->text().startsWith(title))
             return *row;
     throw TourFailed(QStringLiteral("There is no row “%1”.").arg(title));
@@ -22,7 +22,7 @@ ChoiceRow& row(Tour& tour, const QString& title)
 void choose(Tour& tour, const QString& title)
 {
     const ChoiceRow& chosen = row(tour, title);
-    tour.hand().click(chosen.mapToGlobal(chosen.rect().center()));
+    tour.hand.click(chosen.mapToGlobal(chosen.rect().center()));
 }
 
 /// What the row says behind its title; empty while there is a spinner.
@@ -34,19 +34,19 @@ QString value(Tour& tour, const QString& title)
 
 void waitFor(Tour& tour, const QString& title, const QString& picture)
 {
-    tour.wait("The size of " + title, [&] { return !value(tour, title).isEmpty(); });
+    waitUntil("The size of " + title, [&] { return !value(tour, title).isEmpty(); });
     tour.picture(picture);
 }
 
 void showSheet(Tour& tour, bool isThere)
 {
     isThere ? tour.press("Compress") : tour.keys({Qt::Key_Escape});
-    tour.wait("The sheet", [&] { return tour.model().sheet.value().has_value() == isThere; });
+    waitUntil("The sheet", [&] { return tour.model.sheet.value().has_value() == isThere; });
 }
 
 QUrl photos(Tour& tour, const QString& name, int pages)
 {
-    const Unwatched unwatched(tour.watchdog());
+    const auto unwatched = tour.watchdog.lookAway();
     return putPhotos(tour.path(name), pages);
 }
 
@@ -55,7 +55,7 @@ void saveSmall(Tour& tour)
     choose(tour, "Small");
     const QString size = value(tour, "Small");
     const QString path = tour.save("Smaller.pdf", [&tour] { tour.keys({Qt::Key_Return}); });
-    const Unwatched unwatched(tour.watchdog());
+    const auto unwatched = tour.watchdog.lookAway();
     Tour::check(byteCount(QFileInfo(path).size()) == size, "the saved copy is as large as the sheet said");
     Tour::check(checkedTexts(path).size() == 12, "the small copy has all pages");
 }

@@ -1,19 +1,26 @@
+#include "shell/sidebar/FileRow.h"
 #include "shell/sidebar/SidebarView.h"
 #include "tour/steps.h"
 
-#include <QApplication>
 #include <QSplitter>
 
 namespace folvane {
 
 namespace {
 
-/// The least room that the bar over a document gets.
+/// The least room that the bar over a document gets: its tools have titles again when there is more.
 void showNarrowest(Tour& tour)
 {
-    tour.resize(tour.window().minimumSize());
-    const int sidebar = tour.window().findChild<SidebarView*>()->maximumWidth();
-    tour.window().findChild<QSplitter*>()->setSizes({sidebar, tour.window().width() - sidebar});
+    const int sidebar = tour.window.findChild<SidebarView*>()->maximumWidth();
+    const QSize least = tour.window.minimumSize();
+    for (const QSize& size : {least, QSize(1180, 780), least}) {
+        tour.resize(size);
+        tour.window.findChild<QSplitter*>()->setSizes({sidebar, size.width() - sidebar});
+        const QSize tool = tour.hand.placeOf("Split").size();
+        Tour::check((tool.width() > tool.height()) == (size != least),
+                    "tools have titles where there is room");
+        Tour::check(tour.window.geometry().contains(tour.hand.placeOf("Save As…")), "the bar is not cut off");
+    }
     tour.picture("narrowest-document");
     tour.press("More", "narrowest-menu-more");
     tour.keys({Qt::Key_Escape});
@@ -25,13 +32,13 @@ void showNarrowest(Tour& tour)
 /// The sidebar goes and comes back by the View menu.
 void hideSidebar(Tour& tour)
 {
-    tour.resize(tour.window().minimumSize());
-    tour.openMenu("View");
-    tour.choose("Hide Sidebar", "sidebar-hidden");
-    Tour::check(!tour.hand().finds("Home"), "a hidden sidebar has no rows");
-    tour.openMenu("View");
-    tour.choose("Show Sidebar");
-    Tour::check(tour.hand().finds("Home"), "the sidebar comes back");
+    tour.resize(tour.window.minimumSize());
+    tour.press("View");
+    tour.press("Hide Sidebar", "sidebar-hidden");
+    Tour::check(!tour.hand.finds("Home"), "a hidden sidebar has no rows");
+    tour.press("View");
+    tour.press("Show Sidebar");
+    Tour::check(tour.hand.finds("Home"), "the sidebar comes back");
 }
 
 void showAt(Tour& tour, const QSize& size)
@@ -39,11 +46,38 @@ void showAt(Tour& tour, const QSize& size)
     tour.resize(size);
     const QString suffix = QStringLiteral("-%1x%2").arg(size.width()).arg(size.height());
     tour.press("Home", "home" + suffix);
-    tour.model().destination = Destination::file(tour.model().files.value().last()->id);
+    tour.model.destination = Destination::file(tour.model.files.value().last()->id);
     tour.picture("document" + suffix);
-    tour.model().errorMessage = "“Broken.pdf” can't be read. It may be damaged.";
+    tour.model.errorMessage = "“Broken.pdf” can't be read. It may be damaged.";
     tour.picture("error" + suffix);
     tour.press("OK");
+}
+
+QWidget* fileRow(Tour& tour, int number)
+{
+    return tour.window.findChildren<FileRow*>()[number - 1];
+}
+
+bool isInSight(const QWidget& row)
+{
+    return row.visibleRegion().boundingRect() == row.rect();
+}
+
+/// The list of 24 files is one stop of the Tab key, and walked by other keys.
+void walkFiles(Tour& tour)
+{
+    tour.hand.tabTo("Home");
+    for (const auto& [key, number] :
+         {std::pair{Qt::Key_Tab, 5}, std::pair{Qt::Key_Up, 4}, std::pair{Qt::Key_Home, 1},
+          std::pair{Qt::Key_Up, 1}, std::pair{Qt::Key_Down, 2}, std::pair{Qt::Key_Delete, 2},
+          std::pair{Qt::Key_End, 24}, std::pair{Qt::Key_Down, 24}}) {
+        tour.keys({key});
+        const QWidget* row = fileRow(tour, number);
+        Tour::check(row->hasFocus() && isInSight(*row), QStringLiteral("keys lead to file %1").arg(number));
+    }
+    Tour::check(tour.model.files.value().size() == 24, "Delete closes nothing");
+    tour.keys({Qt::Key_Tab, Qt::Key_Backtab});
+    Tour::check(fileRow(tour, 24)->hasFocus(), "Tab leaves the list at once, and comes back where it was");
 }
 
 } // namespace
@@ -64,7 +98,7 @@ void showLongNames(Tour& tour)
     tour.letToastGo();
 
     tour.turn("Rotate Right");
-    tour.model().requestClose(tour.shown());
+    tour.model.requestClose(currentFile(tour.model));
     tour.picture("long-name-closing-question");
     tour.press("Cancel");
 
@@ -87,21 +121,23 @@ void showFileList(Tour& tour)
         files.append(tour.sample(QStringLiteral("Report %1.pdf").arg(number), number));
     tour.open(files);
     tour.picture("many-files");
+    Tour::check(isInSight(*fileRow(tour, 24)), "the last file is in sight");
 
-    tour.hand().key(Qt::Key_PageDown, Qt::ControlModifier);
+    tour.hand.key(Qt::Key_PageDown, Qt::ControlModifier);
     tour.turn("Rotate Right");
-    while (QApplication::focusWidget()->accessibleName() != "Report 1, 1 pages, Not saved")
-        tour.keys({Qt::Key_Tab});
+    tour.hand.tabTo("Report 1, 1 pages, Not saved");
     tour.keys({Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down}, "many-files-by-keyboard");
     tour.keys({Qt::Key_Return});
-    Tour::check(tour.shown()->name == "Report 5", "Return shows the document that the arrows led to");
+    Tour::check(currentFile(tour.model)->name == "Report 5",
+                "Return shows the document that the arrows led to");
+    walkFiles(tour);
 }
 
 void showSizes(Tour& tour)
 {
     for (int number = 1; number <= 9; ++number)
         tour.openSample(QStringLiteral("Volume %1.pdf").arg(number), 10 * number, Paper::Mixed);
-    showAt(tour, tour.window().minimumSize());
+    showAt(tour, tour.window.minimumSize());
     showAt(tour, {1920, 1080});
     hideSidebar(tour);
     showNarrowest(tour);

@@ -1,9 +1,4 @@
-#include "tools/merge/MergeList.h"
-#include "tools/merge/MergeView.h"
-#include "tools/merge/mergeRow.h"
 #include "tour/steps.h"
-
-#include <QTest>
 
 namespace folvane {
 
@@ -11,21 +6,14 @@ namespace {
 
 void waitForRows(Tour& tour, size_t count)
 {
-    tour.wait("The adding of files", [&] { return tour.model().merge.items.value().size() == count; });
+    waitUntil("The adding of files", [&] { return tour.model.merge.items.value().size() == count; });
 }
 
-/// Drags it so many rows down. It stays in the window: the mouse alone does it, without the system.
+/// Drags it so many rows down.
 void dragRow(Tour& tour, int row, double rows, const QString& picture)
 {
-    MergeList& list = tour.window().mergeView().list();
-    const QPoint from = list.visualRect(list.model()->index(row, 0)).center();
-    const QPoint way(0, qRound(rows * mergeRowHeight));
-    const int steps = 12;
-    QTest::mousePress(list.viewport(), Qt::LeftButton, {}, from);
-    for (int step = 1; step <= steps; ++step)
-        QTest::mouseMove(list.viewport(), from + way * step / steps);
-    tour.picture(picture);
-    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, from + way);
+    tour.hand.pull(tour.mergePoint(row + 0.5), tour.mergePoint(row + 0.5 + rows),
+                   [&] { tour.picture(picture); });
 }
 
 void showManyFiles(Tour& tour)
@@ -36,12 +24,12 @@ void showManyFiles(Tour& tour)
     const QUrl longName = tour.sample("Minutes of the extraordinary meeting of the committee for the copper "
                                       "harbour and its lanterns, with all appendices.pdf",
                                       2);
-    tour.stage().panels.openAnswers.enqueue(chapters + chapters + chapters + chapters + QList{longName});
+    tour.panels.openAnswers.enqueue(chapters + chapters + chapters + chapters + QList{longName});
     tour.press("Add");
-    tour.choose("Add Files…");
+    tour.press("Add Files…");
     waitForRows(tour, 100);
     tour.picture("merge-many-files");
-    tour.window().resize(tour.window().minimumSize());
+    tour.window.resize(tour.window.minimumSize());
     dragRow(tour, 98, -2.4, "merge-many-dragging");
 }
 
@@ -52,23 +40,22 @@ void showMerging(Tour& tour)
     tour.press("Merge PDFs", "merge-empty");
     const QList<QUrl> files{tour.sample("Annual report.pdf", 12, Paper::Mixed),
                             makePicture(tour.path("Hills.png"))};
-    const QPoint middle = tour.window().mapToGlobal(tour.window().rect().center());
-    tour.hand().dragFiles(files, middle, [&tour] { tour.picture("merge-files-over"); });
+    const QPoint middle = tour.window.mapToGlobal(tour.window.rect().center());
+    tour.hand.dragFiles(files, middle, [&tour] { tour.picture("merge-files-over"); });
     waitForRows(tour, 2);
     tour.picture("merge-two-files");
-    tour.hand().dragFiles(
-        files, middle, [&tour] { tour.picture("merge-more-files-over"); }, Hand::End::Cancel);
+    tour.hand.dragFiles(files, middle, [&tour] { tour.picture("merge-more-files-over"); }, Hand::End::Cancel);
 
     tour.openSample("Letter.pdf", 1);
     tour.turn("Rotate Right");
     tour.press("More", "menu-more-with-tools");
-    tour.choose("Add to Merge");
+    tour.press("Add to Merge");
     tour.press("Add", "merge-menu");
     tour.keys({Qt::Key_Escape});
 
     dragRow(tour, 2, -2, "merge-dragging");
     tour.keys({Qt::Key_Tab, Qt::Key_Backtab});
-    tour.hand().key(Qt::Key_Down, Qt::AltModifier);
+    tour.hand.key(Qt::Key_Down, Qt::AltModifier);
     tour.picture("merge-moved-by-keys");
 
     const QString path = tour.save("Merged.pdf", [&tour] { tour.press("Merge…"); });
@@ -80,7 +67,7 @@ void showMerging(Tour& tour)
     showManyFiles(tour);
     tour.press("Clear", "merge-cleared");
     tour.press("Add");
-    tour.choose("Letter", "merge-one-file");
+    tour.press("Letter", "merge-one-file");
 }
 
 } // namespace folvane

@@ -1,12 +1,8 @@
-#include "platform/tasks/spawn.h"
 #include "shell/pageGrid/PageGrid.h"
 #include "tour/steps.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QScrollBar>
-
-#include <cstdio>
 
 namespace folvane {
 
@@ -23,38 +19,22 @@ void scrollThrough(Tour& tour)
     }
 }
 
-/// Nobody is there to answer: locked files are left out, and what could not be opened is told.
-bool opens(Tour& tour, const QUrl& url)
-{
-    AppModel& model = tour.model();
-    const qsizetype before = model.files.value().size();
-    const QCoro::Task<> opening = model.open({url});
-    tour.wait("The opening of " + url.fileName(), [&] {
-        model.answerPassword(std::nullopt);
-        return opening.isReady();
-    });
-    if (const std::optional<QString> message = model.errorMessage.value())
-        std::fprintf(stderr, "%s\n", qPrintable(*message));
-    model.errorMessage = std::nullopt;
-    return model.files.value().size() > before;
-}
-
 } // namespace
 
 void showHome(Tour& tour)
 {
     tour.picture("home");
     const QList<QUrl> files{tour.sample("Annual report.pdf", 12)};
-    const QPoint middle = tour.hand().placeOf("Drop PDFs or images here").center();
+    const QPoint middle = tour.hand.placeOf("Drop PDFs or images here").center();
 
-    tour.hand().dragFiles(files, middle, [&tour] { tour.picture("home-files-over"); }, Hand::End::Cancel);
+    tour.hand.dragFiles(files, middle, [&tour] { tour.picture("home-files-over"); }, Hand::End::Cancel);
     tour.picture("home-files-left");
-    Tour::check(tour.model().files.value().isEmpty(), "a drag that is given up opens nothing");
+    Tour::check(tour.model.files.value().isEmpty(), "a drag that is given up opens nothing");
 
-    tour.hand().dragFiles(files, middle, [] {});
-    tour.wait("The opening of a dropped file", [&tour] { return bool(tour.shown()); });
+    tour.hand.dragFiles(files, middle, [] {});
+    waitUntil("The opening of a dropped file", [&tour] { return bool(currentFile(tour.model)); });
     tour.press("Home", "home-with-a-document");
-    tour.hand().hover(tour.hand().placeOf("Close “Annual report”").center());
+    tour.hand.hover(tour.hand.placeOf("Close “Annual report”").center());
     tour.picture("home-close-under-pointer");
 }
 
@@ -66,7 +46,7 @@ void showDocuments(Tour& tour)
     tour.openSample("Annual report.pdf", 12, Paper::Mixed);
     tour.picture("document-of-12-pages");
 
-    tour.openSample("Archive.pdf", tour.options().manyPages);
+    tour.openSample("Archive.pdf", tour.options.manyPages);
     tour.picture("document-of-many-pages");
     scrollThrough(tour);
     tour.movingPicture("document-of-many-pages-arriving-at-its-end");
@@ -74,18 +54,6 @@ void showDocuments(Tour& tour)
 
     tour.open({makePicture(tour.path("Hills.png"))});
     tour.picture("document-of-a-picture");
-}
-
-void showGivenFiles(Tour& tour)
-{
-    int shown = 0;
-    for (const QUrl& url : tour.options().given) {
-        if (!opens(tour, url))
-            continue;
-        ++shown;
-        tour.picture("given-" + QFileInfo(url.toLocalFile()).completeBaseName());
-    }
-    Tour::check(shown > 0 || tour.options().given.isEmpty(), "one of the given files opens");
 }
 
 } // namespace folvane

@@ -11,12 +11,12 @@ namespace {
 /// To the end of a document of any length in one go, with the pointer at rest near the edge.
 void dragFar(Tour& tour)
 {
-    const OpenFilePtr file = tour.openSample("Archive.pdf", tour.options().manyPages);
+    const OpenFilePtr file = tour.openSample("Archive.pdf", tour.options.manyPages);
     const QScrollBar& bar = *tour.grid().verticalScrollBar();
     const QWidget& pages = *tour.grid().viewport();
     const QPoint edge = pages.mapToGlobal(pages.rect().bottomRight() - QPoint(80, 3));
-    tour.hand().drag(tour.pagePoint(0), edge, [&] {
-        tour.wait("The end of the document", [&bar] { return bar.value() == bar.maximum(); });
+    tour.hand.drag(tour.pagePoint(0), edge, [&] {
+        waitUntil("The end of the document", [&bar] { return bar.value() == bar.maximum(); });
         tour.picture("dragging-to-the-end");
     });
     Tour::check(pageOrder(*file).last() == 0, "the first page has become the last");
@@ -34,14 +34,14 @@ void closeMenu(Tour& tour)
 void showSelecting(Tour& tour)
 {
     const OpenFilePtr file = tour.openSample("Annual report.pdf", 12, Paper::Mixed);
-    Hand& hand = tour.hand();
+    Hand& hand = tour.hand;
     hand.click(tour.pagePoint(1));
     hand.click(tour.pagePoint(3), Qt::ShiftModifier);
     hand.click(tour.pagePoint(5), Qt::ControlModifier);
     tour.picture("selection");
 
     tour.press("Rotate Right");
-    tour.wait("The turning of the selected pages", [&file] { return file->pages.value()[5].turn == 90; });
+    waitUntil("The turning of the selected pages", [&file] { return file->pages.value()[5].turn == 90; });
     tour.picture("selection-turned");
 
     tour.press("Delete Pages");
@@ -68,7 +68,7 @@ void showSelecting(Tour& tour)
 void showDragging(Tour& tour)
 {
     const OpenFilePtr file = tour.openSample("Annual report.pdf", 12, Paper::Mixed);
-    Hand& hand = tour.hand();
+    Hand& hand = tour.hand;
     tour.picture("before-dragging");
     tour.select({0, 1, 3});
     hand.drag(tour.pagePoint(1), tour.pagePoint(6), [&tour] { tour.picture("dragging-three-pages"); });
@@ -85,30 +85,30 @@ void showDragging(Tour& tour)
     const QList<QUrl> files{makePicture(tour.path("Hills.png")),
                             tour.sample("Letter.pdf", 1, Paper::Upright, "Letter")};
     hand.dragFiles(files, tour.pagePoint(2), [&tour] { tour.picture("files-over-pages"); });
-    tour.wait("The coming of the dropped pages", [&file] { return file->pages.value().size() == 14; });
+    waitUntil("The coming of the dropped pages", [&file] { return file->pages.value().size() == 14; });
     tour.picture("files-dropped-on-pages");
     Tour::check(selectedRows(*file) == QList{3, 4},
                 "files go behind the selected pages, wherever they were dropped");
-    Tour::check(tour.model().files.value().size() == 1, "files dropped on pages open no document");
+    Tour::check(tour.model.files.value().size() == 1, "files dropped on pages open no document");
     hand.key(Qt::Key_Escape);
     hand.dragFiles(
         files, tour.pagePoint(2), [&tour] { tour.picture("files-over-pages-without-selection"); },
         Hand::End::Cancel);
     dragFar(tour);
     hand.dragFiles({files.last()}, hand.placeOf("Home").center(), [] {});
-    tour.wait("The opening beside the others", [&tour] { return tour.model().files.value().size() == 3; });
+    waitUntil("The opening beside the others", [&tour] { return tour.model.files.value().size() == 3; });
 }
 
 void showMenus(Tour& tour)
 {
     const OpenFilePtr file = tour.openSample("Annual report.pdf", 12);
-    for (const QAction* menu : tour.window().menuBar()->actions()) {
+    for (const QAction* menu : tour.window.menuBar()->actions()) {
         const QString name = menu->text().remove(u'&');
-        tour.openMenu(name);
+        tour.press(name);
         tour.picture("menu-" + name.toLower());
         closeMenu(tour);
     }
-    tour.hand().key(Qt::Key_P, Qt::AltModifier);
+    tour.hand.key(Qt::Key_P, Qt::AltModifier);
     Tour::check(QApplication::activePopupWidget(), "Alt and a letter open a menu");
     tour.picture("menu-pages-by-keyboard");
     closeMenu(tour);
@@ -116,19 +116,19 @@ void showMenus(Tour& tour)
     closeMenu(tour);
 
     tour.select({1, 2});
-    tour.hand().click(tour.pagePoint(5), {}, Qt::RightButton);
+    tour.hand.click(tour.pagePoint(5), {}, Qt::RightButton);
     Tour::check(file->selection.value().size() == 2, "a right click selects nothing");
     tour.picture("menu-of-a-page");
-    tour.choose("Rotate Left");
-    tour.wait("The turning of the page of the menu", [&file] { return file->pages.value()[5].turn == 270; });
+    tour.press("Rotate Left");
+    waitUntil("The turning of the page of the menu", [&file] { return file->pages.value()[5].turn == 270; });
     Tour::check(file->pages.value()[1].turn == 0, "the menu of page 6 turns page 6 alone");
 
     const auto chooseAt = [&tour](int row, const QString& entry) {
-        tour.hand().click(tour.pagePoint(row), {}, Qt::RightButton);
-        tour.choose(entry);
+        tour.hand.click(tour.pagePoint(row), {}, Qt::RightButton);
+        tour.press(entry);
     };
     chooseAt(1, "Rotate Right");
-    tour.wait("The turning of the selected pages", [&file] { return file->pages.value()[2].turn == 90; });
+    waitUntil("The turning of the selected pages", [&file] { return file->pages.value()[2].turn == 90; });
     chooseAt(3, "Extract…");
     Tour::check(selectedRows(*file) == QList{3}, "extracting selects what it extracts");
     chooseAt(4, "Delete");

@@ -5,16 +5,18 @@ namespace folvane {
 void showPasswords(Tour& tour)
 {
     const QUrl locked = makeLocked(tour.path("Salary statement.pdf"), "pebble");
-    const auto& question = tour.model().passwordRequest;
+    const auto& question = tour.model.passwordRequest;
     tour.askForPassword(locked);
     tour.picture("password");
+    tour.keys({Qt::Key_Return});
+    Tour::check(!tour.hand.finds("Open") && tour.hand.finds("Cancel"), "an empty password opens nothing");
     tour.type("stone", "password-typed");
     tour.keys({Qt::Key_Return});
-    tour.wait("The second question", [&] { return question.value() && question.value()->wasWrong; });
+    waitUntil("The second question", [&] { return question.value() && question.value()->wasWrong; });
     tour.picture("password-again");
     tour.keys({Qt::Key_Escape});
-    tour.wait("The end of the question", [&] { return !question.value(); });
-    Tour::check(tour.model().files.value().isEmpty(), "without its password the file is not opened");
+    waitUntil("The end of the question", [&] { return !question.value(); });
+    Tour::check(tour.model.files.value().isEmpty(), "without its password the file is not opened");
 
     tour.askForPassword(locked);
     tour.unlock("pebble");
@@ -24,7 +26,7 @@ void showPasswords(Tour& tour)
 void showProtecting(Tour& tour)
 {
     tour.openSample("Annual report.pdf", 12);
-    const auto saves = [&tour] { return tour.hand().finds("Save Protected Copy…"); };
+    const auto saves = [&tour] { return tour.hand.finds("Save Protected Copy…"); };
     tour.press("Password", "protect");
     Tour::check(!saves(), "an empty password protects nothing");
     tour.type("pebble");
