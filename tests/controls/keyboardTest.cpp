@@ -20,14 +20,13 @@ namespace {
 
 class Keyboard : public testing::Test {
 protected:
-    Keyboard()
+    void SetUp() override
     {
-        for (QWidget* widget : {static_cast<QWidget*>(picker), static_cast<QWidget*>(group)})
-            row.addWidget(widget);
+        row.addWidget(picker);
+        row.addWidget(group);
         window.show();
-        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     }
-    void SetUp() override { ASSERT_TRUE(QTest::qWaitForWindowActive(&window)); }
     static void press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
 
     QWidget window;
@@ -58,12 +57,9 @@ TEST_F(Keyboard, ArrowsMoveThePickAndTabLeavesItForWhatIsEnabled)
     EXPECT_EQ(turned.size(), 2);
     press(Qt::Key_Backtab);
     EXPECT_TRUE(segments[1]->hasFocus());
-}
-
-TEST_F(Keyboard, AClickAnywhereOnASegmentChoosesIt)
-{
     QTest::mouseClick(segments[2], Qt::LeftButton, {}, segments[2]->rect().bottomRight() - QPoint(3, 3));
-    EXPECT_EQ(picker->current(), 2);
+    EXPECT_EQ(picker->current(), 2) << "clicked at its edge";
+    EXPECT_TRUE(QAccessible::queryAccessibleInterface(segments[2])->state().checked);
 }
 
 TEST_F(Keyboard, AlertsAreWalkedFromLeftToRightAndEscapeCancels)
@@ -82,10 +78,8 @@ TEST_F(Keyboard, AlertsAreWalkedFromLeftToRightAndEscapeCancels)
         press(Qt::Key_Tab);
         EXPECT_TRUE(buttons[next]->hasFocus());
     }
-    const QSignalSpy finished(&alert, &QDialog::finished);
     QTest::keyClick(&alert, Qt::Key_Escape);
-    ASSERT_EQ(finished.size(), 1);
-    EXPECT_EQ(finished.first().first().toInt(), QDialog::Rejected);
+    EXPECT_TRUE(alert.isHidden() && alert.result() == QDialog::Rejected);
     alert.open();
     QTest::keyClick(&alert, Qt::Key_Return);
     EXPECT_EQ(saved, 1);
@@ -114,8 +108,6 @@ TEST_F(Keyboard, ScreenReadersHearWhatEachControlIs)
         EXPECT_EQ(interface->role(), role) << name;
         EXPECT_EQ(interface->text(QAccessible::Name), QString::fromUtf8(name));
     }
-    picker->setCurrent(2);
-    EXPECT_TRUE(QAccessible::queryAccessibleInterface(segments[2])->state().checked);
     BrandMark mark(24, &window);
     mark.show();
     EXPECT_TRUE(QAccessible::queryAccessibleInterface(&mark)->state().invisible);

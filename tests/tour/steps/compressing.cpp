@@ -38,12 +38,6 @@ void waitFor(Tour& tour, const QString& title, const QString& picture)
     tour.picture(picture);
 }
 
-void showSheet(Tour& tour, bool isThere)
-{
-    isThere ? tour.press("Compress") : tour.keys({Qt::Key_Escape});
-    waitUntil("The sheet", [&] { return tour.model.sheet.value().has_value() == isThere; });
-}
-
 QUrl photos(Tour& tour, const QString& name, int pages)
 {
     const auto unwatched = tour.watchdog.lookAway();
@@ -65,7 +59,7 @@ void saveSmall(Tour& tour)
 void showCompressing(Tour& tour)
 {
     tour.open({photos(tour, "Summer in the mountains.pdf", 12)});
-    showSheet(tour, true);
+    tour.press("Compress");
     tour.movingPicture("compress-measuring");
     waitFor(tour, "Small", "compress-measured");
     tour.keys({Qt::Key_Down});
@@ -79,9 +73,9 @@ void showCompressing(Tour& tour)
     saveSmall(tour);
 
     tour.openSample("Annual report.pdf", 30);
-    showSheet(tour, true);
+    tour.press("Compress");
     waitFor(tour, "Small", "compress-mostly-text");
-    showSheet(tour, false);
+    tour.keys({Qt::Key_Escape});
 
     const QUrl gone = tour.sample("Old lease.pdf", 3);
     tour.open({gone});
@@ -89,7 +83,7 @@ void showCompressing(Tour& tour)
     writeFile(gone, "It was cut meanwhile.");
     tour.press("Compress");
     tour.movingPicture("compress-error");
-    showSheet(tour, false);
+    tour.keys({Qt::Key_Escape});
 }
 
 } // namespace folvane

@@ -68,6 +68,7 @@ void showMerging(Tour& tour)
     tour.press("Clear", "merge-cleared");
     tour.press("Add");
     tour.press("Letter", "merge-one-file");
+    Tour::check(!tour.hand.finds("Merge…"), "there is nothing to merge with one file");
 }
 
 } // namespace folvane
