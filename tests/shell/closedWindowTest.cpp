@@ -21,7 +21,6 @@ protected:
                                            QDBusConnection::ExportAllContents));
         ASSERT_TRUE(desktop.registerService("org.freedesktop.Notifications"));
     }
-    static constexpr auto unsaved = u"Changes in %1 aren't saved. Use Save As… to keep them.";
 
     PrivateBus bus;
     QDBusConnection desktop = bus.connection();
@@ -33,7 +32,7 @@ TEST_F(Notices, SayWhatStaysOpenAndBringTheWindowBack)
 {
     provide();
     openPages(1, "R&D")->isEdited = true;
-    const QString text = QStringView(unsaved).toString().arg("R&D");
+    const QString text = "Changes in R&D aren't saved. Use Save As… to keep them.";
     for (const bool markup : {false, true}) {
         notifications.capabilities = markup ? QStringList{"body-markup"} : QStringList();
         window.close();

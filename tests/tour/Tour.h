@@ -72,6 +72,7 @@ public:
 
 private:
     void take(const QString& picture);
+    void checkScreen(const QString& name);
     QString answer(QQueue<std::optional<QUrl>>& panel, const QString& name, const std::function<void()>& by);
 
     int m_pictures;

@@ -53,9 +53,9 @@ QAccessibleInterface* findControl(QWidget& below, const QString& name)
     });
 }
 
-QAccessibleInterface* findUnnamed(QWidget& below)
+bool allHaveNames(QWidget& below)
 {
-    return find(QAccessible::queryAccessibleInterface(&below), [](QAccessibleInterface& item) {
+    return !find(QAccessible::queryAccessibleInterface(&below), [](QAccessibleInterface& item) {
         return (isControl(item) || tells(item.role())) && item.text(QAccessible::Name).isEmpty();
     });
 }

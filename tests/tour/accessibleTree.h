@@ -11,7 +11,7 @@ namespace folvane {
 /// The control that a person knows by this name, shortcuts and mnemonics aside; null when there is none.
 QAccessibleInterface* findControl(QWidget& below, const QString& name);
 
-/// A control, or a part that tells something, without a name; null when all have one.
-QAccessibleInterface* findUnnamed(QWidget& below);
+/// Whether each control, and each part that tells something, has a name.
+bool allHaveNames(QWidget& below);
 
 } // namespace folvane

@@ -19,12 +19,6 @@ ChoiceRow& row(Tour& tour, const QString& title)
     throw TourFailed(QStringLiteral("There is no row “%1”.").arg(title));
 }
 
-void choose(Tour& tour, const QString& title)
-{
-    const ChoiceRow& chosen = row(tour, title);
-    tour.hand.click(chosen.mapToGlobal(chosen.rect().center()));
-}
-
 /// What the row says behind its title; empty while there is a spinner.
 QString value(Tour& tour, const QString& title)
 {
@@ -46,7 +40,7 @@ QUrl photos(Tour& tour, const QString& name, int pages)
 
 void saveSmall(Tour& tour)
 {
-    choose(tour, "Small");
+    tour.press(row(tour, "Small").accessibleName());
     const QString size = value(tour, "Small");
     const QString path = tour.save("Smaller.pdf", [&tour] { tour.keys({Qt::Key_Return}); });
     const auto unwatched = tour.watchdog.lookAway();
@@ -65,7 +59,7 @@ void showCompressing(Tour& tour)
     tour.keys({Qt::Key_Down});
     Tour::check(row(tour, "Small").isChecked(), "the arrow keys choose");
     tour.picture("compress-by-keyboard");
-    choose(tour, "Up to");
+    tour.press(row(tour, "Up to").accessibleName());
     tour.movingPicture("compress-searching");
     waitFor(tour, "Up to", "compress-up-to");
     tour.keys({Qt::Key_Tab, Qt::Key_Home});
