@@ -7,7 +7,6 @@
 #include "shell/DocumentView.h"
 #include "shell/pageGrid/PageGrid.h"
 #include "tour/Stage.h"
-#include "tour/TourFailed.h"
 #include "tour/Watchdog.h"
 #include "tour/waiting.h"
 

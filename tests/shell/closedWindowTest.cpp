@@ -12,51 +12,41 @@
 namespace folvane {
 namespace {
 
-class Notices : public WindowTest {
-protected:
-    void SetUp() override { window.setCanComeBack(true); }
-    void provide()
-    {
-        ASSERT_TRUE(desktop.registerObject("/org/freedesktop/Notifications", &notifications,
-                                           QDBusConnection::ExportAllContents));
-        ASSERT_TRUE(desktop.registerService("org.freedesktop.Notifications"));
-    }
+using ClosedWindow = WindowTest;
 
-    PrivateBus bus;
-    QDBusConnection desktop = bus.connection();
-    FakeNotifications notifications;
-    ClosedWindowNotice notice{model, window, bus.connection()};
-};
-
-TEST_F(Notices, SayWhatStaysOpenAndBringTheWindowBack)
+TEST_F(ClosedWindow, IsToldOfAndComesBackByTheNotice)
 {
-    provide();
+    PrivateBus bus;
+    FakeNotifications notifications;
+    QDBusConnection desktop = bus.connection();
+    ASSERT_TRUE(desktop.registerObject("/org/freedesktop/Notifications", &notifications,
+                                       QDBusConnection::ExportAllContents));
+    ASSERT_TRUE(desktop.registerService("org.freedesktop.Notifications"));
+    const ClosedWindowNotice notice(model, window, bus.connection());
+    window.setCanComeBack(true);
     openPages(1, "R&D")->isEdited = true;
     const QString text = "Changes in R&D aren't saved. Use Save As… to keep them.";
+    const auto isUp = [&notifications] { return !notifications.shown.isEmpty(); };
+    const auto isGone = [&notifications] { return notifications.shown.isEmpty(); };
     for (const bool markup : {false, true}) {
         notifications.capabilities = markup ? QStringList{"body-markup"} : QStringList();
         window.close();
-        ASSERT_TRUE(waitFor([this] { return !notifications.shown.isEmpty(); }));
+        ASSERT_TRUE(waitFor(isUp));
         EXPECT_EQ(notifications.shown, markup ? text.toHtmlEscaped() : text);
         notifications.click();
         ASSERT_TRUE(waitFor([this] { return window.isVisible(); }));
-        EXPECT_TRUE(waitFor([this] { return notifications.shown.isEmpty(); })) << "it goes with its reason";
+        EXPECT_TRUE(waitFor(isGone)) << "it goes with its reason";
     }
-}
 
-TEST_F(Notices, GoAlsoWhenTheWindowComesBackBeforeTheyAreUp)
-{
-    provide();
-    openPages(1)->isEdited = true;
     const uint before = notifications.id;
     window.close();
     window.bringToFront({});
     window.close();
     window.bringToFront({});
     window.close();
-    ASSERT_TRUE(waitFor([this] { return !notifications.shown.isEmpty(); }));
+    ASSERT_TRUE(waitFor(isUp));
     window.bringToFront({});
-    EXPECT_TRUE(waitFor([this] { return notifications.shown.isEmpty(); }));
+    EXPECT_TRUE(waitFor(isGone));
     EXPECT_EQ(notifications.id, before + 1) << "what was overtaken never came up";
 }
 
@@ -86,9 +76,7 @@ TEST_P(ClosedDuringAJob, TheProgramEndsWithItUnlessThereIsMoreToTell)
 INSTANTIATE_TEST_SUITE_P(Outcomes, ClosedDuringAJob,
                          testing::Combine(testing::Bool(), testing::Bool(), testing::Bool()));
 
-using Place = WindowTest;
-
-TEST_F(Place, IsKeptForTheNextWindowUnlessItIsOffTheScreen)
+TEST_F(ClosedWindow, LeavesItsPlaceToTheNextUnlessThatIsOffTheScreen)
 {
     const QRect screen = window.screen()->availableGeometry();
     const QRect inside(screen.topLeft() + QPoint(20, 30), window.minimumSize());

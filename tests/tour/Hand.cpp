@@ -1,6 +1,5 @@
 #include "tour/Hand.h"
 
-#include "tour/TourFailed.h"
 #include "tour/accessibleTree.h"
 #include "tour/waiting.h"
 
@@ -36,7 +35,8 @@ public:
     DragWatch() { qApp->installEventFilter(this); }
 
     QMimeData carried;
-    std::optional<PlacedPicture> picture;
+    std::optional<QPixmap> picture;
+    QPoint grabbedAt;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
@@ -45,7 +45,8 @@ protected:
         if (drag) {
             for (const QString& format : drag->mimeData()->formats())
                 carried.setData(format, drag->mimeData()->data(format));
-            picture = PlacedPicture{drag->pixmap(), -drag->hotSpot()};
+            picture = drag->pixmap();
+            grabbedAt = drag->hotSpot();
         }
         return false;
     }
@@ -105,7 +106,6 @@ void Hand::click(const QPoint& at, Qt::KeyboardModifiers modifiers, Qt::MouseBut
 
 void Hand::hover(const QPoint& at)
 {
-    m_at = at;
     QTest::mouseMove(target(), local(at));
 }
 
@@ -160,7 +160,7 @@ void Hand::drag(const QPoint& from, const QPoint& to, const std::function<void()
     if (!watch.picture)
         throw TourFailed("Pulling began no drag.");
     ending.stop();
-    m_dragged = watch.picture;
+    m_dragged = PlacedPicture{*watch.picture, to - watch.grabbedAt};
     const auto forget = qScopeGuard([this] { m_dragged.reset(); });
     carry(watch.carried, from, to, over, end);
     QTest::mouseRelease(target(), Qt::LeftButton, {}, local(to));
@@ -174,7 +174,6 @@ void Hand::carry(const QMimeData& data, const QPoint& from, const QPoint& to,
     tell<QDragEnterEvent>(window, data, from + way / dragSteps);
     for (int step = 1; step <= dragSteps; ++step)
         tell<QDragMoveEvent>(window, data, from + way * step / dragSteps);
-    m_at = to;
     over();
     if (end == End::Drop)
         return tell<QDropEvent>(window, data, to);
@@ -196,14 +195,6 @@ void Hand::pull(const QPoint& from, const QPoint& to, const std::function<void()
         hover(from + (to - from) * step / dragSteps);
     over();
     QTest::mouseRelease(target(), Qt::LeftButton, {}, local(to));
-}
-
-std::optional<PlacedPicture> Hand::dragged() const
-{
-    std::optional<PlacedPicture> picture = m_dragged;
-    if (picture)
-        picture->topLeft += m_at;
-    return picture;
 }
 
 } // namespace folvane

@@ -47,7 +47,7 @@ public:
     /// Drags what stays within its list: the mouse alone does it, without the system.
     void pull(const QPoint& from, const QPoint& to, const std::function<void()>& over = [] {});
     /// What hangs under the pointer now.
-    std::optional<PlacedPicture> dragged() const;
+    const std::optional<PlacedPicture>& dragged() const { return m_dragged; }
 
 private:
     QWindow* target() const;
@@ -57,8 +57,7 @@ private:
                End end);
 
     QWidget& m_window;
-    QPoint m_at;
-    std::optional<PlacedPicture> m_dragged; ///< its place is told from the pointer
+    std::optional<PlacedPicture> m_dragged;
 };
 
 } // namespace folvane

@@ -22,14 +22,6 @@ constexpr const char* screens =
     R"({"windowFrameMargins": false, "screens": [{"name": "screen", "x": 0, "y": 0,
     "width": 3840, "height": 2160, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})";
 
-bool needsScreen()
-{
-    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
-    const bool hasDisplay =
-        qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-    return platform == "offscreen" || (platform.isEmpty() && !hasDisplay);
-}
-
 } // namespace
 
 Stage::Stage()
@@ -75,7 +67,7 @@ void prepareEnvironment(const QString& folder)
         qputenv(name, QFile::encodeName(folder + u'/' + QLatin1String(name)));
     if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"))
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder));
-    if (!needsScreen())
+    if (qEnvironmentVariable("QT_QPA_PLATFORM", "offscreen") != "offscreen")
         return;
     const QString file = folder + "/screens.json";
     writeFile(QUrl::fromLocalFile(file), screens);

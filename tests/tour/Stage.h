@@ -45,8 +45,8 @@ QList<int> selectedRows(const OpenFile& file);
 /// The pages as their places in their files, from 0.
 QList<int> pageOrder(const OpenFile& file);
 
-/// Gives the process a home of its own below `folder`, and a screen of its own when it has no display. Before there is
-/// an application.
+/// Gives the process a home of its own below `folder`, and a large screen when no other platform is asked for. Before
+/// there is an application.
 void prepareEnvironment(const QString& folder);
 
 /// Names, fonts and looks as the program has them. After there is an application.

@@ -2,7 +2,6 @@
 
 #include "documents/currentFile.h"
 #include "support/tools.h"
-#include "tour/TourFailed.h"
 #include "tour/accessibleTree.h"
 #include "tour/windowPicture.h"
 
@@ -182,11 +181,6 @@ QString Tour::answer(QQueue<std::optional<QUrl>>& panel, const QString& name, co
     waitUntil("The question for a place", [&panel] { return panel.isEmpty(); });
     waitUntil("The end of the job", [this] { return !model.busy.value(); });
     return path(name);
-}
-
-void Tour::letToastGo()
-{
-    clock.advance(std::chrono::minutes(1));
 }
 
 QPoint Tour::pagePoint(int row)

@@ -1,5 +1,4 @@
 #include "tour/Stage.h"
-#include "tour/TourFailed.h"
 #include "tour/steps.h"
 
 #include <QApplication>

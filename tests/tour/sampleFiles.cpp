@@ -3,7 +3,7 @@
 #include "platform/files/writeFile.h"
 #include "support/madePdf.h"
 #include "support/tools.h"
-#include "tour/TourFailed.h"
+#include "tour/waiting.h"
 
 #include <QColor>
 #include <QImage>

@@ -1,7 +1,5 @@
 #include "tour/waiting.h"
 
-#include "tour/TourFailed.h"
-
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>

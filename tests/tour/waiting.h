@@ -1,10 +1,17 @@
 #pragma once
 
-#include <functional>
+#include <QString>
 
-class QString;
+#include <functional>
+#include <stdexcept>
 
 namespace folvane {
+
+/// Something did not come out as a person would expect; the text is a sentence that says what.
+class TourFailed : public std::runtime_error {
+public:
+    explicit TourFailed(const QString& sentence) : std::runtime_error(sentence.toStdString()) {}
+};
 
 /// Runs the event loop until the condition holds. Throws TourFailed with "WHAT did not happen" after half a minute.
 void waitUntil(const QString& what, const std::function<bool()>& condition);

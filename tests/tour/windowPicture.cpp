@@ -10,17 +10,12 @@ namespace {
 
 constexpr int titleHeight = 30;
 
-bool isOver(const QWidget& other, const QWidget& window)
-{
-    return &other != &window && other.isVisible() && other.isWindow() && !other.size().isEmpty();
-}
-
 QWidgetList windowsOver(const QWidget& window)
 {
     QWidgetList dialogs;
     QWidgetList popups;
     for (QWidget* other : QApplication::topLevelWidgets()) {
-        if (isOver(*other, window))
+        if (other != &window && other->isVisible() && !other->size().isEmpty())
             (qobject_cast<QDialog*>(other) ? dialogs : popups).append(other);
     }
     return dialogs + popups;

@@ -2,7 +2,6 @@
 #include "platform/files/writeFile.h"
 #include "platform/texts/localeTexts.h"
 #include "tools/pdfSamples.h"
-#include "tour/TourFailed.h"
 #include "tour/steps.h"
 
 #include <QFileInfo>
