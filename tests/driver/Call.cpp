@@ -2,13 +2,16 @@
 
 #include <QFileInfo>
 
+#include <array>
 #include <utility>
 
 namespace folvane::driver {
 
 namespace {
 
-const PageItem& pageAt(int position, const OpenFile& file)
+constexpr std::array outcomes{"done", "refused", "cancelled", "dropped", "failed"};
+
+PageItem pageAt(int position, const OpenFile& file)
 {
     const std::vector<PageItem>& pages = file.pages.value();
     if (position < 1 || size_t(position) > pages.size())
@@ -18,11 +21,24 @@ const PageItem& pageAt(int position, const OpenFile& file)
 
 } // namespace
 
-Call::Call(Program& ofProgram, Request asked)
-    : program(ofProgram), request(std::move(asked)), passwords(request)
+QJsonObject Reply::toJson() const
 {
-    m_ended.start();
+    if (!bad.isEmpty())
+        return {{"ok", false}, {"bad", bad}};
+    QJsonObject json = fields;
+    json["ok"] = true;
+    json["outcome"] = outcomes[size_t(outcome.value_or(Outcome::Done))];
+    json["error"] = error;
+    json["toast"] = toast;
+    json["ms"] = milliseconds;
+    json["prompts"] = prompts;
+    json["panels"] = panels;
+    json["saved"] = saved;
+    json["bytes"] = bytes;
+    return json;
 }
+
+Call::Call(Program& ofProgram, const Request& asked) : program(ofProgram), request(asked), passwords(asked) {}
 
 OpenFilePtr Call::file() const
 {
@@ -33,18 +49,18 @@ OpenFilePtr Call::file() const
     return files[place];
 }
 
-const PageItem& Call::page(const char* field, const OpenFile& file) const
+PageItem Call::page(const char* field) const
 {
-    return pageAt(request.get<int>(field), file);
+    return pageAt(request.get<int>(field), *file());
 }
 
-QSet<QUuid> Call::pages(const OpenFile& file, const QSet<QUuid>& otherwise) const
+QSet<QUuid> Call::pages(const QSet<QUuid>& otherwise) const
 {
     if (!request.has("pages"))
         return otherwise;
     QSet<QUuid> ids;
     for (const int position : request.get<QList<int>>("pages"))
-        ids.insert(pageAt(position, file).id);
+        ids.insert(pageAt(position, *file()).id);
     return ids;
 }
 
@@ -52,31 +68,29 @@ void Call::stopTime()
 {
     using Milliseconds = std::chrono::duration<double, std::milli>;
     if (const auto started = std::exchange(m_started, std::nullopt))
-        answer.milliseconds = Milliseconds(std::chrono::steady_clock::now() - *started).count();
+        reply.milliseconds = Milliseconds(std::chrono::steady_clock::now() - *started).count();
 }
 
 void Call::takeNotices()
 {
-    if (const auto error = model().errorMessage.value()) {
-        answer.error = error;
-        model().errorMessage = std::nullopt;
-    }
-    if (const auto toast = model().toast.value()) {
-        answer.toast = toast->text;
-        model().toast = std::nullopt;
-    }
+    if (const auto error = model().errorMessage.value())
+        reply.error = *error;
+    if (const auto toast = model().toast.value())
+        reply.toast = toast->text;
+    model().errorMessage = std::nullopt;
+    model().toast = std::nullopt;
 }
 
 void Call::takePanels()
 {
     for (const QJsonValue& panel : takeAsked(program.panels))
-        answer.panels.append(panel);
+        reply.panels.append(panel);
 }
 
 void Call::noteWritten(const QUrl& file)
 {
-    answer.saved.append(file.toLocalFile());
-    answer.bytes += QFileInfo(file.toLocalFile()).size();
+    reply.saved.append(file.toLocalFile());
+    reply.bytes += QFileInfo(file.toLocalFile()).size();
 }
 
 void Call::end()
@@ -85,12 +99,12 @@ void Call::end()
     takeNotices();
     takePanels();
     for (const QJsonValue& prompt : passwords.asked())
-        answer.prompts.append(prompt);
-    if (!answer.outcome && answer.error)
-        answer.outcome = withError;
-    else if (!answer.outcome && passwords.wasCancelled())
-        answer.outcome = Outcome::Cancelled;
-    m_ended.finish();
+        reply.prompts.append(prompt);
+    if (!reply.outcome && !reply.error.isNull())
+        reply.outcome = withError;
+    else if (!reply.outcome && passwords.wasCancelled())
+        reply.outcome = Outcome::Cancelled;
+    ended.give(true);
 }
 
 } // namespace folvane::driver

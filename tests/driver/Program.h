@@ -1,14 +1,15 @@
 #pragma once
 
-#include "PanelScript.h"
 #include "documents/AppModel.h"
 #include "documents/currentFile.h"
 #include "engine/PDFEngine.h"
 #include "platform/desktop/Preferences.h"
 #include "platform/tasks/Clock.h"
+#include "support/ScriptedPanels.h"
 #include "support/ScriptedWorkspace.h"
 #include "tools/compress/CompressMeasuring.h"
 
+#include <QJsonValue>
 #include <QPropertyNotifier>
 
 #include <map>

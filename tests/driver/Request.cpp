@@ -7,11 +7,7 @@
 
 namespace folvane::driver {
 
-namespace {
-
 constexpr qsizetype longestLine = 16 << 20; // bytes
-
-} // namespace
 
 // Not cleaned: two ways to write one path are two documents to the model.
 QUrl urlOf(const QString& path)
@@ -52,9 +48,12 @@ bool read(const QJsonValue& value, QUrl& into)
     return !value.toString().isEmpty();
 }
 
-bool read(const QJsonValue& value, QJsonObject& into)
+bool read(const QJsonValue& value, QHash<QUrl, QStringList>& into)
 {
-    into = value.toObject();
+    const QJsonObject object = value.toObject();
+    for (auto entry = object.begin(); entry != object.end(); ++entry)
+        if (!read(entry.value(), into[urlOf(entry.key())]))
+            return false;
     return value.isObject();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
@@ -27,7 +28,7 @@ bool read(const QJsonValue& value, bool& into);
 bool read(const QJsonValue& value, int& into);
 bool read(const QJsonValue& value, double& into);
 bool read(const QJsonValue& value, QUrl& into);
-bool read(const QJsonValue& value, QJsonObject& into);
+bool read(const QJsonValue& value, QHash<QUrl, QStringList>& into);
 template <typename T>
 bool read(const QJsonValue& value, QList<T>& into)
 {

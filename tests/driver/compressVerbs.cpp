@@ -72,13 +72,12 @@ QCoro::Task<> measure(CallPtr call)
     const CompressMeasuring::Results results = measuring->results;
     for (const auto& [name, choice] : choices)
         call->tell(name, results.contains(choice) ? QJsonValue(results.at(choice).size()) : QJsonValue());
-    const std::optional<QString> note = measuring->mostlyTextNote();
-    call->tell("mostlyTextNote", note ? QJsonValue(*note) : QJsonValue());
-    call->answer.error = measuring->errorText.value();
-    if (results.size() == choices.size() && !call->answer.error)
+    call->tell("mostlyTextNote", orNull(measuring->mostlyTextNote()));
+    call->reply.error = orNull(measuring->errorText.value());
+    if (results.size() == choices.size() && call->reply.error.isNull())
         keepMeasured(*call, *file, *measuring);
-    else if (!call->answer.error)
-        call->answer.outcome = Outcome::Cancelled;
+    else if (call->reply.error.isNull())
+        call->reply.outcome = Outcome::Cancelled;
 }
 
 QCoro::Task<Compression::Fit> made(Wanted wanted, std::shared_ptr<RungBuilder> builder, std::stop_token stop)
@@ -104,14 +103,14 @@ QCoro::Task<> makeAndSave(CallPtr call, OpenFilePtr file, Wanted wanted)
         QCoro::Task<Compression::Fit> making = made(wanted, builder, call->task.get_token());
         fit = co_await making;
     } catch (const Cancelled&) {
-        call->answer.outcome = Outcome::Cancelled;
+        call->reply.outcome = Outcome::Cancelled;
     } catch (const EngineError& error) {
-        call->answer.outcome = Outcome::Failed;
-        call->answer.error = error.text();
+        call->reply.outcome = Outcome::Failed;
+        call->reply.error = error.text();
     }
     spawn(call->model().engine().forgetPictures());
     call->tell("builds", builder->builds());
-    if (call->answer.outcome)
+    if (call->reply.outcome)
         co_return;
     call->tell("reached", wanted.limit ? QJsonValue(fit.reached) : QJsonValue());
     call->tell("pagesAsPictures", fit.pagesAsPictures);
@@ -119,18 +118,16 @@ QCoro::Task<> makeAndSave(CallPtr call, OpenFilePtr file, Wanted wanted)
     co_await saving;
 }
 
-Verb::Operation compress(CallPtr call)
+QCoro::Task<> compress(CallPtr call)
 {
-    return [call, file = call->file(), wanted = wantedOf(call->request)] {
-        return makeAndSave(call, file, wanted);
-    };
+    return makeAndSave(call, call->file(), wantedOf(call->request));
 }
 
 } // namespace
 
 Verbs compressVerbs()
 {
-    return {{"measure", measure}, {"compress", compress}};
+    return {{"measure", measure}, {"compress", job(compress)}};
 }
 
 } // namespace folvane::driver

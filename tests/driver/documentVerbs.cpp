@@ -21,27 +21,20 @@ QList<QUrl> filesOf(Call& call)
     return urls;
 }
 
-std::optional<Tool> toolOf(const Request& request)
-{
-    if (!request.has("tool"))
-        return std::nullopt;
-    return request.word<Tool>("tool",
-                              {{"sign", Tool::Sign}, {"split", Tool::Split}, {"compress", Tool::Compress}});
-}
-
 QCoro::Task<> open(CallPtr call)
 {
-    const QList<QUrl> urls = filesOf(*call);
-    QCoro::Task<> opening = call->model().open(urls, toolOf(call->request));
+    std::optional<Tool> tool;
+    if (call->request.has("tool"))
+        tool = call->request.word<Tool>(
+            "tool", {{"sign", Tool::Sign}, {"split", Tool::Split}, {"compress", Tool::Compress}});
+    QCoro::Task<> opening = call->model().open(filesOf(*call), tool);
     co_await opening;
     call->tell("file", call->program.shownFile());
 }
 
 QCoro::Task<> insert(CallPtr call)
 {
-    const OpenFilePtr file = call->file();
-    QCoro::Task<> inserting = call->model().insertPages(file, filesOf(*call));
-    co_await inserting;
+    return call->model().insertPages(call->file(), filesOf(*call));
 }
 
 void tell(Call& call, const QStringList& names, const char* verdict)
@@ -51,14 +44,10 @@ void tell(Call& call, const QStringList& names, const char* verdict)
 }
 
 /// A document that has been closed is gone when the engine has let go of it.
-QCoro::Task<> tellWhetherOpen(CallPtr call, OpenFilePtr file, QStringList names)
+void tellWhetherOpen(Call& call, const OpenFile& file, const QStringList& names)
 {
-    const bool isOpen = call->model().file(file->id) != nullptr;
-    tell(*call, names, isOpen ? "open" : "closed");
-    if (!isOpen) {
-        QCoro::Task<> lettingGo = engineCaughtUp(call);
-        co_await lettingGo;
-    }
+    call.waitsForEngine = !call.model().file(file.id);
+    tell(call, names, call.waitsForEngine ? "closed" : "open");
 }
 
 enum class CloseAnswer { SaveAs, DontSave, Cancel };
@@ -66,15 +55,15 @@ enum class CloseAnswer { SaveAs, DontSave, Cancel };
 QCoro::Task<> answerQuestion(CallPtr call, OpenFilePtr asked, CloseAnswer answer)
 {
     call->model().closingFile = nullptr;
-    switch (answer) {
-    case CloseAnswer::Cancel: call->answer.outcome = Outcome::Cancelled; break;
-    case CloseAnswer::DontSave: call->model().close(asked); break;
-    case CloseAnswer::SaveAs: {
-        const Verb::Operation operation = [call, asked] { return call->model().saveAs(asked); };
-        QCoro::Task<> saving = carryOutJob(call, operation);
-        co_await saving;
-    }
-    }
+    if (answer == CloseAnswer::Cancel)
+        call->reply.outcome = Outcome::Cancelled;
+    if (answer == CloseAnswer::DontSave)
+        call->model().close(asked);
+    if (answer != CloseAnswer::SaveAs)
+        co_return;
+    const Verb save = job([asked](const CallPtr& saving) { return saving->model().saveAs(asked); });
+    QCoro::Task<> saving = save(call);
+    co_await saving;
 }
 
 QCoro::Task<> requestClose(CallPtr call)
@@ -86,22 +75,19 @@ QCoro::Task<> requestClose(CallPtr call)
                                                          {"cancel", CloseAnswer::Cancel}},
                                                         "cancel");
     call->model().requestClose(file);
-    QStringList names;
-    if (const OpenFilePtr asked = call->model().closingFile.value()) {
-        names.append(asked->name);
-        QCoro::Task<> answering = answerQuestion(call, asked, answer);
+    const bool isAsked = call->model().closingFile.value() != nullptr;
+    if (isAsked) {
+        QCoro::Task<> answering = answerQuestion(call, file, answer);
         co_await answering;
     }
-    QCoro::Task<> telling = tellWhetherOpen(call, file, names);
-    co_await telling;
+    tellWhetherOpen(*call, *file, isAsked ? QStringList(file->name) : QStringList());
 }
 
-QCoro::Task<> close(CallPtr call)
+void close(Call& call)
 {
-    const OpenFilePtr file = call->file();
-    call->model().close(file);
-    QCoro::Task<> telling = tellWhetherOpen(call, file, {});
-    co_await telling;
+    const OpenFilePtr file = call.file();
+    call.model().close(file);
+    tellWhetherOpen(call, *file, {});
 }
 
 void quit(Call& call)
@@ -111,7 +97,7 @@ void quit(Call& call)
     const auto question = call.model().quitQuestion();
     const bool stays = question && !anyway;
     if (stays)
-        call.answer.outcome = Outcome::Cancelled;
+        call.reply.outcome = Outcome::Cancelled;
     tell(call, question ? question->names : QStringList(), stays ? "terminateCancel" : "terminateNow");
 }
 
@@ -119,8 +105,11 @@ void quit(Call& call)
 
 Verbs documentVerbs()
 {
-    return {
-        {"open", open}, {"insert", insert}, {"closeRequest", requestClose}, {"close", close}, {"quit", quit}};
+    return {{"open", open},
+            {"insert", insert},
+            {"closeRequest", requestClose},
+            {"close", atOnce(close)},
+            {"quit", atOnce(quit)}};
 }
 
 } // namespace folvane::driver

@@ -21,13 +21,11 @@ QCoro::Task<> add(CallPtr call)
 {
     if (call->request.has("files") == call->request.has("file"))
         throw BadRequest(QStringLiteral("give either \"files\" or \"file\""));
-    if (call->request.has("files")) {
-        QCoro::Task<> adding = call->model().addToMerge(call->request.list<QUrl>("files"));
-        co_await adding;
-    } else {
+    if (call->request.has("file")) {
         call->model().merge.add(*call->file());
         call->model().destination = Destination(Destination::Place::Merge); // as the window's command does
     }
+    return call->model().addToMerge(call->request.list<QUrl>("files"));
 }
 
 void move(Call& call)
@@ -38,26 +36,24 @@ void move(Call& call)
     call.model().merge.move(rows, place(call.request.get<int>("to"), rowCount(call) + 1));
 }
 
-QCoro::Task<> remove(CallPtr call)
+void remove(Call& call)
 {
-    const auto row = size_t(place(call->request.get<int>("row"), rowCount(*call)));
-    call->model().merge.remove(call->model().merge.items.value()[row].id);
-    QCoro::Task<> lettingGo = engineCaughtUp(call);
-    co_await lettingGo;
+    const auto row = size_t(place(call.request.get<int>("row"), rowCount(call)));
+    call.model().merge.remove(call.model().merge.items.value()[row].id);
+    call.waitsForEngine = true;
 }
 
-QCoro::Task<> clear(CallPtr call)
+void clear(Call& call)
 {
-    call->model().merge.clear();
-    QCoro::Task<> lettingGo = engineCaughtUp(call);
-    co_await lettingGo;
+    call.model().merge.clear();
+    call.waitsForEngine = true;
 }
 
-Verb::Operation merge(CallPtr call)
+QCoro::Task<> merge(CallPtr call)
 {
     if (rowCount(*call) < 2)
-        call->answer.outcome = Outcome::Refused; // the button is disabled
-    return [call] { return call->model().mergeFiles(); };
+        throw Refused();
+    return call->model().mergeFiles();
 }
 
 } // namespace
@@ -65,10 +61,10 @@ Verb::Operation merge(CallPtr call)
 Verbs mergeVerbs()
 {
     return {{"mergeAdd", add},
-            {"mergeMove", move},
-            {"mergeRemove", remove},
-            {"mergeClear", clear},
-            {"merge", merge}};
+            {"mergeMove", atOnce(move)},
+            {"mergeRemove", atOnce(remove)},
+            {"mergeClear", atOnce(clear)},
+            {"merge", job(merge)}};
 }
 
 } // namespace folvane::driver

@@ -1,88 +1,58 @@
+#include "documents/pageLists.h"
 #include "verbs.h"
-
-#include <QCoroFuture>
-
-#include <algorithm>
 
 namespace folvane::driver {
 
 namespace {
 
 /// The page in front of which something goes; nothing for the end.
-std::optional<QUuid> before(const Call& call, const OpenFile& file)
+std::optional<QUuid> before(const Call& call)
 {
-    return call.request.has("before") ? std::optional(call.page("before", file).id) : std::nullopt;
+    return call.request.has("before") ? std::optional(call.page("before").id) : std::nullopt;
 }
 
 void select(Call& call)
 {
+    call.file()->selection = call.pages(idsOf(call.file()->pages)); // left out: Select All
+}
+
+// It lands at once, unless the engine has to tell the size of a page with a stamp.
+void turn(Call& call)
+{
     const OpenFilePtr file = call.file();
-    QSet<QUuid> all; // Select All
-    for (const PageItem& page : file->pages.value())
-        all.insert(page.id);
-    file->selection = call.pages(*file, all);
-}
-
-/// The turn of the first of the pages, for all land together; nothing when there is none.
-std::optional<int> turnOf(const OpenFile& file, const QSet<QUuid>& ids)
-{
-    for (const PageItem& page : file.pages.value())
-        if (ids.contains(page.id))
-            return page.turn;
-    return std::nullopt;
-}
-
-QCoro::Task<> nextChange(OpenFilePtr file)
-{
-    QPromise<void> changed;
-    changed.start();
-    const QPropertyNotifier notifier = file->pages.addNotifier([&changed] { changed.finish(); });
-    const QFuture<void> change = changed.future();
-    co_await change;
-}
-
-QCoro::Task<> turn(CallPtr call)
-{
-    const OpenFilePtr file = call->file();
-    const QSet<QUuid> ids = call->pages(*file, file->targetIDs());
-    const std::optional<int> before = turnOf(*file, ids);
-    call->model().turn(file, ids, call->request.get<bool>("clockwise", true));
-    while (before && turnOf(*file, ids) == before) {
-        QCoro::Task<> changing = nextChange(file);
-        co_await changing;
-    }
+    const std::vector<PageItem> before = file->pages;
+    const QSet<QUuid> ids = call.pages(file->targetIDs());
+    call.model().turn(file, ids, call.request.get<bool>("clockwise", true));
+    call.waitsForEngine = !ids.isEmpty() && file->pages.value() == before;
 }
 
 void deletePages(Call& call)
 {
-    const OpenFilePtr file = call.file();
     call.withError = Outcome::Refused;
-    call.model().deletePages(file, call.pages(*file, file->selection));
+    call.model().deletePages(call.file(), call.pages(call.file()->selection));
 }
 
 void move(Call& call)
 {
-    const OpenFilePtr file = call.file();
-    call.model().move(file, call.pages(*file, file->selection), before(call, *file));
+    call.model().move(call.file(), call.pages(call.file()->selection), before(call));
 }
 
 void dropPages(Call& call)
 {
-    const OpenFilePtr file = call.file();
-    const QStringList items{call.page("page", *file).id.toString(QUuid::WithoutBraces)};
-    if (!call.model().dropPages(file, items, before(call, *file)))
-        call.answer.outcome = Outcome::Refused;
+    const QStringList items{call.page("page").id.toString(QUuid::WithoutBraces)};
+    if (!call.model().dropPages(call.file(), items, before(call)))
+        throw Refused();
 }
 
 } // namespace
 
 Verbs pageVerbs()
 {
-    return {{"select", select},
-            {"turn", turn},
-            {"delete", deletePages},
-            {"move", move},
-            {"dropPages", dropPages}};
+    return {{"select", atOnce(select)},
+            {"turn", atOnce(turn)},
+            {"delete", atOnce(deletePages)},
+            {"move", atOnce(move)},
+            {"dropPages", atOnce(dropPages)}};
 }
 
 } // namespace folvane::driver

@@ -10,23 +10,21 @@ namespace folvane::driver {
 
 namespace {
 
-using Operation = Verb::Operation;
-
 OpenFilePtr fileWithSelection(const Call& call)
 {
     const OpenFilePtr file = call.file();
-    file->selection = call.pages(*file, file->selection); // as the context menu of a page does
+    file->selection = call.pages(file->selection); // as the context menu of a page does
     return file;
 }
 
-Operation saveAs(CallPtr call)
+QCoro::Task<> saveAs(CallPtr call)
 {
-    return [call, file = call->file()] { return call->model().saveAs(file); };
+    return call->model().saveAs(call->file());
 }
 
-Operation extract(CallPtr call)
+QCoro::Task<> extract(CallPtr call)
 {
-    return [call, file = fileWithSelection(*call)] { return call->model().extract(file); };
+    return call->model().extract(fileWithSelection(*call));
 }
 
 SplitChoice splitChoice(const Request& request, const OpenFile& file)
@@ -44,33 +42,29 @@ SplitChoice splitChoice(const Request& request, const OpenFile& file)
     return choice;
 }
 
-Operation splitFile(CallPtr call)
+QCoro::Task<> splitFile(CallPtr call)
 {
     const OpenFilePtr file = call->file();
     const SplitChoice choice = splitChoice(call->request, *file);
     const SplitSummary said = summary(choice, int(file->pages.value().size()));
     call->tell("summary", said.text);
-    if (said.kind != SplitSummary::Kind::Files) {
-        call->answer.outcome = Outcome::Refused; // the button is disabled
-        return {};
-    }
+    if (said.kind != SplitSummary::Kind::Files)
+        throw Refused();
     call->model().sheet = std::nullopt;
-    return [call, file, choice] { return split(call->model(), *file, choice); };
+    return split(call->model(), *file, choice);
 }
 
-Operation protect(CallPtr call)
+QCoro::Task<> protect(CallPtr call)
 {
     const OpenFilePtr file = call->file();
     const auto password = call->request.find<QString>("password");
-    if (password && password->isEmpty()) {
-        call->answer.outcome = Outcome::Refused; // the button is disabled
-        return {};
-    }
+    if (password && password->isEmpty())
+        throw Refused();
     call->model().sheet = std::nullopt;
-    return [call, file, password] { return saveProtectedCopy(call->model(), file, password); };
+    return saveProtectedCopy(call->model(), file, password);
 }
 
-Operation exportPages(CallPtr call)
+QCoro::Task<> exportPages(CallPtr call)
 {
     Preferences& preferences = call->model().services().preferences;
     ExportSettings settings = ExportSettings::read(preferences);
@@ -81,18 +75,18 @@ Operation exportPages(CallPtr call)
     const OpenFilePtr file = fileWithSelection(*call);
     settings.write(preferences); // as picking them in the sheet does
     call->model().sheet = std::nullopt;
-    return [call, file, settings] { return exportImages(call->model(), *file, settings); };
+    return exportImages(call->model(), *file, settings);
 }
 
 } // namespace
 
 Verbs savingVerbs()
 {
-    return {{"saveAs", saveAs},
-            {"extract", extract},
-            {"split", splitFile},
-            {"password", protect},
-            {"exportImages", exportPages}};
+    return {{"saveAs", job(saveAs)},
+            {"extract", job(extract)},
+            {"split", job(splitFile)},
+            {"password", job(protect)},
+            {"exportImages", job(exportPages)}};
 }
 
 } // namespace folvane::driver

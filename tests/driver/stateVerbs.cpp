@@ -14,11 +14,6 @@ struct Snapshot {
     std::vector<QSizeF> sizes; ///< displayed, in points
 };
 
-QString text(const QUuid& id)
-{
-    return id.toString(QUuid::WithoutBraces);
-}
-
 QJsonValue name(const std::optional<Destination>& destination)
 {
     using Place = Destination::Place;
@@ -56,8 +51,8 @@ QJsonObject around(const Program& program)
 
 QJsonObject told(const StampPlacement& placement)
 {
-    return {{"id", text(placement.id)},
-            {"stamp", text(placement.stampID)},
+    return {{"id", placement.id.toString(QUuid::WithoutBraces)},
+            {"stamp", placement.stampID.toString(QUuid::WithoutBraces)},
             {"center", QJsonArray{placement.center.x(), placement.center.y()}},
             {"width", placement.width},
             {"rotation", placement.rotation}};
@@ -68,7 +63,7 @@ QJsonObject told(const PageItem& page, const QSizeF& size)
     QJsonArray stamps;
     for (const StampPlacement& placement : page.stamps)
         stamps.append(told(placement));
-    return {{"id", text(page.id)},
+    return {{"id", page.id.toString(QUuid::WithoutBraces)},
             {"path", page.source.url.toLocalFile()},
             {"index", page.source.index},
             {"turn", page.turn},
@@ -88,7 +83,7 @@ QJsonObject told(const Snapshot& document)
         if (selection.contains(document.pages[i].id))
             selected.append(qint64(i) + 1);
     }
-    return {{"id", text(file.id)},
+    return {{"id", file.id.toString(QUuid::WithoutBraces)},
             {"url", file.url.toString(QUrl::FullyEncoded)},
             {"name", file.name},
             {"isPDF", file.isPDF},
@@ -101,7 +96,7 @@ QJsonObject told(const Snapshot& document)
 
 QCoro::Task<> tellState(CallPtr call)
 {
-    call->answer.fields = around(call->program);
+    call->reply.fields = around(call->program);
     std::vector<Snapshot> snapshots;
     for (const OpenFilePtr& file : call->model().files.value())
         snapshots.push_back({file, file->pages, {}});

@@ -11,8 +11,7 @@ namespace {
 
 QCoro::Task<> drawImage(CallPtr call)
 {
-    const OpenFilePtr file = call->file();
-    const PageItem item = call->page("page", *file);
+    const PageItem item = call->page("page");
     const double longSide = call->request.get<double>("longSide");
     const auto target = call->request.find<QUrl>("to");
     QCoro::Task<std::optional<SendableImage>> drawing =
@@ -20,7 +19,7 @@ QCoro::Task<> drawImage(CallPtr call)
     const std::optional<SendableImage> drawn = co_await drawing;
     call->stopTime();
     const bool isThere = drawn && !drawn->image.isNull();
-    call->answer.outcome = isThere ? Outcome::Done : Outcome::Failed;
+    call->reply.outcome = isThere ? Outcome::Done : Outcome::Failed;
     call->tell("width", isThere ? QJsonValue(drawn->image.width()) : QJsonValue());
     call->tell("height", isThere ? QJsonValue(drawn->image.height()) : QJsonValue());
     if (drawn && target && !drawn->image.save(target->toLocalFile(), "PNG"))
@@ -56,7 +55,10 @@ void tellMemory(Call& call)
 
 Verbs tellingVerbs()
 {
-    return {{"image", drawImage}, {"parse", parseRanges}, {"describe", describePages}, {"rss", tellMemory}};
+    return {{"image", drawImage},
+            {"parse", atOnce(parseRanges)},
+            {"describe", atOnce(describePages)},
+            {"rss", atOnce(tellMemory)}};
 }
 
 } // namespace folvane::driver

@@ -16,7 +16,7 @@
 
 namespace folvane {
 
-/// How long await() waits for a task that never ends before it throws.
+/// How long a test waits for a task that never ends.
 inline constexpr std::chrono::seconds awaitLimit{120};
 
 namespace detail {
@@ -43,12 +43,12 @@ QCoro::Task<> settle(QCoro::Task<T> task, std::shared_ptr<Awaited> state, std::s
     state->loop.quit();
 }
 
-inline void runUntilEnded(Awaited& state)
+inline void runUntilEnded(Awaited& state, std::chrono::milliseconds limit)
 {
     QTimer watchdog;
     watchdog.setSingleShot(true);
     watchdog.callOnTimeout(&state.loop, &QEventLoop::quit);
-    watchdog.start(awaitLimit);
+    watchdog.start(limit);
     if (!state.ended)
         state.loop.exec();
     if (!state.ended)
@@ -59,15 +59,16 @@ inline void runUntilEnded(Awaited& state)
 
 } // namespace detail
 
-/// Runs the event loop until the task has ended; gives its value, or throws what it threw.
+/// Runs the event loop until the task has ended; gives its value, or throws what it threw. Throws when that
+/// takes longer than the limit.
 template <typename T>
-T await(QCoro::Task<T> task)
+T await(QCoro::Task<T> task, std::chrono::milliseconds limit = awaitLimit)
 {
     using Value = std::conditional_t<std::is_void_v<T>, std::monostate, std::optional<T>>;
     const auto state = std::make_shared<detail::Awaited>();
     const auto value = std::make_shared<Value>();
     detail::settle(std::move(task), state, value);
-    detail::runUntilEnded(*state);
+    detail::runUntilEnded(*state, limit);
     if constexpr (!std::is_void_v<T>)
         return std::move(**value);
 }

@@ -2,6 +2,10 @@
 
 #include <QCoroFuture>
 
+#include <QPromise>
+
+// Jobs of the model, and requests that go on by themselves.
+
 namespace folvane::driver {
 
 namespace {
@@ -43,13 +47,13 @@ private:
     CallPtr m_call;
     std::optional<BusyState> m_before;
     bool m_begun = false;
-    mutable QPromise<void> m_end;
+    QPromise<void> m_end;
     QPropertyNotifier m_notifier; // last, so that it is the first to go
 };
 
 Outcome withoutJob(const Call& call, bool wasBusy)
 {
-    if (call.answer.error)
+    if (!call.reply.error.isNull())
         return Outcome::Refused;
     if (wasCancelled(call.program.panels))
         return Outcome::Cancelled;
@@ -57,21 +61,17 @@ Outcome withoutJob(const Call& call, bool wasBusy)
 }
 
 // A job that was stopped shows neither an error nor a toast.
-Outcome afterJob(const Answer& answer)
+Outcome afterJob(const Reply& reply)
 {
-    if (answer.error)
+    if (!reply.error.isNull())
         return Outcome::Failed;
-    return answer.toast ? Outcome::Done : Outcome::Cancelled;
+    return reply.toast.isNull() ? Outcome::Cancelled : Outcome::Done;
 }
 
-} // namespace
-
-QCoro::Task<> carryOutJob(CallPtr call, Verb::Operation operation)
+QCoro::Task<> carryOutJob(CallPtr call, Verb work)
 {
-    if (!operation)
-        co_return;
     const JobWatch job(call);
-    QCoro::Task<> running = operation();
+    QCoro::Task<> running = work(call);
     co_await running;
     if (job.hasBegun()) {
         const QFuture<void> end = job.end();
@@ -79,15 +79,34 @@ QCoro::Task<> carryOutJob(CallPtr call, Verb::Operation operation)
     } else {
         call->takeNotices();
     }
-    if (!call->answer.outcome)
-        call->answer.outcome = job.hasBegun() ? afterJob(call->answer) : withoutJob(*call, job.wasBusy());
+    if (!call->reply.outcome)
+        call->reply.outcome = job.hasBegun() ? afterJob(call->reply) : withoutJob(*call, job.wasBusy());
 }
 
-QCoro::Task<> engineCaughtUp(CallPtr call)
+QCoro::Task<> waitForJob(CallPtr call)
 {
-    const PageSource nowhere;
-    QCoro::Task<QSizeF> behind = call->model().engine().displaySize(nowhere, 0); // requests are done in order
-    co_await behind;
+    const int number = call->request.get<int>("job");
+    if (!call->program.jobs.contains(number))
+        throw BadRequest(QStringLiteral("there is no such job"));
+    const CallPtr job = call->program.jobs.at(number);
+    if (call->request.get<QString>("do") == QLatin1String("cancel"))
+        job->task.request_stop();
+    co_await job->ended;
+    call->stopTime();
+    call->reply = job->reply;
+    call->program.jobs.erase(number);
+}
+
+} // namespace
+
+Verb job(const Verb& work)
+{
+    return [work](const CallPtr& call) { return carryOutJob(call, work); };
+}
+
+Verbs jobVerbs()
+{
+    return {{"wait", waitForJob}, {"cancel", waitForJob}};
 }
 
 } // namespace folvane::driver
