@@ -4,7 +4,6 @@
 #include "support/tools.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QImage>
 #include <QTest>
 #include <QTimer>
@@ -14,20 +13,6 @@ namespace folvane {
 ModelTest::ModelTest()
     : model(std::make_unique<AppModel>(Services{engine, panels, preferences, workspace, clock}))
 {
-}
-
-QUrl ModelTest::put(const QString& name, const QByteArray& bytes) const
-{
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        throw std::runtime_error("cannot write " + name.toStdString());
-    return url(name);
-}
-
-QByteArray ModelTest::get(const QString& name) const
-{
-    QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
 }
 
 QUrl ModelTest::putPdf(const QString& name, int pages) const

@@ -6,24 +6,20 @@
 #include "support/MemoryPreferences.h"
 #include "support/ScriptedPanels.h"
 #include "support/ScriptedWorkspace.h"
+#include "support/TestFolder.h"
 #include "support/await.h"
 
 #include <QHash>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 namespace folvane {
 
 /// The real model on the real engine, with scripted panels, in a folder of its own.
-class ModelTest : public testing::Test {
+class ModelTest : public testing::Test, public TestFolder {
 protected:
     ModelTest();
 
-    QString path(const QString& name) const { return m_folder.filePath(name); }
-    QUrl url(const QString& name) const { return QUrl::fromLocalFile(path(name)); }
-    QUrl put(const QString& name, const QByteArray& bytes) const;
-    QByteArray get(const QString& name) const;
     /// A PDF whose page n bears the text "name-n" ("name" without its ending); 600 by 800 points.
     QUrl putPdf(const QString& name, int pages) const;
     QUrl putLockedPdf(const QString& name, int pages, const QString& password) const;
@@ -48,7 +44,6 @@ protected:
     QString error() const { return model->errorMessage.value().value_or(QString()); }
     int savedFiles() const { return preferences.value("friend.savedFiles", 0).toInt(); }
 
-    QTemporaryDir m_folder;
     PDFEngine engine;
     ScriptedPanels panels;
     MemoryPreferences preferences;

@@ -24,12 +24,6 @@ protected:
     }
 };
 
-struct MoveCase {
-    QSet<int> from;
-    int to;
-    QString want;
-};
-
 } // namespace
 
 TEST_F(Merging, JoinsDocumentsAsTheyWereAndFilesWhole)
@@ -92,10 +86,10 @@ TEST(MergePlans, KeepEachRowADocumentOfItsOwn)
 
 TEST(MergeModels, MoveRowsAndKeepTheOrderOfTheRest)
 {
-    for (const auto& [from, to, want] :
-         QList{MoveCase{{3}, 1, "adbce"}, MoveCase{{1}, 4, "acdbe"}, MoveCase{{4}, 0, "eabcd"},
-               MoveCase{{0}, 5, "bcdea"}, MoveCase{{2}, 2, "abcde"}, MoveCase{{2}, 3, "abcde"},
-               MoveCase{{0, 3}, 2, "badce"}, MoveCase{{2, 4}, 1, "acebd"}}) {
+    using Row = std::tuple<QSet<int>, int, QString>;
+    for (const auto& [from, to, want] : QList{
+             Row{{3}, 1, "adbce"}, Row{{1}, 4, "acdbe"}, Row{{4}, 0, "eabcd"}, Row{{0}, 5, "bcdea"},
+             Row{{2}, 2, "abcde"}, Row{{2}, 3, "abcde"}, Row{{0, 3}, 2, "badce"}, Row{{2, 4}, 1, "acebd"}}) {
         MergeModel merge;
         for (const char* name : {"a", "b", "c", "d", "e"})
             merge.add(QUrl::fromLocalFile(QString(name) + ".pdf"), pagesOf({}, 1));

@@ -1,19 +1,11 @@
-#include "documents/OpenFile.h"
+#include "documents/ModelTest.h"
 #include "documents/fileNames.h"
 #include "documents/pageLists.h"
 #include "documents/suggestedNames.h"
 
-#include <gtest/gtest.h>
-
 namespace folvane {
 
 namespace {
-
-struct NameCase {
-    QString path;
-    QString last;
-    QString base;
-};
 
 OpenFile document(const QString& path, int pages, OpenFile::Origin origin = OpenFile::Origin::Pdf)
 {
@@ -21,19 +13,11 @@ OpenFile document(const QString& path, int pages, OpenFile::Origin origin = Open
     return OpenFile(url, origin, pagesOf(url, pages));
 }
 
-void select(OpenFile& file, const QList<int>& positions)
-{
-    QSet<QUuid> ids;
-    for (const int position : positions)
-        ids.insert(file.pages.value()[static_cast<size_t>(position - 1)].id);
-    file.selection = ids;
-}
-
 } // namespace
 
 TEST(Names, ComeFromThePath)
 {
-    for (const auto& [path, last, base] : QList<NameCase>{
+    for (const auto& [path, last, base] : QList<std::tuple<QString, QString, QString>>{
              {"/a/report.pdf", "report.pdf", "report"},
              {"/a/b.tar.pdf", "b.tar.pdf", "b.tar"},
              {"/a/report", "report", "report"},
@@ -67,7 +51,7 @@ TEST(SuggestedNames, OfExtract)
 {
     OpenFile report = document("/a/report %1.pdf", 12);
     EXPECT_EQ(suggestedExtractName(report), "report %1 (pages 1-12)");
-    select(report, {5, 1, 3, 2});
+    report.selection = at(report, {5, 1, 3, 2});
     EXPECT_EQ(suggestedExtractName(report), "report %1 (pages 1-3, 5)");
 }
 
@@ -77,7 +61,7 @@ TEST(SuggestedNames, FitIntoAFileName)
     for (int page = 1; page < 1000; page += 2)
         odd.append(page);
     OpenFile report = document("/a/Überblick.pdf", 1000);
-    select(report, odd);
+    report.selection = at(report, odd);
     const QString name = suggestedExtractName(report);
     EXPECT_TRUE(name.startsWith("Überblick (pages 1, 3, 5, ")) << name.toStdString();
     EXPECT_TRUE(name.endsWith(", …)")) << name.toStdString();
@@ -85,7 +69,7 @@ TEST(SuggestedNames, FitIntoAFileName)
 
     OpenFile wordy =
         document("/a/" + QString("e\u0301").repeated(83) + ".pdf", 1000); // 249 bytes, 3 a letter
-    select(wordy, odd);
+    wordy.selection = at(wordy, odd);
     for (const QString& suggested : {name, suggestedName(wordy), suggestedExtractName(wordy)})
         EXPECT_LE(withPdfEnding(suggested + " 9999").toUtf8().size(), 255);
     EXPECT_EQ(suggestedName(wordy), QString("e\u0301").repeated(79) + " (edited)")

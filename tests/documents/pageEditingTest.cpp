@@ -7,17 +7,6 @@ namespace {
 class PageEditing : public ModelTest {
 protected:
     OpenFilePtr document(int pages) { return open({putPdf("a.pdf", pages)}); }
-    OpenFilePtr stampedDocument(int pages)
-    {
-        const OpenFilePtr file = document(pages);
-        std::vector<PageItem> stamped = file->pages;
-        StampPlacement placement;
-        placement.center = {0.25, 0.1};
-        placement.width = 0.2;
-        stamped[0].stamps.push_back(placement);
-        file->pages = stamped;
-        return file;
-    }
     QUuid id(const OpenFile& file, int position) const { return *at(file, {position}).begin(); }
 };
 
@@ -35,7 +24,10 @@ TEST_F(PageEditing, TurnsTheGivenPagesAtOnceWhenNothingIsStamped)
 
 TEST_F(PageEditing, QuickTurnsLandOneAfterTheOtherByTheSizeOfThePage)
 {
-    const OpenFilePtr file = stampedDocument(3);
+    const OpenFilePtr file = document(3);
+    std::vector<PageItem> stamped = file->pages;
+    stamped[0].stamps = {{QUuid(), QUuid(), {0.25, 0.1}, 0.2, 0}};
+    file->pages = stamped;
     for (int i = 0; i < 5; ++i) // all before the first has landed
         model->turn(file, at(*file, {1, 2}), true);
     model->deletePages(file, at(*file, {2}));

@@ -28,12 +28,6 @@ QSet<QUuid> lettersIn(const std::vector<PageItem>& pages, const QString& letters
     return ids;
 }
 
-struct MoveCase {
-    QString group;
-    QString before; // "" for the end, "?" for a page that is not there
-    QString want;   // "" for no change
-};
-
 struct TurnCase {
     int turn;
     int quarters;
@@ -44,11 +38,7 @@ struct TurnCase {
 
 StampPlacement placement(double x, double y, double width, double rotation)
 {
-    StampPlacement stamp;
-    stamp.center = QPointF(x, y);
-    stamp.width = width;
-    stamp.rotation = rotation;
-    return stamp;
+    return {QUuid::createUuid(), {}, QPointF(x, y), width, rotation};
 }
 
 } // namespace
@@ -56,11 +46,12 @@ StampPlacement placement(double x, double y, double width, double rotation)
 TEST(Moves, KeepTheGroupTogether)
 {
     const std::vector<PageItem> pages = lettered("abcdef");
-    for (const auto& [group, before, want] :
-         QList{MoveCase{"b", "e", "acdbef"}, MoveCase{"e", "b", "aebcdf"}, MoveCase{"f", "a", "fabcde"},
-               MoveCase{"ac", "", "bdefac"}, MoveCase{"ace", "d", "bacedf"}, MoveCase{"a", "?", "bcdefa"},
-               MoveCase{"bd", "d", ""}, MoveCase{"bc", "d", ""}, MoveCase{"ef", "", ""},
-               MoveCase{"abcdef", "", ""}, MoveCase{"", "a", ""}}) {
+    // The pages, that in front of which they go ("" for the end, "?" is not there), the new order ("" for the old one).
+    using Row = std::tuple<QString, QString, QString>;
+    for (const auto& [group, before, want] : QList{
+             Row{"b", "e", "acdbef"}, Row{"e", "b", "aebcdf"}, Row{"f", "a", "fabcde"},
+             Row{"ac", "", "bdefac"}, Row{"ace", "d", "bacedf"}, Row{"a", "?", "bcdefa"}, Row{"bd", "d", ""},
+             Row{"bc", "d", ""}, Row{"ef", "", ""}, Row{"abcdef", "", ""}, Row{"", "a", ""}}) {
         std::optional<QUuid> place;
         if (!before.isEmpty())
             place = before == "?" ? QUuid::createUuid() : *lettersIn(pages, before).begin();
@@ -91,12 +82,8 @@ TEST(Turns, KeepTheStampOnThePaper)
         EXPECT_NEAR(after.stamps[0].width, want.width, 1e-12);
         EXPECT_NEAR(after.stamps[0].rotation, want.rotation, 1e-9);
     }
-}
-
-TEST(Turns, OfAFlatPageDividesByOne)
-{
-    const PageItem page{{}, {}, 0, {placement(0.5, 0.5, 0.2, 0)}};
-    EXPECT_DOUBLE_EQ(turned(page, QSizeF(600, 0), 1).stamps[0].width, 120);
+    const PageItem flat{{}, {}, 0, {placement(0.5, 0.5, 0.2, 0)}};
+    EXPECT_DOUBLE_EQ(turned(flat, QSizeF(600, 0), 1).stamps[0].width, 120);
 }
 
 TEST(Insertion, GoesBehindTheLastSelectedPage)

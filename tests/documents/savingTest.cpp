@@ -16,10 +16,6 @@ using namespace std::chrono_literals;
 class Saving : public ModelTest {
 protected:
     QString toast() const { return model->toast.value() ? model->toast.value()->text : QString(); }
-    void extract(const OpenFilePtr& file, const QString& name)
-    {
-        saveTo(name, [this, file] { return model->extract(file); });
-    }
 };
 
 QCoro::Task<> wait(Answer<bool> go, std::stop_token)
@@ -27,13 +23,6 @@ QCoro::Task<> wait(Answer<bool> go, std::stop_token)
     co_await go;
     throw std::runtime_error("vector::_M_range_check");
 }
-
-struct PanelCase {
-    QString chosen;
-    QList<bool> replace;
-    QString want; // "" for none
-    int panels;
-};
 
 } // namespace
 
@@ -79,7 +68,7 @@ TEST_F(Saving, LocksTheCopyOfALockedFileAndExtractLeavesItAsItWas)
     model->turn(file, at(*file, {1}), true);
     const QSet<QUuid> selected = at(*file, {3, 1});
     file->selection = selected;
-    extract(file, "some.pdf");
+    saveTo("some.pdf", [&] { return model->extract(file); });
     EXPECT_EQ(std::get<SavePanel>(panels.asked.value(1)).name, "a (pages 1, 3).pdf");
     EXPECT_EQ(file->selection.value(), selected);
     EXPECT_TRUE(file->isEdited);
@@ -87,16 +76,6 @@ TEST_F(Saving, LocksTheCopyOfALockedFileAndExtractLeavesItAsItWas)
         EXPECT_EQ(runTool("qpdf", {"--requires-password", path(name)}).exitCode, 0);
     EXPECT_EQ(textsIn(path("all.pdf"), "pässword"), "a-1 a-2 a-3");
     EXPECT_EQ(textsIn(path("some.pdf"), "pässword"), "a-1 a-3");
-}
-
-TEST_F(Saving, EndsWithoutAWordWhenThePanelIsCancelled)
-{
-    const OpenFilePtr file = open({putPdf("a.pdf", 1)});
-    await(model->saveAs(file));
-    await(model->extract(file));
-    await(model->save("bytes", "a", file->url));
-    EXPECT_EQ(panels.asked.size(), 3);
-    EXPECT_FALSE(model->busy.value() || model->toast.value() || model->errorMessage.value());
 }
 
 TEST_F(Saving, RefusesEveryWayToASource)
@@ -142,12 +121,11 @@ TEST_F(Saving, RefusesATargetThatIsOpenedWhileTheCopyIsMade)
 TEST_F(Saving, PanelsCompleteTheName)
 {
     put("there.pdf", "x");
-    for (const auto& [chosen, replace, want, count] : QList<PanelCase>{{"there.pdf", {}, "there.pdf", 1},
-                                                                       {"new.PDF", {}, "new.PDF", 1},
-                                                                       {"new", {}, "new.pdf", 1},
-                                                                       {"new.v2", {}, "new.v2.pdf", 1},
-                                                                       {"there", {true}, "there.pdf", 2},
-                                                                       {"there", {false}, "", 3}}) {
+    using Row = std::tuple<QString, QList<bool>, QString, int>;
+    for (const auto& [chosen, replace, want, count] :
+         {Row{"new.PDF", {}, "new.PDF", 1}, Row{"new.v2", {}, "new.v2.pdf", 1},
+          Row{"there.pdf", {}, "there.pdf", 1}, Row{"there", {true}, "there.pdf", 2},
+          Row{"there", {false}, "", 3}}) {
         panels.asked.clear();
         panels.saveAnswers << url(chosen);
         panels.replaceAnswers << replace;

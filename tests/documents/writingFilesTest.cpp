@@ -44,14 +44,6 @@ TEST_F(WritingFiles, NeverReplaceButCountUp)
     EXPECT_EQ(model->toast.value()->text, "Saved “one.txt”");
 }
 
-TEST_F(WritingFiles, NoneOrNoFolderSayNothing)
-{
-    write({}, bytes);
-    await(model->writeFiles({{"a", "txt"}}, std::nullopt, "Split", "Splitting…", bytes));
-    EXPECT_FALSE(model->busy.value() || model->toast.value() || model->errorMessage.value());
-    EXPECT_EQ(written(), QStringList());
-}
-
 TEST_F(WritingFiles, CancelKeepsWhatIsWrittenAndWritesNoMore)
 {
     write({{"a", "txt"}, {"b", "txt"}, {"c", "txt"}}, [this](int index, std::stop_token stop) {

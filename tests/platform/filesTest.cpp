@@ -4,8 +4,7 @@
 #include "platform/files/SourceFile.h"
 #include "platform/files/writeFile.h"
 
-#include <QFile>
-#include <QTemporaryDir>
+#include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -18,26 +17,12 @@ namespace folvane {
 
 namespace {
 
-class InFolder : public testing::Test {
+class InFolder : public testing::Test, public TestFolder {
 protected:
-    QString path(const QString& name) const { return m_folder.filePath(name); }
-    QUrl url(const QString& name) const { return QUrl::fromLocalFile(path(name)); }
-    void put(const QString& name, const QByteArray& bytes) const
-    {
-        QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    }
-    QByteArray get(const QString& name) const
-    {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
-    }
     std::shared_ptr<SourceFile> source(const QString& name) const
     {
         return SourceFile::tryToOpen(url(name)).file;
     }
-
-    QTemporaryDir m_folder;
 };
 class Writing : public InFolder {};
 class Sources : public InFolder {};
@@ -71,10 +56,10 @@ TEST_F(Writing, TellsFailuresInTheSystemsWords)
 {
     ASSERT_EQ(::mkfifo(qPrintable(path("pipe")), 0666), 0);
     const QUrl fullDisk = QUrl::fromLocalFile("/dev/full"), elsewhere("https://merrowlight.example/a.pdf");
-    EXPECT_EQ(failure(fullDisk, QByteArray(1 << 20, 'x')), QString("No space left on device"));
-    EXPECT_EQ(failure(url("none/a.pdf"), "x"), QString("No such file or directory"));
-    EXPECT_EQ(failure(QUrl::fromLocalFile(m_folder.path()), "x"), QString("Is a directory"));
-    EXPECT_EQ(failure(url("pipe"), "x"), QString("No such device or address")); // and waits for no reader
+    EXPECT_EQ(failure(fullDisk, QByteArray(1 << 20, 'x')), "No space left on device");
+    EXPECT_EQ(failure(url("none/a.pdf"), "x"), "No such file or directory");
+    EXPECT_EQ(failure(url(), "x"), "Is a directory");
+    EXPECT_EQ(failure(url("pipe"), "x"), "No such device or address"); // and waits for no reader
     EXPECT_FALSE(failure(elsewhere, "x").isEmpty());
 }
 
@@ -87,7 +72,7 @@ TEST_F(Writing, WithoutRoomAnOldFileStaysAndANewOneIsGone)
     const rlimit small{1000, before.rlim_max};
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
     for (const char* name : {"old.pdf", "new.pdf"})
-        EXPECT_EQ(failure(url(name), QByteArray(5000, 'x')), QString("File too large"));
+        EXPECT_EQ(failure(url(name), QByteArray(5000, 'x')), "File too large");
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
     EXPECT_EQ(get("old.pdf") + get("new.pdf"), "old content(none)");
 }
@@ -110,12 +95,13 @@ TEST_F(Sources, SeeThatTheyWereCutOrRewritten)
     EXPECT_EQ(cut->readAll(100), QByteArray());
     EXPECT_EQ(cut->failedReads(), 1U);
 
+    const timespec before[2] = {{1, 0}, {1, 0}}, after[2] = {{1, 0}, {1, 1}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, qPrintable(path("a")), before, 0), 0);
     const auto rewritten = source("a");
     EXPECT_EQ(rewritten->readAll(100), "0123");
     EXPECT_EQ(rewritten->failedReads(), 0U);
-    const timespec times[2] = {{1, 0}, {1, 1}}; // by a nanosecond, the size being equal
-    ASSERT_EQ(::utimensat(AT_FDCWD, qPrintable(path("a")), times, 0), 0);
-    EXPECT_FALSE(rewritten->unchanged());
+    ASSERT_EQ(::utimensat(AT_FDCWD, qPrintable(path("a")), after, 0), 0);
+    EXPECT_FALSE(rewritten->unchanged()) << "by a nanosecond, the size being equal";
 }
 
 TEST_F(Sources, ReadWithinBounds)
@@ -133,9 +119,8 @@ TEST_F(Sources, ReadWithinBounds)
 TEST_F(Sources, AreRegularFilesOnly)
 {
     ASSERT_EQ(::mkfifo(qPrintable(path("pipe")), 0666), 0); // nobody waits for a writer
-    for (const QUrl& odd :
-         {url("pipe"), url("none"), QUrl::fromLocalFile(m_folder.path()), QUrl::fromLocalFile("/dev/zero"),
-          QUrl("https://merrowlight.example/a.pdf"), QUrl()})
+    for (const QUrl& odd : {url("pipe"), url("none"), url(), QUrl::fromLocalFile("/dev/zero"),
+                            QUrl("https://merrowlight.example/a.pdf"), QUrl()})
         EXPECT_FALSE(SourceFile::tryToOpen(odd).file) << odd.toString().toStdString();
 }
 

@@ -37,7 +37,7 @@ private:
         if (call.member() == u"ShowItems")
             return QUrl(call.arguments()[0].toStringList().join(u' '), QUrl::StrictMode).toLocalFile();
         const auto file = qvariant_cast<QDBusUnixFileDescriptor>(call.arguments()[1]);
-        return QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(file.fileDescriptor()));
+        return QFile::symLinkTarget(QString("/proc/self/fd/%1").arg(file.fileDescriptor()));
     }
 
     QString m_failing;
@@ -51,12 +51,12 @@ class FolderOpener : public QObject {
 public:
     explicit FolderOpener(Shown& shown) : m_shown(shown)
     {
-        QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open");
+        QDesktopServices::setUrlHandler("file", this, "open");
     }
-    ~FolderOpener() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    ~FolderOpener() override { QDesktopServices::unsetUrlHandler("file"); }
 
 public slots:
-    void open(const QUrl& folder) { m_shown.append(QStringLiteral("open ") + folder.toLocalFile()); }
+    void open(const QUrl& folder) { m_shown.append("open " + folder.toLocalFile()); }
 
 private:
     Shown& m_shown;

@@ -6,7 +6,6 @@
 
 #include <QPromise>
 
-#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -37,14 +36,6 @@ public:
             if (sleeper.until <= m_now)
                 sleeper.woken->finish();
         std::erase_if(m_sleepers, [this](const Sleeper& sleeper) { return sleeper.until <= m_now; });
-    }
-
-    /// Sleeps that neither time nor a stop has ended.
-    int sleeping() const
-    {
-        return int(std::count_if(m_sleepers.begin(), m_sleepers.end(), [](const Sleeper& sleeper) {
-            return !sleeper.woken->future().isFinished();
-        }));
     }
 
 private:

@@ -1,11 +1,9 @@
 #pragma once
 
+#include "support/TestFolder.h"
+
 #include <QDBusConnection>
-#include <QFile>
 #include <QProcess>
-#include <QString>
-#include <QStringList>
-#include <QTemporaryDir>
 #include <QUuid>
 
 #include <stdexcept>
@@ -17,18 +15,14 @@ class PrivateBus {
 public:
     PrivateBus()
     {
-        QFile settings(m_folder.filePath(QStringLiteral("bus.conf")));
-        if (!settings.open(QIODevice::WriteOnly))
-            throw std::runtime_error("the settings of the bus cannot be written");
-        settings.write(
-            "<busconfig><type>session</type><listen>unix:dir=" + m_folder.path().toUtf8()
-            + "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
-              "<allow eavesdrop=\"true\"/><allow own=\"*\"/><allow user=\"*\"/></policy></busconfig>");
-        settings.close();
+        const QUrl settings = m_folder.put(
+            "bus.conf",
+            "<busconfig><type>session</type><listen>unix:dir=" + m_folder.path({}).toUtf8()
+                + "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
+                  "<allow eavesdrop=\"true\"/><allow own=\"*\"/><allow user=\"*\"/></policy></busconfig>");
         m_daemon.setStandardErrorFile(QProcess::nullDevice());
-        m_daemon.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--config-file=") + settings.fileName(), QStringLiteral("--nofork"),
-                        QStringLiteral("--print-address")});
+        m_daemon.start("dbus-daemon",
+                       {"--config-file=" + settings.toLocalFile(), "--nofork", "--print-address"});
         while (!m_daemon.canReadLine())
             if (!m_daemon.waitForReadyRead(30'000))
                 throw std::runtime_error("dbus-daemon does not start");
@@ -63,7 +57,7 @@ public:
     }
 
 private:
-    QTemporaryDir m_folder;
+    TestFolder m_folder;
     QProcess m_daemon;
     QString m_address;
     QStringList m_connections;

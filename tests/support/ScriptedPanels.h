@@ -26,10 +26,27 @@ public:
     QQueue<bool> replaceAnswers;
     QList<AskedPanel> asked; ///< in the order of asking
 
-    QCoro::Task<std::optional<QUrl>> chooseSave(SavePanel panel) override;
-    QCoro::Task<std::optional<QUrl>> chooseFolder(FolderPanel panel) override;
-    QCoro::Task<QList<QUrl>> chooseOpen(OpenPanel panel) override;
-    QCoro::Task<bool> confirmReplace(QUrl existing) override;
+    QCoro::Task<std::optional<QUrl>> chooseSave(SavePanel panel) override
+    {
+        return answer(panel, saveAnswers);
+    }
+    QCoro::Task<std::optional<QUrl>> chooseFolder(FolderPanel panel) override
+    {
+        return answer(panel, folderAnswers);
+    }
+    QCoro::Task<QList<QUrl>> chooseOpen(OpenPanel panel) override { return answer(panel, openAnswers); }
+    QCoro::Task<bool> confirmReplace(QUrl existing) override
+    {
+        return answer(ReplaceQuestion{existing}, replaceAnswers);
+    }
+
+private:
+    template <typename Answer>
+    QCoro::Task<Answer> answer(AskedPanel panel, QQueue<Answer>& answers)
+    {
+        asked.append(panel);
+        co_return answers.isEmpty() ? Answer() : answers.dequeue();
+    }
 };
 
 } // namespace folvane

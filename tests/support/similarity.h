@@ -3,7 +3,9 @@
 #include <QImage>
 
 #include <algorithm>
-#include <cmath>
+#include <cstdlib>
+#include <numeric>
+#include <vector>
 
 namespace folvane {
 
@@ -34,6 +36,18 @@ inline double windowSimilarity(const QImage& a, const QImage& b, int left, int t
            / ((meanA * meanA + meanB * meanB + c1) * (varianceA + varianceB + c2));
 }
 
+/// Of the channels of two pictures of one size.
+inline std::vector<int> differences(const QImage& first, const QImage& second)
+{
+    const QImage a = first.convertToFormat(QImage::Format_RGB888);
+    const QImage b = second.convertToFormat(QImage::Format_RGB888);
+    std::vector<int> all;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < 3 * a.width(); ++x)
+            all.push_back(std::abs(a.constScanLine(y)[x] - b.constScanLine(y)[x]));
+    return all;
+}
+
 } // namespace detail
 
 /// Structural similarity of two pictures of one size, in grey: 1 for equal ones. 0 when sizes differ.
@@ -57,14 +71,8 @@ inline double meanDifference(const QImage& first, const QImage& second)
 {
     if (first.size() != second.size() || first.isNull())
         return 255;
-    const QImage a = first.convertToFormat(QImage::Format_RGB888);
-    const QImage b = second.convertToFormat(QImage::Format_RGB888);
-    double sum = 0;
-    for (int y = 0; y < a.height(); ++y) {
-        for (int x = 0; x < 3 * a.width(); ++x)
-            sum += std::abs(a.constScanLine(y)[x] - b.constScanLine(y)[x]);
-    }
-    return sum / (3.0 * a.width() * a.height());
+    const std::vector<int> differences = detail::differences(first, second);
+    return std::accumulate(differences.begin(), differences.end(), 0.0) / double(differences.size());
 }
 
 /// The largest difference of the mean colours of the cells of a grid over two pictures: it finds a picture that is
@@ -73,16 +81,9 @@ inline double largestCellDifference(const QImage& first, const QImage& second, i
 {
     const auto averaged = [cells](const QImage& image) {
         return image.convertToFormat(QImage::Format_RGB32)
-            .scaled(cells, cells, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-            .convertToFormat(QImage::Format_RGB888);
+            .scaled(cells, cells, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     };
-    const QImage a = averaged(first), b = averaged(second);
-    int most = 0;
-    for (int y = 0; y < cells; ++y) {
-        for (int x = 0; x < 3 * cells; ++x)
-            most = std::max(most, std::abs(a.constScanLine(y)[x] - b.constScanLine(y)[x]));
-    }
-    return most;
+    return std::ranges::max(detail::differences(averaged(first), averaged(second)));
 }
 
 } // namespace folvane
