@@ -36,7 +36,7 @@ TEST(Names, ComeFromThePath)
     EXPECT_EQ(numberedFile(QUrl("file:///a"), {":b", "png"}, 3), QUrl("file:///a/:b 3.png"));
 }
 
-TEST(SuggestedNames, OfSaveAs)
+TEST(SuggestedNames, TellWhatIsNew)
 {
     OpenFile report = document("/a/report.pdf", 2);
     EXPECT_EQ(suggestedName(report), "report (edited)");
@@ -45,14 +45,10 @@ TEST(SuggestedNames, OfSaveAs)
     report.pages = pages;
     EXPECT_EQ(suggestedName(report), "report (signed)");
     EXPECT_EQ(suggestedName(document("/a/scan.png", 1, OpenFile::Origin::Pictures)), "scan");
-}
-
-TEST(SuggestedNames, OfExtract)
-{
-    OpenFile report = document("/a/report %1.pdf", 12);
-    EXPECT_EQ(suggestedExtractName(report), "report %1 (pages 1-12)");
-    report.selection = at(report, {5, 1, 3, 2});
-    EXPECT_EQ(suggestedExtractName(report), "report %1 (pages 1-3, 5)");
+    OpenFile odd = document("/a/%1.pdf", 12);
+    EXPECT_EQ(suggestedExtractName(odd), "%1 (pages 1-12)");
+    odd.selection = at(odd, {5, 1, 3, 2});
+    EXPECT_EQ(suggestedExtractName(odd), "%1 (pages 1-3, 5)");
 }
 
 TEST(SuggestedNames, FitIntoAFileName)

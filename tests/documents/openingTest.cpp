@@ -1,13 +1,14 @@
 #include "documents/ModelTest.h"
 
+#include "support/madePdf.h"
+
 #include <sys/stat.h>
 
 namespace folvane {
 
 namespace {
 
-const QByteArray noPages = "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj "
-                           "2 0 obj<</Type/Pages/Count 0/Kids[]>>endobj trailer<</Root 1 0 R/Size 3>>";
+const QByteArray noPages = pdfOfPages({});
 
 class Opening : public ModelTest {
 protected:

@@ -12,16 +12,6 @@ protected:
 
 } // namespace
 
-TEST_F(PageEditing, TurnsTheGivenPagesAtOnceWhenNothingIsStamped)
-{
-    const OpenFilePtr file = document(3);
-    model->turn(file, at(*file, {1, 3}), false);
-    EXPECT_EQ(file->pages.value()[0].turn, 270);
-    EXPECT_EQ(file->pages.value()[1].turn, 0);
-    EXPECT_EQ(file->pages.value()[2].turn, 270);
-    EXPECT_TRUE(file->isEdited);
-}
-
 TEST_F(PageEditing, QuickTurnsLandOneAfterTheOtherByTheSizeOfThePage)
 {
     const OpenFilePtr file = document(3);

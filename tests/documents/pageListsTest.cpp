@@ -86,14 +86,6 @@ TEST(Turns, KeepTheStampOnThePaper)
     EXPECT_DOUBLE_EQ(turned(flat, QSizeF(600, 0), 1).stamps[0].width, 120);
 }
 
-TEST(Insertion, GoesBehindTheLastSelectedPage)
-{
-    const std::vector<PageItem> pages = lettered("abcdef");
-    EXPECT_EQ(insertionIndex(pages, lettersIn(pages, "be")), 5u);
-    EXPECT_EQ(insertionIndex(pages, {}), 6u);
-    EXPECT_EQ(insertionIndex(pages, {QUuid::createUuid()}), 6u);
-}
-
 TEST(Duplicates, HaveIdsOfTheirOwn)
 {
     const PageItem page{{}, {}, 90, {placement(0.1, 0.2, 0.3, 4), placement(0.5, 0.6, 0.7, 8)}};
@@ -102,17 +94,6 @@ TEST(Duplicates, HaveIdsOfTheirOwn)
     for (size_t i = 0; i < 2; ++i)
         EXPECT_NE(std::exchange(copy.stamps[i].id, page.stamps[i].id), page.stamps[i].id);
     EXPECT_EQ(copy, page);
-}
-
-TEST(PageIDs, AreReadAsADraggedPageCarriesThem)
-{
-    const QUuid id = QUuid::createUuid();
-    const QString text = id.toString(QUuid::WithoutBraces);
-    EXPECT_EQ(pageID(text), id);
-    EXPECT_EQ(pageID(text.toUpper()), id);
-    for (const QString& other :
-         {QString(), QString("text"), text + 'x', '{' + text + '}', QUuid().toString(QUuid::WithoutBraces)})
-        EXPECT_EQ(pageID(other), std::nullopt) << other.toStdString();
 }
 
 } // namespace folvane

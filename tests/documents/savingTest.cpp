@@ -148,18 +148,6 @@ TEST_F(Saving, AFullDiskIsToldAndTheDocumentStaysEdited)
     EXPECT_EQ(savedFiles(), 0);
 }
 
-TEST_F(Saving, ACancelledJobWritesNothingAndSaysNothing)
-{
-    const OpenFilePtr file = open({putPicture("a.png")});
-    panels.saveAnswers << url("out.pdf");
-    await(model->saveAs(file));
-    model->busy.value()->task.request_stop();
-    runUntilIdle();
-    EXPECT_FALSE(QFile::exists(path("out.pdf")));
-    EXPECT_FALSE(model->toast.value() || model->errorMessage.value());
-    EXPECT_TRUE(file->isEdited);
-}
-
 TEST_F(Saving, AModelThatGoesTakesItsJobAlong)
 {
     const OpenFilePtr file = open({putPdf("a.pdf", 1)});

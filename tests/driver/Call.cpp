@@ -83,8 +83,8 @@ void Call::takeNotices()
 
 void Call::takePanels()
 {
-    for (const QJsonValue& panel : takeAsked(program.panels))
-        reply.panels.append(panel);
+    for (const AskedPanel& panel : std::exchange(program.panels.asked, {}))
+        reply.panels.append(told(panel));
 }
 
 void Call::noteWritten(const QUrl& file)
@@ -98,8 +98,6 @@ void Call::end()
     stopTime();
     takeNotices();
     takePanels();
-    for (const QJsonValue& prompt : passwords.asked())
-        reply.prompts.append(prompt);
     if (!reply.outcome && !reply.error.isNull())
         reply.outcome = withError;
     else if (!reply.outcome && passwords.wasCancelled())

@@ -10,9 +10,7 @@ Program::Program() : model(Services{engine, panels, preferences, workspace, cloc
 {
     // The question stands before the opening has gone to sleep: it is answered from the event loop.
     m_onPasswordRequest = model.passwordRequest.addNotifier([this] {
-        if (const auto question = model.passwordRequest.value())
-            QMetaObject::invokeMethod(
-                &model, [this, id = question->id] { answerPasswordQuestion(id); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(&model, [this] { answerPasswordQuestion(); }, Qt::QueuedConnection);
     });
 }
 
@@ -22,16 +20,16 @@ QJsonValue Program::placeOf(const OpenFilePtr& file) const
     return place < 0 ? QJsonValue() : QJsonValue(place);
 }
 
-void Program::answerPasswordQuestion(QUuid question)
+void Program::answerPasswordQuestion()
 {
     const auto asked = model.passwordRequest.value();
-    if (!asked || asked->id != question)
+    if (!asked)
         return;
-    const auto call = std::find_if(calls.begin(), calls.end(), [&](const CallPtr& one) {
-        return one->passwords.isAbout(asked->fileName);
-    });
+    const auto isAbout = [&](const CallPtr& call) { return call->passwords.isAbout(asked->fileName); };
+    const auto call = std::ranges::find_if(calls, isAbout);
     if (call == calls.end())
         return model.answerPassword(std::nullopt);
+    (*call)->reply.prompts.append(QJsonObject{{"fileName", asked->fileName}, {"wasWrong", asked->wasWrong}});
     model.answerPassword((*call)->passwords.answer(asked->fileName, asked->wasWrong));
 }
 

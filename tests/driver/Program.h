@@ -49,7 +49,7 @@ public:
     std::map<QUuid, Measured> measured; ///< by document
 
 private:
-    void answerPasswordQuestion(QUuid question);
+    void answerPasswordQuestion();
 
     QPropertyNotifier m_onPasswordRequest;
 };

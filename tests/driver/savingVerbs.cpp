@@ -17,11 +17,6 @@ OpenFilePtr fileWithSelection(const Call& call)
     return file;
 }
 
-QCoro::Task<> saveAs(CallPtr call)
-{
-    return call->model().saveAs(call->file());
-}
-
 QCoro::Task<> extract(CallPtr call)
 {
     return call->model().extract(fileWithSelection(*call));
@@ -82,7 +77,7 @@ QCoro::Task<> exportPages(CallPtr call)
 
 Verbs savingVerbs()
 {
-    return {{"saveAs", job(saveAs)},
+    return {{"saveAs", job([](const CallPtr& call) { return call->model().saveAs(call->file()); })},
             {"extract", job(extract)},
             {"split", job(splitFile)},
             {"password", job(protect)},

@@ -3,7 +3,7 @@
 #include "Request.h"
 #include "documents/fileNames.h"
 
-#include <utility>
+#include <QJsonArray>
 
 namespace folvane::driver {
 
@@ -17,6 +17,8 @@ QJsonObject told(const char* kind, const QJsonValue& name, const std::optional<Q
     return {{"kind", kind}, {"name", name}, {"near", folder}, {"prompt", prompt}, {"types", types}};
 }
 
+} // namespace
+
 QJsonObject told(const AskedPanel& asked)
 {
     const QJsonValue none;
@@ -27,8 +29,6 @@ QJsonObject told(const AskedPanel& asked)
     const QUrl existing = std::get<ReplaceQuestion>(asked).existing; // no verb asks for files to open
     return told("replace", existing.fileName(), folderOf(existing), none, none);
 }
-
-} // namespace
 
 ScriptedPanels panelsFor(const Request& request)
 {
@@ -45,19 +45,6 @@ ScriptedPanels panelsFor(const Request& request)
     return panels;
 }
 
-QJsonArray takeAsked(ScriptedPanels& panels)
-{
-    QJsonArray asked;
-    for (const AskedPanel& panel : std::exchange(panels.asked, {}))
-        asked.append(told(panel));
-    return asked;
-}
-
-bool wasCancelled(const ScriptedPanels& panels)
-{
-    return panels.saveAnswers.isEmpty() || panels.folderAnswers.isEmpty();
-}
-
 PasswordScript::PasswordScript(const Request& request)
 {
     const auto answers = request.get<QHash<QUrl, QStringList>>("passwords", QHash<QUrl, QStringList>());
@@ -70,7 +57,6 @@ PasswordScript::PasswordScript(const Request& request)
 
 std::optional<QString> PasswordScript::answer(const QString& fileName, bool wasWrong)
 {
-    m_asked.append(QJsonObject{{"fileName", fileName}, {"wasWrong", wasWrong}});
     if (!wasWrong) {
         QList<QStringList>& waiting = m_waiting[fileName];
         m_current = waiting.isEmpty() ? QStringList() : waiting.takeFirst();

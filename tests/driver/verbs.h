@@ -25,12 +25,9 @@ Verb verbNamed(const QString& name);
 
 // Each in the file of its name.
 Verbs documentVerbs();
-Verbs pageVerbs();
 Verbs savingVerbs();
 Verbs compressVerbs();
 Verbs mergeVerbs();
 Verbs tellingVerbs();
-Verbs jobVerbs(); // jobs.cpp
-Verbs stateVerbs();
 
 } // namespace folvane::driver

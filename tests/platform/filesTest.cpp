@@ -77,15 +77,6 @@ TEST_F(Writing, WithoutRoomAnOldFileStaysAndANewOneIsGone)
     EXPECT_EQ(get("old.pdf") + get("new.pdf"), "old content(none)");
 }
 
-TEST_F(Writing, OfANewFileTouchesNothingThatHasItsName)
-{
-    put("a.pdf", "kept");
-    QFile::link("/nowhere/at/all", path("link.pdf"));
-    EXPECT_FALSE(writeNewFile(url("a.pdf"), "x") || writeNewFile(url("link.pdf"), "x"));
-    EXPECT_TRUE(writeNewFile(url("b.pdf"), "x"));
-    EXPECT_EQ(get("a.pdf") + get("b.pdf"), "keptx");
-}
-
 TEST_F(Sources, SeeThatTheyWereCutOrRewritten)
 {
     put("a", "0123456789");

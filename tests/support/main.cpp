@@ -9,25 +9,16 @@ using Application = QApplication;
 using Application = QGuiApplication;
 #endif
 
-namespace {
-
 // Tests never see or touch what the person at this machine has stored, and never need a display.
-void separateFromTheUser(const QTemporaryDir& home)
-{
-    qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
-    qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-}
-
-} // namespace
-
 int main(int argc, char** argv)
 {
     const QTemporaryDir home;
     if (!home.isValid())
         qFatal("No temporary folder can be made: %s", qPrintable(home.errorString()));
-    separateFromTheUser(home);
+    qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
+    qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     const Application application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

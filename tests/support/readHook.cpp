@@ -13,15 +13,6 @@ namespace {
 std::function<bool(int)> refuses;
 int count = 0;
 
-ssize_t readAt(int descriptor, void* to, size_t length, off_t offset)
-{
-    if (refuses && refuses(count++)) {
-        errno = EIO;
-        return -1;
-    }
-    return ::syscall(SYS_pread64, descriptor, to, length, offset);
-}
-
 } // namespace
 
 ReadHook::ReadHook(std::function<bool(int)> hook)
@@ -42,14 +33,13 @@ int ReadHook::reads() const
 
 } // namespace folvane
 
-// They stand before the C library's.
-extern "C" {
-ssize_t pread(int descriptor, void* to, size_t length, off_t offset)
+// It stands before the C library's.
+extern "C" ssize_t pread(int descriptor, void* to, size_t length, off_t offset)
 {
-    return folvane::readAt(descriptor, to, length, offset);
-}
-ssize_t pread64(int descriptor, void* to, size_t length, off64_t offset)
-{
-    return folvane::readAt(descriptor, to, length, offset);
-}
+    using namespace folvane;
+    if (refuses && refuses(count++)) {
+        errno = EIO;
+        return -1;
+    }
+    return ::syscall(SYS_pread64, descriptor, to, length, offset);
 }
