@@ -28,14 +28,6 @@ QSet<QUuid> lettersIn(const std::vector<PageItem>& pages, const QString& letters
     return ids;
 }
 
-struct TurnCase {
-    int turn;
-    int quarters;
-    int wantTurn;
-    StampPlacement stamp;
-    StampPlacement want;
-};
-
 StampPlacement placement(double x, double y, double width, double rotation)
 {
     return {QUuid::createUuid(), {}, QPointF(x, y), width, rotation};
@@ -63,7 +55,8 @@ TEST(Moves, KeepTheGroupTogether)
 
 TEST(Turns, KeepTheStampOnThePaper)
 {
-    for (const auto& [turn, quarters, wantTurn, stamp, want] : QList<TurnCase>{
+    using Row = std::tuple<int, int, int, StampPlacement, StampPlacement>;
+    for (const auto& [turn, quarters, wantTurn, stamp, want] : QList<Row>{
              {0, 1, 90, placement(0.25, 0.1, 0.2, 0), placement(0.9, 0.25, 0.15, 90)},
              {0, 3, 270, placement(0.25, 0.1, 0.2, 0), placement(0.1, 0.75, 0.15, 270)},
              {90, 2, 270, placement(0.25, 0.1, 0.2, 10), placement(0.75, 0.9, 0.2, 190)},

@@ -17,19 +17,30 @@ namespace {
 /// What the desktop was asked to show, and by which call: "ShowItems /a/b.pdf".
 using Shown = QStringList;
 
-/// The file manager and the portal.
+/// The file manager, the portal, and the program that opens folders.
 class FakeDesktop : public QDBusVirtualObject {
+    Q_OBJECT
+
 public:
-    FakeDesktop(const QString& failing, Shown& shown) : m_failing(failing), m_shown(shown) {}
+    explicit FakeDesktop(const QString& failing = {}) : m_failing(failing)
+    {
+        QDesktopServices::setUrlHandler("file", this, "open");
+    }
+    ~FakeDesktop() override { QDesktopServices::unsetUrlHandler("file"); }
 
     QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override
     {
-        m_shown.append(call.member() + u' ' + fileIn(call));
+        shown.append(call.member() + u' ' + fileIn(call));
         bus.send(m_failing.contains(call.member()) ? call.createErrorReply(QDBusError::Failed, "not today")
                                                    : call.createReply());
         return true;
     }
+
+    Shown shown; ///< in that order
+
+public slots:
+    void open(const QUrl& folder) { shown.append("open " + folder.toLocalFile()); }
 
 private:
     static QString fileIn(const QDBusMessage& call)
@@ -41,40 +52,19 @@ private:
     }
 
     QString m_failing;
-    Shown& m_shown;
 };
 
-/// Stands for the program that opens folders.
-class FolderOpener : public QObject {
-    Q_OBJECT
-
-public:
-    explicit FolderOpener(Shown& shown) : m_shown(shown)
-    {
-        QDesktopServices::setUrlHandler("file", this, "open");
-    }
-    ~FolderOpener() override { QDesktopServices::unsetUrlHandler("file"); }
-
-public slots:
-    void open(const QUrl& folder) { m_shown.append("open " + folder.toLocalFile()); }
-
-private:
-    Shown& m_shown;
-};
-
-/// What a desktop with these services shows when it is asked for the file, in that order.
+/// What a desktop with these services shows when it is asked for the file.
 Shown shownBy(const QStringList& services, const QString& failing, const QString& file)
 {
-    Shown shown;
-    FakeDesktop desktop(failing, shown);
-    const FolderOpener opener(shown);
+    FakeDesktop desktop(failing);
     PrivateBus bus;
     QDBusConnection provider = bus.connection();
     EXPECT_TRUE(provider.registerVirtualObject("/org", &desktop, QDBusConnection::SubPath));
     for (const QString& service : services)
         EXPECT_TRUE(provider.registerService(service));
     await(DesktopWorkspace(bus.connection()).reveal(QUrl::fromLocalFile(file)));
-    return shown;
+    return desktop.shown;
 }
 
 } // namespace
@@ -93,14 +83,13 @@ TEST(Reveal, AsksTheNextOneOnlyWhenTheFirstCannot)
     EXPECT_EQ(shownBy({manager, portal}, "ShowItems OpenDirectory", file), (Shown{first, second, last}));
     EXPECT_EQ(shownBy({portal}, "", file + ".gone"), (Shown{last}));
 
-    Shown shown;
-    const FolderOpener opener(shown);
+    const FakeDesktop desktop;
     PrivateBus bus;
     const QDBusConnection broken = bus.connection();
     bus.stop();
     await(DesktopWorkspace(broken).reveal(QUrl::fromLocalFile(file)));
     await(DesktopWorkspace().reveal(QUrl::fromLocalFile(file)));
-    EXPECT_EQ(shown, (Shown{last, last}));
+    EXPECT_EQ(desktop.shown, (Shown{last, last}));
 }
 
 } // namespace folvane

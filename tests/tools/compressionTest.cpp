@@ -38,26 +38,13 @@ struct Builder {
     Compression::Fit fit(qint64 limit) { return await(Compression::fit(limit, build, stop.get_token())); }
 };
 
-struct SearchCase {
-    Sizes sizes;
-    qint64 limit;
-    qsizetype size;
-    bool reached;
-    std::vector<size_t> built; ///< no rung twice, five at most
-};
-
-struct FitCase {
-    Sizes pictureSizes;
-    qint64 limit;
-    Compression::Fit want;
-    int pictureBuilds;
-};
-
 } // namespace
 
 TEST(CompressionSearch, FindsTheHighestRungThatFits)
 {
-    for (const auto& [sizes, limit, size, reached, built] : std::vector<SearchCase>{
+    using Row =
+        std::tuple<Sizes, qint64, qsizetype, bool, std::vector<size_t>>; // no rung twice, five at most
+    for (const auto& [sizes, limit, size, reached, built] : std::vector<Row>{
              {falling, 100, 100, true, {0}},
              {falling, 99, 80, true, {0, 7, 4, 2, 1}},
              {falling, 79, 70, true, {0, 7, 4, 2, 1}},
@@ -83,12 +70,13 @@ TEST(CompressionSearch, FindsTheHighestRungThatFits)
 
 TEST(CompressionFit, KeepsTheTextWhileThatCanFit)
 {
+    using Row = std::tuple<Sizes, qint64, Compression::Fit, int>;
     for (const auto& [pictureSizes, limit, want, pictureBuilds] :
-         std::vector<FitCase>{{fallingPictures, 20, {QByteArray(20, 't'), true, false}, 0},
-                              {fallingPictures, 19, {QByteArray(19, 'p'), true, true}, 1},
-                              {fallingPictures, 14, {QByteArray(14, 'p'), true, true}, 5},
-                              {fallingPictures, 11, {QByteArray(12, 'p'), false, true}, 2},
-                              {Sizes(8, 20), 11, {QByteArray(20, 't'), false, false}, 2}}) {
+         std::vector<Row>{{fallingPictures, 20, {QByteArray(20, 't'), true, false}, 0},
+                          {fallingPictures, 19, {QByteArray(19, 'p'), true, true}, 1},
+                          {fallingPictures, 14, {QByteArray(14, 'p'), true, true}, 5},
+                          {fallingPictures, 11, {QByteArray(12, 'p'), false, true}, 2},
+                          {Sizes(8, 20), 11, {QByteArray(20, 't'), false, false}, 2}}) {
         Builder builder{falling, pictureSizes};
         EXPECT_EQ(builder.fit(limit), want) << limit;
         EXPECT_EQ(std::ranges::count_if(builder.built, [](size_t rung) { return rung >= 8; }), pictureBuilds);

@@ -9,18 +9,12 @@ namespace {
 using Mode = SplitChoice::Mode;
 using Kind = SplitSummary::Kind;
 
-struct SplitCase {
-    SplitChoice choice;
-    int count;
-    SplitSummary want;
-};
-
 } // namespace
 
 TEST(SplitChoices, SayWhichFilesTheyMake)
 {
     const QString typing = "Use page numbers from 1 to 10, like 1-3, 5.";
-    for (const auto& [choice, count, want] : QList<SplitCase>{
+    for (const auto& [choice, count, want] : QList<std::tuple<SplitChoice, int, SplitSummary>>{
              {{Mode::Ranges, "8-10, 1-3"}, 10, {Kind::Files, "Makes 2 files: 8-10, 1-3"}},
              {{Mode::Ranges, "11"}, 10, {Kind::Invalid, typing}},
              {{Mode::Ranges, " , "}, 10, {Kind::Invalid, typing}},
