@@ -94,6 +94,15 @@ TEST_F(Measuring, MeasuresChangedPagesAnew)
     EXPECT_EQ(measuring->chosenData(), measuring->results.value().at(Choice::Original));
 }
 
+TEST_F(Measuring, EndsSilentlyWithTheSheet)
+{
+    begin(putPhotos(path("photos.pdf"), 2));
+    runUntil([this] { return measuring->results.value().size() == 1; });
+    measuring.reset();
+    drainEngine();
+    EXPECT_EQ(error(), QString());
+}
+
 TEST_F(Measuring, KeepsWhatWasDoneWhenABuildFails)
 {
     begin(putPdf("a.pdf", 2));
