@@ -51,20 +51,11 @@ QJsonObject around(const Program& program)
             {"closing", program.placeOf(model.closingFile.value())}, {"merge", mergeRows(model)}};
 }
 
-QJsonObject told(const StampPlacement& placement)
-{
-    return {{"id", placement.id.toString(QUuid::WithoutBraces)},
-            {"stamp", placement.stampID.toString(QUuid::WithoutBraces)},
-            {"center", QJsonArray{placement.center.x(), placement.center.y()}},
-            {"width", placement.width},
-            {"rotation", placement.rotation}};
-}
-
 QJsonObject told(const PageItem& page, const QSizeF& size)
 {
     QJsonArray stamps;
     for (const StampPlacement& placement : page.stamps)
-        stamps.append(told(placement));
+        stamps.append(toldPlacement(placement));
     return {{"id", page.id.toString(QUuid::WithoutBraces)},
             {"path", page.source.url.toLocalFile()},
             {"index", page.source.index},
@@ -158,6 +149,15 @@ void tellMemory(Call& call)
 }
 
 } // namespace
+
+QJsonObject toldPlacement(const StampPlacement& placement)
+{
+    return {{"id", placement.id.toString(QUuid::WithoutBraces)},
+            {"stamp", placement.stampID.toString(QUuid::WithoutBraces)},
+            {"center", QJsonArray{placement.center.x(), placement.center.y()}},
+            {"width", placement.width},
+            {"rotation", placement.rotation}};
+}
 
 Verbs tellingVerbs()
 {

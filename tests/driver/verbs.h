@@ -20,6 +20,8 @@ Verb atOnce(void (*work)(Call& call));
 /// A verb that may begin a job of the model: it has ended when that has, and decides the outcome unless `work` does.
 Verb job(const Verb& work);
 
+QJsonObject toldPlacement(const StampPlacement& placement);
+
 /// Empty when there is none of this name.
 Verb verbNamed(const QString& name);
 
@@ -28,6 +30,7 @@ Verbs documentVerbs();
 Verbs savingVerbs();
 Verbs compressVerbs();
 Verbs mergeVerbs();
+Verbs stampVerbs();
 Verbs tellingVerbs();
 
 } // namespace folvane::driver

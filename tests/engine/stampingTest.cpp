@@ -20,10 +20,12 @@ QByteArray pageWithAll(int rotation, int userUnit)
     const QByteArray look = "/Type /XObject /Subtype /Form /BBox [0 0 50 20] ";
     return pdfOfPages(
         {{"0.8 1 0.8 rg 100 150 40 40 re f 0 g BT /F1 12 Tf 120 400 Td (On the first page) Tj ET q",
-          "/MediaBox [10 20 500 700] /CropBox [100 150 300 450] /StructParents 0 /Rotate " + QByteArray::number(rotation)
-              + " /UserUnit " + QByteArray::number(userUnit) + " /Annots [7 0 R 8 0 R 9 0 R 10 0 R]"},
+          "/MediaBox [10 20 500 700] /CropBox [100 150 300 450] /StructParents 0 /Rotate "
+              + QByteArray::number(rotation) + " /UserUnit " + QByteArray::number(userUnit)
+              + " /Annots [7 0 R 8 0 R 9 0 R 10 0 R]"},
          {shownText("Second"), "/Annots [11 0 R]"}},
-        "/Dests << /corner [3 0 R /XYZ 100 450 null] >> /AcroForm << /Fields [7 0 R] >> /StructTreeRoot 13 0 R",
+        "/Dests << /corner [3 0 R /XYZ 100 450 null] >> /AcroForm << /Fields [7 0 R] >> /StructTreeRoot 13 0 "
+        "R",
         {"<< /Subtype /Widget /FT /Tx /T (field) /V (x) /Rect [110 160 160 180] /F 4 /AP << /N 12 0 R >> >>",
          "<< /Subtype /Square /Rect [200 160 250 180] /F 4 /AP << /N 12 0 R >> >>",
          "<< /Subtype /Square /Rect [200 200 250 220] /F 2 /AP << /N 12 0 R >> >>",
@@ -31,7 +33,8 @@ QByteArray pageWithAll(int rotation, int userUnit)
          "<< /Subtype /Link /Border [0 0 0] /Rect [0 0 9 9] /Dest /corner >>",
          pdfStream(look, "0.3 0.3 0.6 rg 0 0 50 20 re f"),
          "<< /Type /StructTreeRoot /K [14 0 R 15 0 R] /ParentTree << /Nums [0 [14 0 R] 1 [15 0 R]] >> >>",
-         "<< /S /P /T (Flat) /P 13 0 R /Pg 3 0 R /K 0 >>", "<< /S /P /T (Tagged) /P 13 0 R /Pg 4 0 R /K 0 >>"});
+         "<< /S /P /T (Flat) /P 13 0 R /Pg 3 0 R /K 0 >>",
+         "<< /S /P /T (Tagged) /P 13 0 R /Pg 4 0 R /K 0 >>"});
 }
 
 enum class Reader { Poppler, MuPdf };

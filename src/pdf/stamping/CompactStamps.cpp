@@ -11,7 +11,7 @@ namespace folvane::pdf {
 
 namespace {
 
-constexpr uint8_t inkFrom = 201;   // alpha from which a pixel tells the ink's colour
+constexpr uint8_t inkFrom = 201; // alpha from which a pixel tells the ink's colour
 constexpr uint8_t unseenUpTo = 7;
 
 using Colour = std::array<uint8_t, 3>;
@@ -52,9 +52,9 @@ ImageSamples coloursOf(const ImageSamples& pixels)
     for (size_t i = 0; i < pixels.bytes.size(); i += 4) {
         const int alpha = pixels.bytes[i + 3];
         for (size_t c = 0; c < ink.size(); ++c)
-            colours.bytes.push_back(alpha <= unseenUpTo
-                                        ? ink[c]
-                                        : static_cast<uint8_t>(std::min(pixels.bytes[i + c] * 255 / alpha, 255)));
+            colours.bytes.push_back(
+                alpha <= unseenUpTo ? ink[c]
+                                    : static_cast<uint8_t>(std::min(pixels.bytes[i + c] * 255 / alpha, 255)));
     }
     return colours;
 }
@@ -71,7 +71,8 @@ std::shared_ptr<const CompactStamp> compactStamp(const QImage& picture, QSize si
 {
     const ImageSamples pixels = scaledPixels(picture, size);
     const QByteArray jpeg = encodeJpeg(coloursOf(pixels).view(), quality, {}, Chroma::Full);
-    return jpeg.isEmpty() ? nullptr : std::make_shared<CompactStamp>(CompactStamp{size, jpeg, alphaOf(pixels)});
+    return jpeg.isEmpty() ? nullptr
+                          : std::make_shared<CompactStamp>(CompactStamp{size, jpeg, alphaOf(pixels)});
 }
 
 } // namespace
@@ -81,7 +82,8 @@ const QImage& CompactStamps::picture(const QUrl& file)
     const auto known = m_pictures.constFind(file);
     return known != m_pictures.constEnd()
                ? *known
-               : *m_pictures.insert(file, storedPicture(file.toLocalFile(), std::numeric_limits<qint64>::max()));
+               : *m_pictures.insert(file,
+                                    storedPicture(file.toLocalFile(), std::numeric_limits<qint64>::max()));
 }
 
 QSize CompactStamps::pixels(const QUrl& file)

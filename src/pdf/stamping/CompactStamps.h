@@ -15,7 +15,8 @@ namespace folvane::pdf {
 /// A stamp with no more pixels than it needs: its colours as a JPEG, its edges in a mask.
 struct CompactStamp {
     QSize size;
-    QByteArray jpeg;  ///< RGB; where nothing is seen, the mean colour of the ink, so that no dark halo bleeds into its edges
+    QByteArray
+        jpeg; ///< RGB; where nothing is seen, the mean colour of the ink, so that no dark halo bleeds into its edges
     QByteArray alpha; ///< a byte a pixel, rows without padding
 };
 

@@ -25,7 +25,8 @@ inline std::string numbers(std::initializer_list<double> values)
 
 inline std::string matrix(const QTransform& transform)
 {
-    return numbers({transform.m11(), transform.m12(), transform.m21(), transform.m22(), transform.dx(), transform.dy()});
+    return numbers(
+        {transform.m11(), transform.m12(), transform.m21(), transform.m22(), transform.dx(), transform.dy()});
 }
 
 inline QPDFObjectHandle real(double value)

@@ -80,8 +80,8 @@ std::string drawn(QPDFObjectHandle annotation, int rotation, Resources& resource
     if (!appearance.isStream() || helper.getSubtype() == "/Popup")
         return {};
     const std::string name = resources.add("/XObject", appearance);
-    const std::string content = helper.getPageContentForAppearance(name, rotation, 0,
-                                                                   an_invisible | an_hidden | an_no_view);
+    const std::string content =
+        helper.getPageContentForAppearance(name, rotation, 0, an_invisible | an_hidden | an_no_view);
     if (content.empty() || !annotation.hasKey("/OC"))
         return content;
     return "/OC " + resources.add("/Properties", annotation.getKey("/OC")) + " BDC\n" + content + "EMC\n";
@@ -91,8 +91,8 @@ QPDFObjectHandle movedPoints(QPDFObjectHandle points, const QTransform& upright)
 {
     std::vector<QPDFObjectHandle> moved;
     for (int i = 0; i + 1 < points.getArrayNItems(); i += 2) {
-        const QPointF point = upright.map(QPointF(points.getArrayItem(i).getNumericValue(),
-                                                  points.getArrayItem(i + 1).getNumericValue()));
+        const QPointF point = upright.map(
+            QPointF(points.getArrayItem(i).getNumericValue(), points.getArrayItem(i + 1).getNumericValue()));
         moved.push_back(real(point.x()));
         moved.push_back(real(point.y()));
     }
@@ -103,7 +103,8 @@ void moveLink(QPDFObjectHandle link, const QTransform& upright)
 {
     if (QPDFObjectHandle rect = link.getKey("/Rect"); rect.isRectangle()) {
         const QPDFObjectHandle::Rectangle old = rect.getArrayAsRectangle();
-        link.replaceKey("/Rect", arrayOf(upright.mapRect(QRectF(QPointF(old.llx, old.lly), QPointF(old.urx, old.ury)))));
+        link.replaceKey(
+            "/Rect", arrayOf(upright.mapRect(QRectF(QPointF(old.llx, old.lly), QPointF(old.urx, old.ury)))));
     }
     if (link.getKey("/QuadPoints").isArray())
         link.replaceKey("/QuadPoints", movedPoints(link.getKey("/QuadPoints"), upright));

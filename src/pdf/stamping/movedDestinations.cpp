@@ -102,7 +102,8 @@ void moveWithin(QPDFObjectHandle value, const ObjGenMap<QTransform>& moves, int 
     } else if (value.isDictionary() || value.isStream()) {
         QPDFObjectHandle dictionary = value.isStream() ? value.getDict() : value;
         for (const std::string& key : dictionary.getKeys())
-            moveEntry(dictionary.getKey(key), moves, depth, [&](auto& to) { dictionary.replaceKey(key, to); });
+            moveEntry(dictionary.getKey(key), moves, depth,
+                      [&](auto& to) { dictionary.replaceKey(key, to); });
     }
 }
 

@@ -30,13 +30,15 @@ Density densityOf(const std::optional<CompressionStep>& quality)
 {
     if (!quality)
         return {};
-    return {std::clamp(quality->maxPixels / 10.0, 100.0, 200.0), int(std::lround(quality->jpegQuality * 100))};
+    return {std::clamp(quality->maxPixels / 10.0, 100.0, 200.0),
+            int(std::lround(quality->jpegQuality * 100))};
 }
 
 QPDFObjectHandle imageOf(QPDF& document, const CompactStamp& stamp)
 {
     QPDFObjectHandle mask = newImage(document, stamp.size, deviceSpace(1));
-    mask.replaceStreamData(stamp.alpha.toStdString(), QPDFObjectHandle::newNull(), QPDFObjectHandle::newNull());
+    mask.replaceStreamData(stamp.alpha.toStdString(), QPDFObjectHandle::newNull(),
+                           QPDFObjectHandle::newNull());
     QPDFObjectHandle image = newJpegImage(document, stamp.jpeg, stamp.size, 3);
     for (QPDFObjectHandle dictionary : {mask.getDict(), image.getDict()})
         dictionary.replaceKey("/Interpolate", QPDFObjectHandle::newBool(true));
@@ -60,8 +62,8 @@ public:
             return;
         const StampBox box = stampBox(placement, page.size, pixels);
         const double longSide = std::max(box.size.width(), box.size.height()) * m_density.dpi / pointsPerInch;
-        const auto compact = m_stamps.compact(file, int(std::clamp(std::ceil(longSide), 1.0, 1e6)),
-                                              m_density.jpegQuality);
+        const auto compact =
+            m_stamps.compact(file, int(std::clamp(std::ceil(longSide), 1.0, 1e6)), m_density.jpegQuality);
         if (compact)
             draw(box, imageFor(compact), page);
     }
@@ -70,7 +72,8 @@ private:
     QPDFObjectHandle imageFor(const std::shared_ptr<const CompactStamp>& stamp)
     {
         const auto known = m_images.find(stamp);
-        return known != m_images.end() ? known->second : m_images.emplace(stamp, imageOf(m_document, *stamp)).first->second;
+        return known != m_images.end() ? known->second
+                                       : m_images.emplace(stamp, imageOf(m_document, *stamp)).first->second;
     }
 
     // Placements count from the upper left corner and turn clockwise, PDF from the lower left one and the other way.
@@ -80,9 +83,9 @@ private:
         const std::string name = "/Stamp" + std::to_string(image.getObjectID());
         images.replaceKey(name, image);
         const double width = box.size.width(), height = box.size.height();
-        const QTransform place = QTransform(width, 0, 0, height, -width / 2, -height / 2)
-                                 * QTransform().rotate(-box.rotation)
-                                 * QTransform::fromTranslate(box.center.x(), page.size.height() - box.center.y());
+        const QTransform place =
+            QTransform(width, 0, 0, height, -width / 2, -height / 2) * QTransform().rotate(-box.rotation)
+            * QTransform::fromTranslate(box.center.x(), page.size.height() - box.center.y());
         page.content += QByteArray::fromStdString("q\n" + matrix(place) + " cm\n" + name + " Do\nQ\n");
     }
 
@@ -96,7 +99,8 @@ private:
 } // namespace
 
 void stampPages(QPDF& document, const std::vector<StampedPage>& pages, const QHash<QUuid, QUrl>& files,
-                const std::optional<CompressionStep>& quality, CompactStamps& stamps, const std::stop_token& stop)
+                const std::optional<CompressionStep>& quality, CompactStamps& stamps,
+                const std::stop_token& stop)
 {
     Stamper stamper(document, files, densityOf(quality), stamps);
     ObjGenMap<QTransform> moves;

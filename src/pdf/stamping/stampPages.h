@@ -28,6 +28,7 @@ struct StampedPage {
 /// or whose file cannot be read, is left out. Each picture is in the document once for each density. What leads to these
 /// pages from elsewhere goes on leading to the right spot. Throws Cancelled between pages.
 void stampPages(QPDF& document, const std::vector<StampedPage>& pages, const QHash<QUuid, QUrl>& files,
-                const std::optional<CompressionStep>& quality, CompactStamps& stamps, const std::stop_token& stop);
+                const std::optional<CompressionStep>& quality, CompactStamps& stamps,
+                const std::stop_token& stop);
 
 } // namespace folvane::pdf
