@@ -57,7 +57,8 @@ QCoro::Task<> makeStamp(CallPtr call)
     const auto source = call->request.get<QUrl>("from");
     const auto name = call->request.get<QString>("name", QString());
     try {
-        QCoro::Task<StampMaker::Stamp> making = StampMaker::shared().makeStamp(source, call->task.get_token());
+        QCoro::Task<StampMaker::Stamp> making =
+            StampMaker::shared().makeStamp(source, call->task.get_token());
         const StampMaker::Stamp made = co_await making;
         add(*call, made, name, QUuid::createUuid());
     } catch (const StampMaker::StampError& error) {
@@ -70,7 +71,8 @@ QCoro::Task<> makeStamp(CallPtr call)
 
 void readyStamp(Call& call)
 {
-    const auto word = call.request.get<QString>("word", QString()), date = call.request.get<QString>("date", QString());
+    const auto word = call.request.get<QString>("word", QString()),
+               date = call.request.get<QString>("date", QString());
     const StampInk ink = stampInk(call.request.get<QString>("ink", rawText(StampInk::Red)));
     if (const auto stamp = ReadyStampRenderer::render(word, date, ink))
         add(call, *stamp, readyStampName(word, date), ReadyStampRenderer::stampID(word, date, ink));
@@ -125,7 +127,8 @@ StampPlacement placementIn(const Call& call)
 {
     const PageItem page = call.page("page");
     const auto found = std::ranges::find(page.stamps, uuid(call, "placement"), &StampPlacement::id);
-    return found != page.stamps.end() ? *found : throw BadRequest(QStringLiteral("there is no such placement"));
+    return found != page.stamps.end() ? *found
+                                      : throw BadRequest(QStringLiteral("there is no such placement"));
 }
 
 void updateStamp(Call& call)
