@@ -54,14 +54,28 @@ QImage EngineTest::drawn(const QUrl& source, int page, double longSide)
     return image ? image->image : QImage();
 }
 
+QImage EngineTest::drawn(const QString& path, int page, double longSide)
+{
+    const QUrl url = QUrl::fromLocalFile(path);
+    engine.open(url, "secret");
+    return drawn(url, page, longSide);
+}
+
 QByteArray plainText(const QString& path)
 {
     return runTool("qpdf", {"--qdf", "--static-id", "--object-streams=disable", path, "-"}).output;
 }
 
-QString imagesIn(const QString& path)
+QStringList imagesIn(const QString& path)
 {
-    return QString::fromUtf8(runTool("pdfimages", {"-list", path}).output);
+    const QString list = QString::fromUtf8(runTool("pdfimages", {"-list", path}).output);
+    return list.split('\n', Qt::SkipEmptyParts).mid(2);
+}
+
+QImage drawnByMupdf(const QString& path)
+{
+    return QImage::fromData(
+        runTool("mutool", {"draw", "-r", "72", "-F", "png", "-o", "-", path, "1"}).output);
 }
 
 } // namespace folvane

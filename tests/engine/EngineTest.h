@@ -26,6 +26,8 @@ protected:
     QString built(const BuildPlan& plan);
     /// What the engine shows of a page.
     QImage drawn(const QUrl& source, int page, double longSide);
+    /// The same of a file that is not open yet; where it is locked, by "secret".
+    QImage drawn(const QString& path, int page, double longSide = 400);
 
     static PageItem page(const QUrl& source, int index, int turn = 0);
     static void add(BuildPlan& plan, const QUrl& source, const std::vector<int>& pages, int turn = 0);
@@ -39,7 +41,9 @@ private:
 
 /// A file as readable text, unpacked by qpdf.
 QByteArray plainText(const QString& path);
-/// What pdfimages lists.
-QString imagesIn(const QString& path);
+/// What pdfimages lists: a row an image.
+QStringList imagesIn(const QString& path);
+/// The first page as MuPDF shows it, a pixel a point.
+QImage drawnByMupdf(const QString& path);
 
 } // namespace folvane

@@ -1,9 +1,9 @@
 #include "engine/EngineTest.h"
 #include "pictures/jpegEncoding.h"
+#include "pictures/pictureFixtures.h"
 #include "support/similarity.h"
 #include "support/tools.h"
 
-#include <QBuffer>
 #include <QColor>
 #include <QFile>
 #include <QImage>
@@ -12,61 +12,26 @@
 
 namespace folvane {
 
-namespace {
-
-/// Red, green, blue and grey quarters, so that no turn and no mirror image looks like another.
-QImage quarters(QSize size, QImage::Format format = QImage::Format_RGB888)
-{
-    QImage image(size, QImage::Format_ARGB32);
-    QPainter painter(&image);
-    const int w = size.width() / 2;
-    const int h = size.height() / 2;
-    painter.fillRect(0, 0, w, h, Qt::red);
-    painter.fillRect(w, 0, w, h, Qt::green);
-    painter.fillRect(0, h, w, h, Qt::blue);
-    painter.fillRect(w, h, w, h, Qt::gray);
-    painter.end();
-    return image.convertToFormat(format);
-}
-
-QByteArray png(const QImage& image)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
-}
-
-/// A JPEG with an EXIF segment that holds nothing but the orientation.
-QByteArray orientedJpeg(const QImage& image, int orientation)
-{
-    QByteArray exif("Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0", 25);
-    exif += static_cast<char>(orientation);
-    exif += QByteArray("\0\0\0\0\0\0", 6);
-    const auto length = static_cast<char>(exif.size() + 2);
-    QByteArray jpeg = encodeJpeg(image, 95);
-    return jpeg.insert(2, QByteArray("\xff\xe1\0", 3) + length + exif);
-}
-
-} // namespace
-
 using PicturePagesTest = EngineTest;
 
 TEST_F(PicturePagesTest, HaveALongSideOf842PointsWhateverTheResolution)
 {
     for (const QSize size : {QSize(3000, 1500), QSize(100, 50)})
-        EXPECT_EQ(engine.displaySize(
-                      {opened(QStringLiteral("%1.png").arg(size.width()), png(quarters(size))), 0}, 0),
+        EXPECT_EQ(engine.displaySize({opened(QStringLiteral("%1.png").arg(size.width()),
+                                             encoded(fourFields(QImage::Format_RGB888, size), "png")),
+                                      0},
+                                     0),
                   QSizeF(842, 421));
-    EXPECT_EQ(engine.displaySize({opened("thin.png", png(quarters({2, 4000}))), 0}, 90), QSizeF(842, 1));
+    EXPECT_EQ(engine.displaySize(
+                  {opened("thin.png", encoded(fourFields(QImage::Format_RGB888, {2, 4000}), "png")), 0}, 90),
+              QSizeF(842, 1));
 }
 
 class Orientations : public EngineTest, public testing::WithParamInterface<int> {};
 
 TEST_P(Orientations, KeepTheBytesAndTurnThePage)
 {
-    const QByteArray jpeg = orientedJpeg(quarters({64, 32}), GetParam());
+    const QByteArray jpeg = withJpegExif(encodeJpeg(fourFields(), 95), exifBlock(GetParam(), true));
     const QUrl source = opened("photo.jpg", jpeg);
     const QString file = built(source, {0});
     EXPECT_EQ(faultsOf(file), QByteArray());
@@ -93,8 +58,8 @@ TEST_F(PicturePagesTest, TransparencyBecomesASoftMask)
     painter.fillRect(0, 0, 20, 20, QColor(255, 128, 0, 255));
     painter.fillRect(20, 0, 10, 20, QColor(0, 0, 255, 128));
     painter.end();
-    const QUrl source = opened("alpha.png", png(picture));
-    EXPECT_TRUE(imagesIn(built(source, {0})).contains("smask"));
+    const QUrl source = opened("alpha.png", encoded(picture, "png"));
+    EXPECT_EQ(imagesIn(built(source, {0})).filter("smask").size(), 1);
 
     const QImage page = drawn(source, 0, 400);
     for (const auto& [x, expected] : {std::pair(100, QColor(255, 128, 0)),
@@ -109,16 +74,16 @@ TEST_F(PicturePagesTest, TransparencyBecomesASoftMask)
 
 TEST_F(PicturePagesTest, OthersBecomeJpegAndGreyStaysGrey)
 {
-    const QImage colour = quarters({40, 30}), grey = quarters({40, 30}, QImage::Format_Grayscale8);
-    const QString coloured = imagesIn(built(opened("colour.png", png(colour)), {0}));
-    EXPECT_TRUE(coloured.contains("rgb") && coloured.contains("jpeg")) << qPrintable(coloured);
-    const QString plain = imagesIn(built(opened("grey.png", png(grey)), {0}));
-    EXPECT_TRUE(plain.contains("gray") && plain.contains("jpeg")) << qPrintable(plain);
+    for (const auto& [format, space] :
+         {std::pair(QImage::Format_RGB888, "rgb"), std::pair(QImage::Format_Grayscale8, "gray")}) {
+        const QUrl source = opened(QStringLiteral("%1.png").arg(space), encoded(fourFields(format), "png"));
+        EXPECT_EQ(imagesIn(built(source, {0})).filter(space).filter("jpeg").size(), 1) << space;
+    }
 }
 
 TEST_F(PicturePagesTest, BrokenPicturesAreUnreadable)
 {
-    const QByteArray jpeg = encodeJpeg(quarters({400, 300}), 90);
+    const QByteArray jpeg = encodeJpeg(fourFields(QImage::Format_RGB888, {400, 300}), 90);
     EXPECT_EQ(engine.open(write("headerOnly.jpg", jpeg.left(300))), OpenResult::unreadable());
     EXPECT_EQ(engine.open(write("words.png", "words")), OpenResult::unreadable());
     EXPECT_EQ(engine.open(write("pdf.jpg", "%PDF-1.4")), OpenResult::unreadable());

@@ -1,12 +1,10 @@
 // Sources that cannot be read for a while, and work that is stopped in the middle of reading them.
 
 #include "engine/EngineTest.h"
-#include "pictures/jpegEncoding.h"
+#include "pdf/madeImages.h"
 #include "platform/tasks/Cancelled.h"
 #include "support/madePdf.h"
 #include "support/readHook.h"
-
-#include <QImage>
 
 #include <cerrno>
 
@@ -14,23 +12,13 @@ namespace folvane {
 
 namespace {
 
-constexpr int someKilobytes = 300'000;
-
 /// One page with a large stream, so that reads happen while a copy is written.
 QByteArray longPage()
 {
     QByteArray text = "BT /F1 12 Tf 20 20 Td (Kept) Tj ET\n";
-    for (int i = 0; text.size() < someKilobytes; ++i)
+    for (int i = 0; text.size() < 300'000; ++i)
         text += QByteArray::number(i * 7919 % 300) + " 20 " + QByteArray::number(i % 97) + " 5 re f\n";
     return pdfOfPages({{text}});
-}
-
-QByteArray noisyPhoto()
-{
-    QImage image(900, 600, QImage::Format_RGB888);
-    for (qsizetype i = 0; i < image.sizeInBytes(); ++i)
-        image.bits()[i] = static_cast<uchar>(i * 7919 % 104'729);
-    return encodeJpeg(image, 90);
 }
 
 } // namespace
@@ -40,7 +28,7 @@ protected:
     void SetUp() override
     {
         add(pages, opened("long.pdf", longPage()), {0});
-        add(pages, opened("photo.jpg", noisyPhoto()), {0});
+        add(pages, opened("photo.jpg", pdf::madeJpeg({900, 600}, 3)), {0});
     }
 
     BuildPlan pages;
@@ -78,6 +66,7 @@ TEST_F(ReadingTest, AReadThatFailsNeverGivesATornCopyAndTheNextOneIsWhole)
 TEST_F(ReadingTest, AStopAtAnyReadEndsTheBuildAndNothingElse)
 {
     pages.password = "locked";
+    pages.quality = CompressionStep{400, 0.55, false};
     for (int stopping = 0;; ++stopping) {
         std::stop_source stop;
         const ReadHook hook([&stop, stopping](int read) {

@@ -11,8 +11,6 @@ namespace folvane {
 
 namespace {
 
-const QSize photo(900, 600);
-
 /// Pages that are shown turned, cut by a crop box off the origin, each with a photograph and a word.
 QByteArray album()
 {
@@ -27,7 +25,7 @@ QByteArray album()
     return pdfOfPages(pages, {},
                       {pdfStream("/Type /XObject /Subtype /Image /Width 900 /Height 600 /ColorSpace "
                                  "/DeviceRGB /BitsPerComponent 8 /Filter /DCTDecode",
-                                 pdf::jpegBytes(pdf::madePhoto(photo, 3), photo, 3))});
+                                 pdf::madeJpeg({900, 600}, 3))});
 }
 
 class SmallerBuilds : public EngineTest {
@@ -36,13 +34,6 @@ protected:
     {
         add(plan, opened(QStringLiteral("album.pdf"), album()), {0, 1, 2, 3});
         original = built(plan);
-    }
-
-    QImage drawn(const QString& path, int page)
-    {
-        const QUrl url = QUrl::fromLocalFile(path);
-        engine.open(url, QStringLiteral("secret"));
-        return EngineTest::drawn(url, page, 400);
     }
 
     BuildPlan plan;
@@ -54,17 +45,6 @@ const CompressionStep pictureStep{500, 0.5, true};
 
 } // namespace
 
-TEST_F(SmallerBuilds, KeepsTextAndLooksWhileItSavesBytes)
-{
-    plan.quality = smallStep;
-    const QString small = built(plan);
-    EXPECT_LT(QFileInfo(small).size(), QFileInfo(original).size() / 2);
-    EXPECT_EQ(faultsOf(small).toStdString(), "");
-    EXPECT_EQ(textOf(small), textOf(original));
-    for (int page = 0; page < 4; ++page)
-        EXPECT_LT(largestCellDifference(drawn(original, page), drawn(small, page)), 8) << page;
-}
-
 TEST_F(SmallerBuilds, TurnsPagesIntoPicturesAsTheyAreShown)
 {
     plan.quality = pictureStep;
@@ -72,30 +52,30 @@ TEST_F(SmallerBuilds, TurnsPagesIntoPicturesAsTheyAreShown)
     EXPECT_EQ(faultsOf(pictures).toStdString(), "");
     EXPECT_EQ(textOf(pictures).trimmed(), "");
     EXPECT_TRUE(runTool("pdfinfo", {pictures}).output.contains("Creator:         Folvane"));
-    const QString images = imagesIn(pictures);
-    EXPECT_EQ(images.count(" jpeg "), 4);
-    EXPECT_EQ(images.count(" 500 "), 4); // the long side of each
+    EXPECT_EQ(imagesIn(pictures).filter(" jpeg ").filter(" 500 ").size(), 4); // the long side of each
     engine.open(QUrl::fromLocalFile(pictures));
     for (int page = 0; page < 4; ++page) {
         EXPECT_EQ(engine.displaySize({QUrl::fromLocalFile(pictures), page}, 0),
                   engine.displaySize(plan.pages[static_cast<size_t>(page)].source, 0));
         EXPECT_LT(largestCellDifference(drawn(original, page), drawn(pictures, page)), 8) << page;
-        EXPECT_GT(similarity(drawn(original, page), drawn(pictures, page)), 0.8) << page;
+        EXPECT_LT(largestCellDifference(drawn(original, page), drawn(pictures, page), 40), 60) << page;
     }
 }
 
 // What one rung leaves for the next must neither show in it nor outlive a change of the pages.
 TEST_F(SmallerBuilds, TakesTheSamePicturesWhateverWasBuiltBefore)
 {
-    plan.quality = pictureStep;
-    const QString alone = built(plan);
-    plan.quality = CompressionStep{900, 0.6, true};
-    built(plan);
-    plan.quality = pictureStep;
-    const QString after = built(plan);
-    EXPECT_EQ(QFileInfo(after).size(), QFileInfo(alone).size());
-    for (int page = 0; page < 4; ++page)
-        EXPECT_EQ(drawn(after, page), drawn(alone, page)) << page;
+    for (const CompressionStep& step : {smallStep, pictureStep}) {
+        plan.quality = step;
+        const QString alone = built(plan);
+        plan.quality = CompressionStep{900, 0.6, step.pagesAsPictures};
+        EXPECT_GT(QFileInfo(built(plan)).size(), QFileInfo(alone).size());
+        plan.quality = step;
+        const QString after = built(plan);
+        EXPECT_EQ(QFileInfo(after).size(), QFileInfo(alone).size());
+        for (int page = 0; page < 4; ++page)
+            EXPECT_EQ(drawn(after, page), drawn(alone, page)) << page;
+    }
 
     plan.pages[0].turn = 90;
     const QString turned = built(plan);
@@ -112,9 +92,8 @@ TEST_F(SmallerBuilds, TakesPicturesInGreyOfPagesWithoutColour)
     const QString copy = built(mixed);
     mixed.quality = pictureStep;
     const QString pictures = built(mixed);
-    const QString images = imagesIn(pictures);
-    EXPECT_EQ(images.count(" gray "), 1);
-    EXPECT_EQ(images.count(" rgb "), 1);
+    EXPECT_EQ(imagesIn(pictures).filter(" gray ").size(), 1);
+    EXPECT_EQ(imagesIn(pictures).filter(" rgb ").size(), 1);
     for (int page = 0; page < 2; ++page)
         EXPECT_LT(largestCellDifference(drawn(copy, page), drawn(pictures, page)), 8) << page;
 }

@@ -302,24 +302,4 @@ TEST_F(Pictures, HostileDrawingsEnd)
     drawing(uses); // drawn or not, it comes back
 }
 
-TEST_F(Pictures, NoDamageCrashesThem)
-{
-    const QByteArray jpeg = withJpegExif(encodeJpeg(fourFields(), 90), exifBlock(3, false));
-    QList<QByteArray> files{withPngProfile(encoded(fourFields(), "png"), sample("swappedTable.icc")),
-                            withJpegProfile(jpeg, sample("greenInks.icc"))};
-    for (const char* name : {"fields.heic", "inks8.tif", "fields.gif"})
-        files.append(sample(name));
-    for (const char* format : {"tiff", "webp", "bmp"})
-        files.append(encoded(fourFields(), format));
-    for (const QByteArray& file : files) {
-        for (qsizetype i = 0; i < 60; ++i) {
-            QByteArray damaged = file;
-            char& byte = damaged[std::min(i < 40 ? i : (i * 7919) % file.size(), file.size() - 1)];
-            byte = char(byte ^ 0xA5);
-            const auto picture = decoded(damaged);
-            EXPECT_FALSE(picture && picture->image.isNull());
-        }
-    }
-}
-
 } // namespace folvane
