@@ -1,7 +1,7 @@
 """Compares a saved file with its source: what the copy must still have, and what it must have no more."""
 
 from collections import Counter
-from dataclasses import dataclass, replace
+from dataclasses import replace
 
 from corpusTools import outsideTools as tools
 from corpusTools.passwords import ONLY_ATTACHMENTS_LOCKED
@@ -12,29 +12,23 @@ AWAY_FROM_CATALOGUE = ("/Pages", "/Outlines", "/Names", "/Dests", "/Fields", "/S
 SHOWN = 3  # differing entries that a report quotes
 
 
-@dataclass(frozen=True)
-class Difference:
-    check: str
-    words: str
-
-
-def compare(source, saved, kept, folder, is_turned=False):
-    """The differences between a saved file and what it should be: the pages `kept` of the source, given as
-    0-based places in order."""
+def compare(source, count, saved, kept, folder, is_turned=False):
+    """The differences (check, words) between a saved file and what it should be: the pages `kept` of the source's
+    `count`, given as 0-based places in order."""
     copy = SeenFile(saved, source.password, folder)
     found = _words("qpdf --check", "new faults", copy.faults - source.faults)
     if copy.count != len(kept):
-        found.append(Difference("page count", f"{copy.count} instead of {len(kept)}"))
+        found.append(("page count", f"{copy.count} instead of {len(kept)}"))
     if model := source.turned if is_turned else source:
         found += _pages("text", model.texts, copy.texts, kept)
         drawn, renderer = model.pixels
         found += _pages("pixels", drawn, drawn and renderer(copy.plain), kept)
-    readable = source.reader and max(kept) < len(source.reader.pages)  # else qpdf cannot judge the source
+    readable = source.reader and len(source.reader.pages) == count  # else qpdf cannot judge the source
     if copy.reader and readable:
         found += _lists(source.reader, copy.reader, kept)
     if copy.reader:
         found += _remains(copy.reader)
-    if readable and len(kept) < len(source.reader.pages):
+    if readable and len(kept) < count:
         found += _leaks(source.streams, copy.streams, kept)
     return found + _locks(source, copy)
 
@@ -43,9 +37,9 @@ def _pages(check, before, after, kept):
     if before is None or max(kept) >= len(before):
         return []  # the tool does not read the source
     if after is None or len(after) != len(kept):
-        return [Difference(check, f"{len(after or [])} pages instead of {len(kept)}")]
+        return [(check, f"{len(after or [])} pages instead of {len(kept)}")]
     wrong = [new + 1 for new, old in enumerate(kept) if after[new] != before[old]]
-    return [Difference(check, f"differs on {len(wrong)} of {len(kept)} pages: {wrong[:8]}")] if wrong else []
+    return [(check, f"differs on {len(wrong)} of {len(kept)} pages: {wrong[:8]}")] if wrong else []
 
 
 def _lists(before, after, kept):
@@ -61,10 +55,10 @@ def _lists(before, after, kept):
     found += _listed("fields", [(field, places[page]) for field, page in before.fields() if page in places],
                      after.fields())
     if before.info() != after.info():
-        found.append(Difference("title and author", f"{after.info()} instead of {before.info()}"))
+        found.append(("title and author", f"{after.info()} instead of {before.info()}"))
     dead = len([link for link in after.links() if not link.target])
     if dead > sum(not link.target and link.place in kept for link in before.links()):
-        found.append(Difference("links", f"{dead} lead nowhere"))
+        found.append(("links", f"{dead} lead nowhere"))
     return found + _sequence("page labels", _labels(before, kept), after.labels())
 
 
@@ -93,7 +87,7 @@ def _labels(before, kept):
 
 
 def _words(check, words, found):
-    return [Difference(check, f"{len(found)} {words}: {sorted(found)[:SHOWN]}")] if found else []
+    return [(check, f"{len(found)} {words}: {sorted(found)[:SHOWN]}")] if found else []
 
 
 def _listed(check, wanted, got):
@@ -101,7 +95,7 @@ def _listed(check, wanted, got):
     lost, extra = Counter(wanted) - Counter(got), Counter(got) - Counter(wanted)
     words = [f"{sum(entries.values())} {name}, as {list(entries)[:SHOWN]}"
              for name, entries in (("lost", lost), ("too many", extra)) if entries]
-    return [Difference(check, "; ".join(words)[:600])] if words else []
+    return [(check, "; ".join(words)[:600])] if words else []
 
 
 def _sequence(check, wanted, got):
@@ -109,8 +103,8 @@ def _sequence(check, wanted, got):
         return []
     unlike = (at for at, (one, other) in enumerate(zip(wanted, got)) if one != other)
     first = next(unlike, min(len(wanted), len(got)))
-    return [Difference(check, f"{len(got)} instead of {len(wanted)}; first difference at {first}: "
-                              f"{got[first:first + 1]} instead of {wanted[first:first + 1]}"[:600])]
+    return [(check, f"{len(got)} instead of {len(wanted)}; first difference at {first}: "
+                    f"{got[first:first + 1]} instead of {wanted[first:first + 1]}"[:600])]
 
 
 def _remains(reader):
@@ -140,8 +134,8 @@ def _leaks(before, after, kept):
 
 def _locks(source, copy):
     if not source.password or source.path.name in ONLY_ATTACHMENTS_LOCKED:
-        return [Difference("password", "the copy asks for one")] if copy.is_locked else []
+        return [("password", "the copy asks for one")] if copy.is_locked else []
     faults = {"the copy opens without": not copy.is_locked,
               "the copy does not open with the source's": not copy.count,
               "the copy opens with another": tools.qpdf_count(copy.path, f"not {source.password}")}
-    return [Difference("password", words) for words, holds in faults.items() if holds]
+    return [("password", words) for words, holds in faults.items() if holds]

@@ -5,6 +5,7 @@ import os
 import resource
 import select
 import subprocess
+import sys
 import tempfile
 import time
 from functools import partial
@@ -19,6 +20,11 @@ ADDRESS_SPACE = 8 << 30  # a backstop only: the thread stacks and the font cache
 def add_driver_options(parser):
     parser.add_argument("--driver", default=DEFAULT_DRIVER, type=Path)
     parser.add_argument("--sanitized", action="store_true", help="for a driver built with sanitizers")
+
+
+def pdfs_below(folder):
+    """At least one, in order."""
+    return sorted(folder.rglob("*.pdf")) or sys.exit(f"No PDF files below {folder}.")
 
 
 def room(options, seconds):
