@@ -1,6 +1,5 @@
 #include "engine/BookFixture.h"
 #include "engine/EngineTest.h"
-#include "engine/outsideView.h"
 #include "support/madePdf.h"
 #include "support/tools.h"
 
@@ -9,6 +8,22 @@
 #include <QJsonArray>
 
 namespace folvane {
+
+namespace {
+
+/// What leads to the pages of a document, as MuPDF finds it, pages counted from 1: "link" lists "from>to", page by page;
+/// "bookmark" "title@page", indented by their level, "?" for no page; "field" "name@page=value" of each widget, sorted.
+QMap<QString, QStringList> outsideView(const QString& path)
+{
+    QMap<QString, QStringList> view;
+    const QString said = QString::fromUtf8(runTool("mutool", {"run", FOLVANE_OUTSIDE_VIEW, path}).output);
+    for (const QString& line : said.split(u'\n', Qt::SkipEmptyParts))
+        view[line.section(u' ', 0, 0)] << line.section(u' ', 1);
+    view["field"].sort();
+    return view;
+}
+
+} // namespace
 
 struct CopyCase {
     const char* name;
@@ -30,11 +45,10 @@ TEST_P(Copies, KeepWhatLeadsToTheirPages)
         add(plan, source, pages);
     }
     const QString copy = built(plan);
-    const OutsideView view(copy);
     EXPECT_EQ(faultsOf(copy), QByteArray());
-    EXPECT_EQ(view.links, row.links);
-    EXPECT_EQ(view.bookmarks, row.bookmarks);
-    EXPECT_EQ(view.fields, row.fields);
+    EXPECT_EQ(outsideView(copy)["link"], row.links);
+    EXPECT_EQ(outsideView(copy)["bookmark"], row.bookmarks);
+    EXPECT_EQ(outsideView(copy)["field"], row.fields);
     EXPECT_EQ(plainText(copy).count("/Type /Page\n"), qsizetype(plan.pages.size()));
 }
 
@@ -47,16 +61,10 @@ const CopyCase copies[] = {
      {"1>2", "1>3", "3>1"},
      {"One@1", " Two@2", "Three@3"},
      {"name@1=A", "name@3=A", "signature@2="}},
-    {"Reversed",
-     {{2, 1, 0}},
-     {"1>3", "3>2", "3>1"},
-     {"One@3", " Two@2", "Three@1"},
-     {"name@1=A", "name@3=A", "signature@2="}},
     {"First", {{0}}, {}, {"One@1"}, {"name@1=A"}},
     {"HeadingStaysForWhatIsBelow", {{1}}, {}, {"One@?", " Two@1"}, {"signature@1="}},
     {"EverySecond", {{0, 2}}, {"1>2", "2>1"}, {"One@1", "Three@2"}, {"name@1=A", "name@2=A"}},
     // The second copy of a page is a page of its own: its field has another name, its link leads to the first.
-    {"Twice", {{0, 0}}, {}, {"One@1"}, {"name+1@2=A", "name@1=A"}},
     {"AllTwice",
      {{0, 1, 2, 0, 1, 2}},
      {"1>2", "1>3", "3>1", "4>2", "4>3", "6>1"},
@@ -68,11 +76,6 @@ const CopyCase copies[] = {
      {"1>2", "1>3", "3>1", "4>5", "4>6", "6>4"},
      {"One@1", " Two@2", "Three@3", "One@4", " Two@5", "Three@6"},
      twiceInFields},
-    {"WithoutAPageInTheSecond",
-     {{0, 1, 2}, {0, 2}},
-     {"1>2", "1>3", "3>1", "4>5", "5>4"},
-     {"One@1", " Two@2", "Three@3", "One@4", "Three@5"},
-     {"name+1@4=A", "name+1@5=A", "name@1=A", "name@3=A", "signature@2="}},
     {"WithoutAPageInTheFirst",
      {{0, 1}, {2, 1, 0}},
      {"1>2", "3>5", "5>4", "5>3"},
@@ -138,13 +141,11 @@ TEST_F(CopyingTest, MergedBooksStayApart)
     add(plan, opened("a.pdf", book("A")), {0, 1, 2});
     add(plan, opened("b.pdf", book("B")), {0, 1, 2});
     const QString merged = built(plan);
-    const OutsideView view(merged);
     EXPECT_EQ(faultsOf(merged), QByteArray());
-    EXPECT_EQ(view.links, QStringList({"1>2", "1>3", "3>1", "4>5", "4>6", "6>4"}))
+    EXPECT_EQ(outsideView(merged)["link"], QStringList({"1>2", "1>3", "3>1", "4>5", "4>6", "6>4"}))
         << "each name leads into its own book";
-    EXPECT_EQ(view.bookmarks, QStringList({"One@1", " Two@2", "Three@3", "One@4", " Two@5", "Three@6"}));
-    EXPECT_EQ(view.fields, QStringList({"name+1@4=B", "name+1@6=B", "name@1=A", "name@3=A",
-                                        "signature+1@5=", "signature@2="}));
+    EXPECT_EQ(outsideView(merged)["field"], QStringList({"name+1@4=B", "name+1@6=B", "name@1=A", "name@3=A",
+                                                         "signature+1@5=", "signature@2="}));
     const QByteArray plain = plainText(merged);
     EXPECT_EQ(plain.count("/Type /OutputIntent"), 1) << "the same condition once";
     for (const char* left : {"/StructTreeRoot", "/Info", "/Title (The"})
@@ -153,19 +154,14 @@ TEST_F(CopyingTest, MergedBooksStayApart)
 
 TEST_F(CopyingTest, PagesKeepTheirLabels)
 {
-    const auto labels = [](const QString& path) {
-        QStringList lines;
-        for (const QJsonValue& label : qpdfJson(path, "pagelabels").toArray()) {
-            const QJsonObject entry = label["label"].toObject();
-            lines << QString::number(label["index"].toInt()) + ':' + entry["/S"].toString()
-                         + QString::number(entry["/St"].toInt(1));
-        }
-        return lines;
-    };
     const QUrl source = opened("a.pdf", book("A"));
-    EXPECT_EQ(labels(built(source, {0, 1, 2})), QStringList({"0:/r1", "2:/D1"}));
-    EXPECT_EQ(labels(built(source, {1, 2})), QStringList({"0:/r2", "1:/D1"}));
-    EXPECT_EQ(labels(built(source, {2, 1, 0})), QStringList({"0:/D1", "1:/r2", "2:/r1"}));
+    for (const auto& [pages, labels] :
+         {std::pair(std::vector<int>{0, 1, 2}, "0 << /S /r >> 2 << /S /D >>"),
+          std::pair(std::vector<int>{1, 2}, "0 << /S /r /St 2 >> 1 << /S /D >>"),
+          std::pair(std::vector<int>{2, 1, 0}, "0 << /S /D >> 1 << /S /r /St 2 >> 2 << /S /r >>")})
+        EXPECT_TRUE(
+            plainText(built(source, pages)).simplified().contains(QByteArray("/Nums [ ") + labels + " ]"))
+            << labels;
 }
 
 TEST_F(CopyingTest, TheSourceIsTheSameForTheNextBuild)
@@ -196,7 +192,7 @@ QByteArray linkTo(const QByteArray& destination)
 TEST_F(CopyingTest, PageNumbersAndDictionariesFollowThePage)
 {
     const auto linksOfTurned = [this](const QString& name, const QByteArray& file) {
-        return OutsideView(built(opened(name, file), {1, 0})).links;
+        return outsideView(built(opened(name, file), {1, 0}))["link"];
     };
     EXPECT_EQ(linksOfTurned("number.pdf", twoPages({}, "/Annots [" + linkTo("[1 /Fit]") + "]")),
               QStringList("2>1"));
@@ -212,7 +208,7 @@ TEST_F(CopyingTest, DeadTargetsDoNotComeToLifeInAnotherDocument)
     BuildPlan plan;
     add(plan, dead, {0, 1});
     add(plan, opened("a.pdf", book("A")), {0, 1, 2});
-    EXPECT_EQ(OutsideView(built(plan)).links, QStringList({"1>1", "3>4", "3>5", "5>3"}))
+    EXPECT_EQ(outsideView(built(plan))["link"], QStringList({"1>1", "3>4", "3>5", "5>3"}))
         << "what leads to no page MuPDF takes for the first";
 }
 
@@ -227,7 +223,7 @@ TEST_F(CopyingTest, NamesKeepTheirBytesHoweverMany)
     const QByteArray links =
         "/Annots [" + linkTo("<ff1000fe>") + linkTo("<ff1299fe>") + linkTo(longest) + "]";
     const QUrl source = opened("names.pdf", twoPages(tree, links));
-    EXPECT_EQ(OutsideView(built(source, {0, 1})).links, QStringList({"1>2", "1>2", "1>2"}));
+    EXPECT_EQ(outsideView(built(source, {0, 1}))["link"], QStringList({"1>2", "1>2", "1>2"}));
 }
 
 TEST_F(CopyingTest, AWidgetWithKidsOnALeftOutPageStays)

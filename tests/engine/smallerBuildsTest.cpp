@@ -110,10 +110,12 @@ TEST_F(SmallerBuilds, ProtectsPicturesOfPages)
 
 TEST_F(SmallerBuilds, FailsForAMissingPageAndEndsWhenStopped)
 {
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_THROW(engine.build(plan, stop.get_token()), Cancelled);
+    EXPECT_THROW(engine.pictures(plan, 72, true, stop.get_token()), Cancelled);
     for (const CompressionStep& step : {smallStep, pictureStep}) {
         plan.quality = step;
-        std::stop_source stop;
-        stop.request_stop();
         EXPECT_THROW(engine.build(plan, stop.get_token()), Cancelled);
         BuildPlan broken = plan;
         broken.pages[2].source.index = 9;

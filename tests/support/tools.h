@@ -1,8 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
@@ -39,14 +37,6 @@ inline QByteArray faultsOf(const QString& path, const QStringList& options = {})
     return result.exitCode == 0
                ? QByteArray()
                : "exit " + QByteArray::number(result.exitCode) + ": " + result.output + result.errors;
-}
-
-/// One part of what qpdf tells of a file, such as "outlines", "acroform", "pages" or "pagelabels".
-inline QJsonValue qpdfJson(const QString& path, const QString& key)
-{
-    const ToolResult result = runTool(
-        QStringLiteral("qpdf"), {QStringLiteral("--json=2"), QStringLiteral("--json-key=") + key, path});
-    return QJsonDocument::fromJson(result.output).object().value(key);
 }
 
 } // namespace folvane
