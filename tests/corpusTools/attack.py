@@ -14,12 +14,6 @@ PATIENCE = 1.5  # times as long, before a driver that is too slow is ended
 
 
 @dataclass
-class Finding:
-    kind: str  # Crash, Slow or Memory
-    words: str
-
-
-@dataclass
 class Attack:
     """How one case went."""
     case: str
@@ -27,7 +21,8 @@ class Attack:
     slowest_picture: float = 0.0
     slowest_other: float = 0.0
     peak: int = 0
-    finding: Finding = None
+    finding: str = ""  # Crash, Slow or Memory
+    words: str = ""  # of the finding
     has_ended: bool = False  # the process
 
 
@@ -42,11 +37,11 @@ def attack(driver, path, password, good, folder, has_limits=True):
             _ask_all(driver, result, list(_requests(path, answers, good, folder)), has_limits)
         result.peak = driver.peak()
     except DriverTooSlow as failure:
-        result.finding, result.has_ended = Finding("Slow", str(failure)), True
+        result.finding, result.words, result.has_ended = "Slow", str(failure), True
     except DriverFailed as failure:
-        result.finding, result.has_ended = Finding("Crash", str(failure)), True
+        result.finding, result.words, result.has_ended = "Crash", str(failure), True
     if has_limits and result.peak > MEMORY and not result.finding:
-        result.finding = Finding("Memory", f"peak of {result.peak >> 20} MiB")
+        result.finding, result.words = "Memory", f"peak of {result.peak >> 20} MiB"
     return result
 
 
@@ -89,4 +84,4 @@ def _note(result, verb, answer, took, is_slow):
     else:
         result.slowest_other = max(result.slowest_other, took)
     if is_slow and not result.finding:
-        result.finding = Finding("Slow", f"{verb}: {took:.0f} s")
+        result.finding, result.words = "Slow", f"{verb}: {took:.0f} s"

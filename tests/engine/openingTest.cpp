@@ -97,19 +97,6 @@ const LockCase locks[] = {{"Rc4Of40Bits", {"user", "owner", "40"}, "user", "othe
 INSTANTIATE_TEST_SUITE_P(Rows, Locks, testing::ValuesIn(locks),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(OpeningTest, ALegacyFileTakesThePasswordInItsOwnEncoding)
-{
-    write("plain.pdf", book("A"));
-    const QString latin = QString::fromLatin1("p\xe4ss");
-    // arguments of a process are UTF-8 here, so these come from a file
-    write("password", "--encrypt\np\xe4ss\nowner\n128\n--use-aes=n\n--\n");
-    ASSERT_EQ(runTool("qpdf", {"--allow-weak-crypto", "--password-mode=bytes", "@" + path("password"),
-                               path("plain.pdf"), path("locked.pdf")})
-                  .exitCode,
-              0);
-    EXPECT_EQ(engine.open(QUrl::fromLocalFile(path("locked.pdf")), latin), OpenResult::opened(3));
-}
-
 TEST_F(OpeningTest, ACopyIsLockedByItsPasswordAndNoOther)
 {
     BuildPlan plan;

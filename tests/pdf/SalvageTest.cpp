@@ -187,7 +187,6 @@ const TreeCase trees[] = {
     {"Sound", catalogue + twoPages + four + three},
     {"NoCatalogue", twoPages + four + three},
     {"NoRoot", catalogue + four + three, {4, 3}},
-    {"NeitherCatalogueNorRoot", four + three, {4, 3}},
     {"LoosePages", page(4, "") + page(3, ""), {4, 3}},
     {"LostPage", catalogue + twoPages + four, {4}},
     {"WrongCount", catalogue + pages(2, "3 0 R") + three, {3}},
@@ -237,8 +236,6 @@ const TreeCase trees[] = {
      {3}},
     {"Nothing", "", {}},
     {"Garbage", QByteArray(100000, '\x9c'), {}},
-    {"OnlyAHeader", "%PDF-1.7\n", {}},
-    {"CatalogueAlone", catalogue, {}},
     {"NoPageSurvives", catalogue + twoPages, {}}};
 
 INSTANTIATE_TEST_SUITE_P(Rows, SalvageOfTrees, testing::ValuesIn(trees),

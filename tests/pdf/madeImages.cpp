@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <random>
 
 namespace folvane::pdf {
 
@@ -22,28 +23,20 @@ double shade(double u, double v, int channel)
     }
 }
 
-/// -0.5 to 0.5, the same at every call.
-double noise(int x, int y, int channel)
-{
-    auto state = static_cast<uint32_t>(x) * 73856093U ^ static_cast<uint32_t>(y) * 19349663U
-                 ^ (static_cast<uint32_t>(channel + 1) * 83492791U);
-    state = (state ^ (state >> 13)) * 1274126177U;
-    return static_cast<double>((state >> 16) & 255) / 255 - 0.5;
-}
-
 } // namespace
 
 QByteArray madePhoto(QSize size, int channels, int bits)
 {
     const int most = (1 << bits) - 1;
-    const double grain = bits == 1 ? 0.9 : 0.08;
+    const double grain = (bits == 1 ? 0.9 : 0.08) / std::minstd_rand::max();
+    std::minstd_rand noise(7);
     QByteArray bytes;
     for (int y = 0; y < size.height(); ++y) {
         int unused = 0; // bits of the last byte
         for (int i = 0; i < size.width() * channels; ++i) {
             const int x = i / channels, c = i % channels;
-            const double value =
-                shade(double(x) / size.width(), double(y) / size.height(), c) + grain * noise(x, y, c);
+            const double value = shade(double(x) / size.width(), double(y) / size.height(), c)
+                                 + grain * (noise() - std::minstd_rand::max() / 2.0);
             const auto sample = static_cast<int>(std::lround(std::clamp(value, 0.0, 1.0) * most));
             for (int bit = bits - 1; bit >= 0; --bit) {
                 if (unused == 0)

@@ -34,7 +34,7 @@ QByteArray pdfStream(const QByteArray& entries, const QByteArray& data)
 }
 
 QByteArray pdfOfPages(const QList<MadePage>& pages, const QByteArray& catalogue,
-                      const QList<QByteArray>& more)
+                      const QList<QByteArray>& more, const QByteArray& trailer)
 {
     QByteArray kids;
     QList<QByteArray> dictionaries, contents;
@@ -48,7 +48,8 @@ QByteArray pdfOfPages(const QList<MadePage>& pages, const QByteArray& catalogue,
                             + " /MediaBox [0 0 600 800] /Resources << /Font << /F1 << /Type /Font /Subtype "
                               "/Type1 /BaseFont /Helvetica >> >> >> >>";
     return pdfOfObjects(QList<QByteArray>{"<< /Type /Catalog /Pages 2 0 R " + catalogue + " >>", tree}
-                        + dictionaries + contents + more);
+                            + dictionaries + contents + more,
+                        trailer);
 }
 
 QByteArray shownText(const QByteArray& words)

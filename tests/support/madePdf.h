@@ -16,9 +16,9 @@ struct MadePage {
 };
 
 /// A document of pages: object 1 is the catalogue, 2 the page tree, from 3 on stand the pages, then their contents in
-/// the same order, then `more`. `catalogue` adds entries there.
+/// the same order, then `more`. `catalogue` and `trailer` add entries there.
 QByteArray pdfOfPages(const QList<MadePage>& pages, const QByteArray& catalogue = {},
-                      const QList<QByteArray>& more = {});
+                      const QList<QByteArray>& more = {}, const QByteArray& trailer = {});
 /// Operators that show a line of text near the top of a page.
 QByteArray shownText(const QByteArray& words);
 /// Pages that say "name-1", "name-2" and so on.
