@@ -162,10 +162,14 @@ TEST_F(CopyingTest, PagesKeepTheirLabels)
 TEST_F(CopyingTest, TheSourceIsTheSameForTheNextBuild)
 {
     const QUrl source = opened("a.pdf", book("A"));
-    const QString before = built(source, {0, 1, 2});
+    const auto whole = [&] {
+        const QByteArray plain = plainText(built(source, {0, 1, 2}));
+        return plain.left(plain.lastIndexOf("/ID [")); // which is made of the time
+    };
+    const QByteArray before = whole();
     built(source, {1});
     built(source, {0, 0}, 90);
-    EXPECT_EQ(plainText(before), plainText(built(source, {0, 1, 2})));
+    EXPECT_EQ(before, whole());
 }
 
 namespace {
