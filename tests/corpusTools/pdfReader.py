@@ -11,7 +11,6 @@ from corpusTools.outsideTools import run
 
 DEPTH = 100  # of names and references; more is a loop
 REFERENCE = re.compile(r"\d+ \d+ R")
-VIEW_NUMBERS = {"/XYZ": 3, "/FitH": 1, "/FitV": 1, "/FitBH": 1, "/FitBV": 1, "/FitR": 4}
 TOLD_BY_INFO = ("/Title", "/Author", "/Subject", "/Keywords")
 
 
@@ -172,13 +171,7 @@ class PdfReader:
             return None
         page = destination[0]
         place = page if isinstance(page, int) and page < len(self.pages) else self._place.get(page)
-        return None if place is None else Target(place, self._view(self._told(destination[1:]) or ["/Fit"]))
-
-    @staticmethod
-    def _view(told):
-        """The view in words; numbers left out read as null."""
-        missing = VIEW_NUMBERS.get(told[0], 0) + 1 - len(told)
-        return " ".join(str(part) for part in told + [None] * missing)
+        return None if place is None else Target(place, str(self._told(destination[1:])))
 
     def _tree(self, root):
         """What is in a name tree."""

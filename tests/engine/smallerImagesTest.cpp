@@ -141,8 +141,8 @@ const Coding plain{"", [](int c, int bits) { return madePhoto(photo, c, bits); }
 const Coding flated{"/FlateDecode", [](int c, int bits) { return deflatedBytes(madePhoto(photo, c, bits)); }};
 const Coding blackened{"/FlateDecode", [](int, int) { return deflatedBytes(blackenedPhoto()); }};
 const Coding tooFewRows{"/FlateDecode",
-                        [](int, int) { return deflatedBytes(madePhoto(photo, 3).left(480 * 3 * 200)); }};
-const Coding flat{"", [](int, int) { return QByteArray(480 * 320 * 3, 'b'); }}; // which the writer deflates
+                        [](int, int) { return deflatedBytes(madePhoto(photo, 3).left(480LL * 3 * 200)); }};
+const Coding flat{"", [](int, int) { return QByteArray(480LL * 320 * 3, 'b'); }}; // which the writer deflates
 const Coding hexOfFlate{"[/ASCIIHexDecode /FlateDecode]", [](int c, int bits) {
                             return deflatedBytes(madePhoto(photo, c, bits)).toHex() + '>';
                         }};

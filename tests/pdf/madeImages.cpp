@@ -36,7 +36,7 @@ QByteArray madePhoto(QSize size, int channels, int bits)
         for (int i = 0; i < size.width() * channels; ++i) {
             const int x = i / channels, c = i % channels;
             const double value = shade(double(x) / size.width(), double(y) / size.height(), c)
-                                 + grain * (noise() - std::minstd_rand::max() / 2.0);
+                                 + grain * (double(noise()) - std::minstd_rand::max() / 2.0);
             const auto sample = static_cast<int>(std::lround(std::clamp(value, 0.0, 1.0) * most));
             for (int bit = bits - 1; bit >= 0; --bit) {
                 if (unused == 0)

@@ -19,9 +19,9 @@ TEST_P(Scaling, AveragesTheAreaOfEachNewPixel)
     const ScalingCase& row = GetParam();
     AreaScaler scaler(row.from, row.to, row.channels);
     for (int y = 0; y < row.from.height(); ++y) {
-        const uint8_t* samples = row.samples.data() + y * row.from.width() * row.channels;
-        row.opacity.empty() ? scaler.addRow(samples)
-                            : scaler.addRow(samples, row.opacity.data() + y * row.from.width());
+        const qsizetype at = qsizetype(y) * row.from.width();
+        const uint8_t* samples = row.samples.data() + at * row.channels;
+        row.opacity.empty() ? scaler.addRow(samples) : scaler.addRow(samples, row.opacity.data() + at);
     }
     EXPECT_EQ(scaler.take().bytes, row.want);
 }
