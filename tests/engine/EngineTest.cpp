@@ -78,4 +78,14 @@ QImage drawnByMupdf(const QString& path)
         runTool("mutool", {"draw", "-r", "72", "-F", "png", "-o", "-", path, "1"}).output);
 }
 
+QMap<QString, QStringList> outsideView(const QString& path)
+{
+    QMap<QString, QStringList> view;
+    const QString said = QString::fromUtf8(runTool("mutool", {"run", FOLVANE_OUTSIDE_VIEW, path}).output);
+    for (const QString& line : said.split(u'\n', Qt::SkipEmptyParts))
+        view[line.section(u' ', 0, 0)] << line.section(u' ', 1);
+    view["field"].sort();
+    return view;
+}
+
 } // namespace folvane

@@ -4,6 +4,8 @@
 #include "engine/EngineError.h"
 
 #include <QByteArray>
+#include <QMap>
+#include <QStringList>
 #include <QTemporaryDir>
 #include <QUrl>
 
@@ -43,6 +45,9 @@ private:
 QByteArray plainText(const QString& path);
 /// What pdfimages lists: a row an image.
 QStringList imagesIn(const QString& path);
+/// What leads to the pages of a document, as MuPDF finds it, pages counted from 1: "link" lists "from>to", page by page;
+/// "bookmark" "title@page", indented by their level, "?" for no page; "field" "name@page=value" of each widget, sorted.
+QMap<QString, QStringList> outsideView(const QString& path);
 /// The first page as MuPDF shows it, a pixel a point.
 QImage drawnByMupdf(const QString& path);
 

@@ -9,22 +9,6 @@
 
 namespace folvane {
 
-namespace {
-
-/// What leads to the pages of a document, as MuPDF finds it, pages counted from 1: "link" lists "from>to", page by page;
-/// "bookmark" "title@page", indented by their level, "?" for no page; "field" "name@page=value" of each widget, sorted.
-QMap<QString, QStringList> outsideView(const QString& path)
-{
-    QMap<QString, QStringList> view;
-    const QString said = QString::fromUtf8(runTool("mutool", {"run", FOLVANE_OUTSIDE_VIEW, path}).output);
-    for (const QString& line : said.split(u'\n', Qt::SkipEmptyParts))
-        view[line.section(u' ', 0, 0)] << line.section(u' ', 1);
-    view["field"].sort();
-    return view;
-}
-
-} // namespace
-
 struct CopyCase {
     const char* name;
     std::vector<std::vector<int>> documents; ///< pages of the book, each list a document of its own

@@ -1,5 +1,4 @@
 #include "engine/EngineTest.h"
-#include "engine/outsideView.h"
 #include "support/madePdf.h"
 #include "support/tools.h"
 
@@ -154,9 +153,8 @@ TEST_F(Stamps, MakeOnlyTheirPagesFlat)
 {
     const QUrl source = opened("page.pdf", pageWithAll(0, 1));
     const QString flat = built(stamped(plan(source, 0)));
-    const OutsideView view(flat);
-    EXPECT_EQ(view.links, QStringList({"1>2", "2>1"}));
-    EXPECT_TRUE(view.fields.isEmpty());
+    EXPECT_EQ(outsideView(flat)["link"], QStringList({"1>2", "2>1"}));
+    EXPECT_TRUE(outsideView(flat)["field"].isEmpty());
     const QByteArray text = plainText(flat);
     EXPECT_FALSE(text.contains("/Widget") || text.contains("/AcroForm") || text.contains("/Square"));
     EXPECT_TRUE(text.contains("(Tagged)") && !text.contains("(Flat)"));
@@ -173,11 +171,11 @@ TEST_F(Stamps, AreInTheFileOnceWithTheirOwnJpeg)
     plan.stampFiles = {{placement.stampID, QUrl::fromLocalFile(path("stamp.png"))}};
     const QString stamped = built(plan);
     EXPECT_EQ(plainText(stamped).count("/Subtype /Image"), 2) << "the colours and their mask";
-    EXPECT_TRUE(imagesIn(stamped).contains("200   100  rgb     3   8  jpeg"));
+    EXPECT_TRUE(imagesIn(stamped)[0].contains("200   100  rgb     3   8  jpeg"));
     plan.pages[0].stamps[0].width = 0.05; // 30 points at 100 dpi
     plan.quality = CompressionStep{1000, 0.5, false};
     const QString small = built(plan);
-    EXPECT_TRUE(imagesIn(small).contains("42    21  rgb     3   8  jpeg"));
+    EXPECT_TRUE(imagesIn(small)[0].contains("42    21  rgb     3   8  jpeg"));
     EXPECT_EQ(plainText(small).count("/Subtype /Image"), 4);
     plan.stampFiles.clear();
     EXPECT_EQ(plainText(built(plan)).count("/Subtype /Image"), 0) << "flat, with nothing on it";

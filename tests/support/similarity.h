@@ -16,9 +16,16 @@ inline int largestCellDifference(const QImage& first, const QImage& second, int 
         return 255;
     const auto averaged = [cells](const QImage& image) {
         return image.convertToFormat(QImage::Format_RGB32)
-            .scaled(cells, cells, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+            .scaled(cells, cells, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+            .convertToFormat(QImage::Format_RGB888);
     };
-    return std::ranges::max(detail::differences(averaged(first), averaged(second)));
+    const QImage a = averaged(first), b = averaged(second);
+    int most = 0;
+    for (int y = 0; y < cells; ++y) {
+        for (int x = 0; x < 3 * cells; ++x)
+            most = std::max(most, std::abs(a.constScanLine(y)[x] - b.constScanLine(y)[x]));
+    }
+    return most;
 }
 
 } // namespace folvane
