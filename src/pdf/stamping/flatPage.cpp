@@ -64,27 +64,30 @@ private:
     int m_last = 0;
 };
 
-/// A field whose value nobody has drawn yet.
-void drawValue(QPDFObjectHandle widget)
+/// The document says that the values in its fields are not drawn, or not as they are now.
+bool hasStaleFields(QPDF& document)
 {
-    QPDFAnnotationObjectHelper annotation(widget);
-    if (annotation.getAppearanceStream("/N").isNull())
-        QPDFFormFieldObjectHelper(widget).generateAppearance(annotation);
+    QPDFObjectHandle stale = document.getRoot().getKey("/AcroForm").getKeyIfDict("/NeedAppearances");
+    return stale.isBool() && stale.getBoolValue();
+}
+
+bool isSeen(QPDFAnnotationObjectHelper& annotation)
+{
+    return (annotation.getFlags() & (an_invisible | an_hidden | an_no_view)) == 0;
 }
 
 /// As it looks on the screen; empty for one that is not seen there.
-std::string drawn(QPDFObjectHandle annotation, int rotation, Resources& resources)
+std::string drawn(QPDFAnnotationObjectHelper& annotation, int rotation, Resources& resources)
 {
-    QPDFAnnotationObjectHelper helper(annotation);
-    QPDFObjectHandle appearance = helper.getAppearanceStream("/N");
-    if (!appearance.isStream() || helper.getSubtype() == "/Popup")
+    QPDFObjectHandle appearance = annotation.getAppearanceStream("/N");
+    if (!appearance.isStream() || !isSeen(annotation))
         return {};
     const std::string name = resources.add("/XObject", appearance);
-    const std::string content =
-        helper.getPageContentForAppearance(name, rotation, 0, an_invisible | an_hidden | an_no_view);
-    if (content.empty() || !annotation.hasKey("/OC"))
+    const std::string content = annotation.getPageContentForAppearance(name, rotation);
+    QPDFObjectHandle layer = annotation.getObjectHandle().getKey("/OC");
+    if (content.empty() || layer.isNull())
         return content;
-    return "/OC " + resources.add("/Properties", annotation.getKey("/OC")) + " BDC\n" + content + "EMC\n";
+    return "/OC " + resources.add("/Properties", layer) + " BDC\n" + content + "EMC\n";
 }
 
 QPDFObjectHandle movedPoints(QPDFObjectHandle points, const QTransform& upright)
@@ -99,22 +102,65 @@ QPDFObjectHandle movedPoints(QPDFObjectHandle points, const QTransform& upright)
     return QPDFObjectHandle::newArray(moved);
 }
 
-void moveLink(QPDFObjectHandle link, const QTransform& upright)
+void move(QPDFObjectHandle annotation, const QTransform& upright)
 {
-    if (QPDFObjectHandle rect = link.getKey("/Rect"); rect.isRectangle()) {
+    if (QPDFObjectHandle rect = annotation.getKey("/Rect"); rect.isRectangle()) {
         const QPDFObjectHandle::Rectangle old = rect.getArrayAsRectangle();
-        link.replaceKey(
-            "/Rect", arrayOf(upright.mapRect(QRectF(QPointF(old.llx, old.lly), QPointF(old.urx, old.ury)))));
+        const QRectF box(QPointF(old.llx, old.lly), QPointF(old.urx, old.ury));
+        annotation.replaceKey("/Rect", arrayOf(upright.mapRect(box)));
     }
-    if (link.getKey("/QuadPoints").isArray())
-        link.replaceKey("/QuadPoints", movedPoints(link.getKey("/QuadPoints"), upright));
+    for (const char* points : {"/QuadPoints", "/L", "/Vertices", "/CL"})
+        if (annotation.getKey(points).isArray())
+            annotation.replaceKey(points, movedPoints(annotation.getKey(points), upright));
+    QPDFObjectHandle strokes = annotation.getKey("/InkList");
+    for (int i = 0; strokes.isArray() && i < strokes.getArrayNItems(); ++i)
+        if (strokes.getArrayItem(i).isArray())
+            strokes.setArrayItem(i, movedPoints(strokes.getArrayItem(i), upright));
+    annotation.removeKey("/Popup");
 }
 
-std::string nameOf(QPDFObjectHandle dictionary, const std::string& key)
-{
-    QPDFObjectHandle value = dictionary.getKeyIfDict(key);
-    return value.isName() ? value.getName() : std::string();
-}
+/// What becomes of the annotations of a page.
+struct Annotations {
+    QTransform upright;
+    int rotation;
+    bool areFieldsStale;
+    QPDFObjectHandle pageResources;          ///< with which appearances draw that lack some of their own
+    std::vector<QPDFObjectHandle> live = {}; ///< links, and what nobody has drawn: viewers go on drawing that
+    std::vector<QPDFObjectHandle> widgets = {};
+
+    void lendResources(QPDFObjectHandle appearance)
+    {
+        if (!appearance.isStream() || !pageResources.isDictionary())
+            return;
+        QPDFObjectHandle own = appearance.getDict().getKey("/Resources");
+        QPDFObjectHandle all = own.isDictionary() ? own.shallowCopy() : QPDFObjectHandle::newDictionary();
+        for (const std::string& kind : pageResources.getKeys())
+            if (!all.hasKey(kind))
+                all.replaceKey(kind, pageResources.getKey(kind));
+        appearance.getDict().replaceKey("/Resources", all);
+    }
+
+    /// What is drawn of it from now on.
+    std::string take(QPDFObjectHandle object, Resources& resources)
+    {
+        if (!object.isDictionary())
+            return {};
+        QPDFAnnotationObjectHelper annotation(object);
+        const std::string kind = annotation.getSubtype();
+        const bool isDrawn = annotation.getAppearanceStream("/N").isStream();
+        if (kind == "/Widget") {
+            widgets.push_back(object);
+            if (!isDrawn || areFieldsStale)
+                QPDFFormFieldObjectHelper(object).generateAppearance(annotation);
+        } else if (kind == "/Link" || (!isDrawn && kind != "/Popup" && isSeen(annotation))) {
+            move(object, upright);
+            live.push_back(object);
+            return {};
+        }
+        lendResources(annotation.getAppearanceStream("/N"));
+        return kind == "/Popup" ? std::string() : drawn(annotation, rotation, resources);
+    }
+};
 
 void noteStructureKey(QPDFObjectHandle owner, const char* entry, FlatPage& flat)
 {
@@ -149,28 +195,20 @@ FlatPage flatten(QPDF& document, QPDFObjectHandle page, const PageGeometry& geom
     std::string content = "q\n" + matrix(upright) + " cm\n" + form + " Do\n";
     FlatPage flat{size, {}, resources.dictionary(), {}, {}};
     noteStructureKey(page, "/StructParents", flat);
-    QPDFObjectHandle links = QPDFObjectHandle::newArray();
+    Annotations annotations{upright, geometry.rotation, hasStaleFields(document),
+                            QPDFPageObjectHelper(page).getAttribute("/Resources", false)};
     for (QPDFObjectHandle& annotation : annotationsOf(page)) {
-        const std::string kind = nameOf(annotation, "/Subtype");
         noteStructureKey(annotation, "/StructParent", flat);
-        if (kind == "/Widget") {
-            flat.widgets.push_back(annotation);
-            drawValue(annotation);
-        }
-        if (kind == "/Link") {
-            moveLink(annotation, upright);
-            links.appendItem(annotation);
-        } else {
-            content += drawn(annotation, geometry.rotation, resources);
-        }
+        content += annotations.take(annotation, resources);
     }
+    flat.widgets = annotations.widgets;
     flat.content = QByteArray::fromStdString(content + "Q\n");
     for (const std::string& key : page.getKeys())
         if (!keptEntries.contains(key))
             page.removeKey(key);
     page.replaceKey("/MediaBox", arrayOf(QRectF(QPointF(), flat.size)));
-    if (links.getArrayNItems() > 0)
-        page.replaceKey("/Annots", links);
+    if (!annotations.live.empty())
+        page.replaceKey("/Annots", QPDFObjectHandle::newArray(annotations.live));
     return flat;
 }
 

@@ -22,7 +22,7 @@ struct FlatPage {
 };
 
 /// Turns the page into one without rotation whose crop box is its size: what stood on it becomes a form, annotations are
-/// drawn as they look on the screen, links stay links. All that led to parts of the old page goes. The content
+/// drawn as they look on the screen; links, and what has no appearance of its own, stay what they are. All that led to parts of the old page goes. The content
 /// is for the caller to complete: setContent() puts it there.
 FlatPage flatten(QPDF& document, QPDFObjectHandle page, const PageGeometry& geometry);
 
