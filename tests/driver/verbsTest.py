@@ -148,6 +148,31 @@ class Verbs(DriverCase):
             outcome="done", saved=["@/./a page 2.jpg", "@/./a page 5.jpg"])
         self.ask("exportImages", file=0, pages=[1], folder=".").tells(saved=["@/./a page 1.jpg"])
 
+    def test_stamps(self):
+        subprocess.run(["convert-im6.q16", "-size", "300x200", "xc:white", "-fill", "navy", "-draw",
+                        "rectangle 50,50 250,110", "ink.png"], check=True)
+        made = self.ask("makeStamp", name=" Me ", **{"from": "ink.png"})
+        made.tells(outcome="done", record={"name": "Me", "pixelWidth": 211, "pixelHeight": 71})
+        self.ask("makeStamp", **{"from": "a.pdf"}).tells(outcome="failed", error="This image can't be read.")
+        paid = self.ask("readyStamp", word="PAID", date="Nov 23, 2026", ink="blue")
+        paid.tells(outcome="done", record={"name": "PAID · Nov 23, 2026"})
+        self.ask("readyStamp").tells(outcome="refused")
+        ink, paid = made["record"]["id"], paid["record"]["id"]
+        self.ask("renameStamp", stamp=ink, name="Ink").tells(outcome="done")
+        self.ask("stamps").tells(stamps=[{"name": "Ink"}, {"id": paid}])
+        self.open("a.pdf")
+        placed = self.ask("place", file=0, page=2, stamp=ink, center=[0.25, 0.5])["placement"]
+        where = {"file": 0, "page": 2, "placement": placed["id"]}
+        self.ask("updateStamp", **where, rotation=30).tells(
+            placement={"stamp": ink, "center": [0.25, 0.5], "width": 0.34, "rotation": 30})
+        self.ask("addToAll", **where).tells(outcome="done", toast="Added to all 5 pages")
+        self.ask("removeStamp", **where).tells(outcome="done")
+        self.ask("saveAs", file=0, to="signed.pdf").tells(outcome="done", panels=[{"name": "a (signed).pdf"}])
+        self.ask("place", file=0, page=2, stamp=paid)
+        self.ask("deleteStamp", stamp=ink).tells(outcome="done")
+        pages = self.ask("state")["documents"][0]["pages"]
+        self.assertEqual([len(page["stamps"]) for page in pages], [0, 1, 0, 0, 0])
+
     def test_close_and_quit(self):
         self.open("a.pdf")
         self.ask("open", files=["b.pdf"]).tells(file=1)
