@@ -43,6 +43,20 @@ private:
     ObjGenSet m_seen;
 };
 
+void removeKeys(QPDF& document, QPDFObjectHandle root, const std::vector<long long>& keys)
+{
+    QPDFObjectHandle parents = root.getKey("/ParentTree");
+    if (!parents.isDictionary())
+        return;
+    try {
+        QPDFNumberTreeObjectHelper tree(parents, document);
+        for (const long long key : keys)
+            tree.remove(key);
+    } catch (const std::exception&) {
+        root.removeKey("/ParentTree"); // damaged: of no use to anybody, and no reason not to save
+    }
+}
+
 } // namespace
 
 void removeStructureOf(QPDF& document, const ObjGenMap<QTransform>& pages, const std::vector<long long>& keys)
@@ -54,11 +68,7 @@ void removeStructureOf(QPDF& document, const ObjGenMap<QTransform>& pages, const
         document.getRoot().removeKey("/StructTreeRoot");
         return;
     }
-    if (QPDFObjectHandle parents = root.getKey("/ParentTree"); parents.isDictionary()) {
-        QPDFNumberTreeObjectHelper tree(parents, document);
-        for (const long long key : keys)
-            tree.remove(key);
-    }
+    removeKeys(document, root, keys);
 }
 
 } // namespace folvane::pdf
