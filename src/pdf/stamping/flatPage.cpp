@@ -173,7 +173,7 @@ void noteStructureKey(QPDFObjectHandle owner, const char* entry, FlatPage& flat)
 
 } // namespace
 
-// Upright is what is on the page's left, bottom, right and top after a turn: so far each goes to a side of the new one.
+// A page is turned clockwise; the corner of its crop box that is then the lower left one goes to the origin.
 QTransform uprightFrom(const PageGeometry& page)
 {
     const QRectF box = page.cropBox; // its top is the lower edge: PDF counts upwards
