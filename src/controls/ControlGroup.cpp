@@ -14,9 +14,9 @@ constexpr QSize segmentSize(38, 32);
 constexpr double radius = 10;
 constexpr int iconSide = 18;
 
-class Segment : public PaintedButton {
+class IconSegment : public PaintedButton {
 public:
-    Segment(Icon icon, QWidget* group) : PaintedButton(QString(), Qt::TabFocus, group), m_icon(icon)
+    IconSegment(Icon icon, QWidget* group) : PaintedButton(QString(), Qt::TabFocus, group), m_icon(icon)
     {
         setFixedSize(segmentSize);
     }
@@ -48,7 +48,7 @@ ControlGroup::ControlGroup(QWidget* parent) : QWidget(parent), m_row(new QHBoxLa
 
 QAbstractButton* ControlGroup::addButton(Icon icon, const QString& name, const QString& tip)
 {
-    auto* segment = new Segment(icon, this);
+    auto* segment = new IconSegment(icon, this);
     segment->setAccessibleName(name);
     segment->setToolTip(tip);
     m_row->addWidget(segment);

@@ -12,15 +12,15 @@ namespace {
 using Channels = std::array<double, 3>;
 using Matrix = std::array<Channels, 3>;
 
-struct Ink {
+struct InkEntry {
     const char* rawText;
     const char* label;
     Channels generic; ///< red, green, blue in generic RGB: a gamma of 1.8, the phosphors of an old screen
 };
 
-constexpr std::array inks{Ink{"red", QT_TRANSLATE_NOOP("StampInk", "Red"), {0.8, 0.07, 0.09}},
-                          Ink{"blue", QT_TRANSLATE_NOOP("StampInk", "Blue"), {0.1, 0.23, 0.7}},
-                          Ink{"black", QT_TRANSLATE_NOOP("StampInk", "Black"), {0.08, 0.08, 0.09}}};
+constexpr std::array inks{InkEntry{"red", QT_TRANSLATE_NOOP("StampInk", "Red"), {0.8, 0.07, 0.09}},
+                          InkEntry{"blue", QT_TRANSLATE_NOOP("StampInk", "Blue"), {0.1, 0.23, 0.7}},
+                          InkEntry{"black", QT_TRANSLATE_NOOP("StampInk", "Black"), {0.08, 0.08, 0.09}}};
 constexpr double opacity = 0.92;
 
 // Between linear light and CIE XYZ under D50, as the two profiles say; the second is the inverse of that of sRGB.
@@ -57,7 +57,7 @@ QColor fromGenericRgb(const Channels& generic)
                             float(opacity));
 }
 
-const Ink& entry(StampInk ink)
+const InkEntry& entry(StampInk ink)
 {
     return inks[static_cast<size_t>(ink)];
 }
