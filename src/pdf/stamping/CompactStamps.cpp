@@ -77,13 +77,15 @@ std::shared_ptr<const CompactStamp> compactStamp(const QImage& picture, QSize si
 
 } // namespace
 
-const QImage& CompactStamps::picture(const QUrl& file)
+QImage CompactStamps::picture(const QUrl& file)
 {
-    const auto known = m_pictures.constFind(file);
-    return known != m_pictures.constEnd()
-               ? *known
-               : *m_pictures.insert(file,
-                                    storedPicture(file.toLocalFile(), std::numeric_limits<qint64>::max()));
+    QImage picture = m_pictures.value(file);
+    if (picture.isNull()) {
+        picture = storedPicture(file.toLocalFile(), std::numeric_limits<qint64>::max());
+        if (!picture.isNull())
+            m_pictures.insert(file, picture);
+    }
+    return picture;
 }
 
 QSize CompactStamps::pixels(const QUrl& file)
@@ -93,7 +95,7 @@ QSize CompactStamps::pixels(const QUrl& file)
 
 std::shared_ptr<const CompactStamp> CompactStamps::compact(const QUrl& file, int longSide, int quality)
 {
-    const QImage& full = picture(file);
+    const QImage full = picture(file);
     if (full.isNull())
         return nullptr;
     const QSize size = sizeWithin(full.size(), longSide);

@@ -29,9 +29,9 @@ public:
     std::shared_ptr<const CompactStamp> compact(const QUrl& file, int longSide, int quality);
 
 private:
-    const QImage& picture(const QUrl& file);
+    QImage picture(const QUrl& file);
 
-    QHash<QUrl, QImage> m_pictures; ///< null for what cannot be read
+    QHash<QUrl, QImage> m_pictures; ///< without those that could not be read: the next build tries again
     std::map<std::tuple<QUrl, int, int>, std::shared_ptr<const CompactStamp>> m_compact;
 };
 
