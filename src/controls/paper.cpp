@@ -4,6 +4,7 @@
 #include "controls/style/Shadow.h"
 #include "controls/style/Theme.h"
 #include "controls/style/icons.h"
+#include "records/stampBox.h"
 
 #include <QPainter>
 #include <QPixmap>
@@ -33,6 +34,15 @@ void drawSign(QPainter& painter, const QRectF& box, const PaperPicture& paper)
     drawIcon(painter, Icon::BrokenImage, icon, theme::secondaryText);
 }
 
+void drawStamps(QPainter& painter, const QRectF& page, const QList<StampPicture>& stamps)
+{
+    painter.save();
+    painter.setClipRect(page, Qt::IntersectClip);
+    for (const StampPicture& stamp : stamps)
+        drawStamp(painter, page, stamp);
+    painter.restore();
+}
+
 } // namespace
 
 QRectF paperBox(const QRectF& room, const PaperPicture& paper)
@@ -50,12 +60,29 @@ void drawPaper(QPainter& painter, const QRectF& box, const PaperPicture& paper)
         shadow.draw(painter, box, 0);
         painter.fillRect(box, Qt::white);
         painter.drawPixmap(box, *paper.picture, QRectF(paper.picture->rect()));
+        if (!paper.stamps.isEmpty())
+            drawStamps(painter, box, paper.stamps);
         return;
     }
     painter.setPen(Qt::NoPen);
     painter.setBrush(theme::surface);
     painter.drawRoundedRect(box, cornerRadius, cornerRadius);
     drawSign(painter, box, paper);
+}
+
+void drawStamp(QPainter& painter, const QRectF& page, const StampPicture& stamp)
+{
+    if (stamp.picture.isNull())
+        return;
+    const StampBox box = stampBox(stamp.placement, page.size(), stamp.size);
+    QRectF place(QPointF(), box.size);
+    place.moveCenter(QPointF());
+    painter.save();
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    painter.translate(page.topLeft() + box.center);
+    painter.rotate(box.rotation);
+    painter.drawImage(place, stamp.picture);
+    painter.restore();
 }
 
 void drawSheet(QPainter& painter, const QRectF& box)

@@ -15,6 +15,7 @@
 #include "records/FileSheet.h"
 #include "records/QuitQuestion.h"
 #include "stamps/StampLibrary.h"
+#include "stamps/StampPictures.h"
 
 #include <QObject>
 
@@ -39,10 +40,14 @@ public:
     QProperty<std::optional<Toast>> toast;
     QProperty<std::optional<QString>> errorMessage;
     QProperty<std::optional<BusyState>> busy; ///< while set, no other job starts
-    QProperty<std::optional<QUuid>> signingFileID;
+    QProperty<std::optional<QUuid>>
+        signingFileID; ///< the document that shows its page for signing, instead of its grid
+    QProperty<std::optional<QUuid>>
+        signingStartPage;               ///< the page that it then begins with; none is the first
     QProperty<OpenFilePtr> closingFile; ///< the document about which the save question is up
     QProperty<std::optional<PasswordRequest>> passwordRequest;
     StampLibrary stamps{StampLibrary::usersFolder()};
+    StampPictures stampPictures{stamps};
     MergeModel merge; ///< lasts as long as the program, wherever the user goes
 
     OpenFilePtr file(const QUuid& id) const;
@@ -65,7 +70,11 @@ public:
     bool dropPages(OpenFilePtr file, const QStringList& items, std::optional<QUuid> before);
     QCoro::Task<> insertPages(OpenFilePtr file, QList<QUrl> urls);
 
-    // placing.cpp: pages and placements that are not there change nothing
+    // placing.cpp
+    /// Shows the document for signing, at this page or its first one.
+    void startSigning(const OpenFile& file, std::optional<QUuid> page = std::nullopt);
+
+    // Pages and placements that are not there change nothing
     /// In the middle of the lower half, each next one a little beside the one before it.
     std::optional<StampPlacement> place(const StampRecord& record, OpenFilePtr file, const QUuid& page);
     void update(const StampPlacement& placement, OpenFilePtr file, const QUuid& page);

@@ -52,7 +52,7 @@ void show(AppModel& model, const OpenFile& file, std::optional<Tool> tool)
     if (!tool)
         return;
     switch (*tool) {
-    case Tool::Sign: model.signingFileID = file.id; break;
+    case Tool::Sign: model.startSigning(file); break;
     case Tool::Split: model.sheet = FileSheet{FileSheet::Kind::Split, file.id}; break;
     case Tool::Compress: model.sheet = FileSheet{FileSheet::Kind::Compress, file.id}; break;
     }

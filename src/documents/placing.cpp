@@ -47,6 +47,12 @@ void takeOff(OpenFile& file, const QUuid& stamp)
 
 } // namespace
 
+void AppModel::startSigning(const OpenFile& file, std::optional<QUuid> page)
+{
+    signingStartPage = page;
+    signingFileID = file.id;
+}
+
 std::optional<StampPlacement> AppModel::place(const StampRecord& record, OpenFilePtr file, const QUuid& page)
 {
     std::optional<StampPlacement> placed;

@@ -1,6 +1,7 @@
 #include "viewParts/PictureList.h"
 
 #include "controls/Spinner.h"
+#include "viewParts/stampsOn.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -10,8 +11,8 @@
 
 namespace folvane {
 
-PictureList::PictureList(Thumbnails& thumbnails, const QSize& largest, QWidget* parent)
-    : QListView(parent), m_largest(largest), m_pictures(thumbnails)
+PictureList::PictureList(AppModel& model, const Pictures& pictures, QWidget* parent)
+    : QListView(parent), m_stamps(model.stampPictures), m_shown(pictures), m_pictures(model.thumbnails())
 {
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -24,7 +25,7 @@ PictureList::PictureList(Thumbnails& thumbnails, const QSize& largest, QWidget* 
 
 void PictureList::wantPictures()
 {
-    m_pictures.setRoom(m_largest * devicePixelRatioF());
+    m_pictures.setRoom(m_shown.room * devicePixelRatioF());
     m_pictures.want(isVisible() ? keysOnScreen() : QList<PagePictures::Key>());
     if (m_pictures.isComplete())
         m_spinner.stop();
@@ -33,9 +34,16 @@ void PictureList::wantPictures()
     viewport()->update();
 }
 
-PaperPicture PictureList::paperOf(const PagePictures::Key& key) const
+PagePictures::Key PictureList::keyOf(const PageItem& page) const
 {
-    return {m_pictures.picture(key), m_pictures.state(key) == PagePictures::State::Failed, m_spinnerStep};
+    return {page.source, page.turn, m_shown.longSide};
+}
+
+PaperPicture PictureList::paperOf(const PageItem& page) const
+{
+    const PagePictures::Key key = keyOf(page);
+    return {m_pictures.picture(key), m_pictures.state(key) == PagePictures::State::Failed, m_spinnerStep,
+            stampsOn(page, m_shown.room.width() * devicePixelRatioF(), m_stamps)};
 }
 
 void PictureList::timerEvent(QTimerEvent* event)

@@ -2,6 +2,7 @@
 
 #include "controls/dragging/DragScroller.h"
 #include "controls/paper.h"
+#include "documents/AppModel.h"
 #include "engine/PagePictures.h"
 
 #include <QAccessible>
@@ -9,6 +10,9 @@
 #include <QListView>
 
 namespace folvane {
+
+/// The longer side of the pictures that lists of a document's pages share, in pixels.
+inline constexpr int pagePictureSide = 360;
 
 /// A list in which each row shows a picture of a page and is painted by the list itself. It asks for the pictures of what is on
 /// screen, turns a spinner for those that are to come, knows a drag from a click, scrolls under it, and tells screen
@@ -21,14 +25,20 @@ public:
     bool isComplete() const { return m_pictures.isComplete(); }
 
 protected:
-    /// No picture is shown larger than `largest`.
-    PictureList(Thumbnails& thumbnails, const QSize& largest, QWidget* parent);
+    struct Pictures {
+        int longSide; ///< in pixels, at every screen scale
+        QSize room;   ///< none is shown larger; device-independent pixels
+    };
+
+    PictureList(AppModel& model, const Pictures& pictures, QWidget* parent);
 
     /// Of what is on screen, most wanted first. It is asked only while the list can be seen.
     virtual QList<PagePictures::Key> keysOnScreen() const = 0;
     /// Asks for them: after the rows have changed. Scrolling and a new size do it by themselves.
     void wantPictures();
-    PaperPicture paperOf(const PagePictures::Key& key) const;
+    PagePictures::Key keyOf(const PageItem& page) const;
+    /// With its stamps.
+    PaperPicture paperOf(const PageItem& page) const;
 
     void setCurrentRow(int row);
     /// After the rows have changed: `now` is where the current row stands, -1 when it has gone. Then its place, `before`, is
@@ -57,7 +67,8 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
-    const QSize m_largest;
+    StampPictures& m_stamps;
+    const Pictures m_shown;
     PagePictures m_pictures;
     DragScroller m_scroller{*this};
     QBasicTimer m_spinner;

@@ -10,18 +10,8 @@
 
 namespace folvane {
 
-namespace {
-
-PagePictures::Key keyOf(const PageItem& page)
-{
-    constexpr int longSide = 360; // pixels, at every screen scale
-    return {page.source, page.turn, longSide};
-}
-
-} // namespace
-
 PageGrid::PageGrid(AppModel& model, QWidget* parent)
-    : PictureList(model.thumbnails(), pageCellMetrics.largestPaper(), parent),
+    : PictureList(model, {pagePictureSide, pageCellMetrics.largestPaper()}, parent),
       m_model(model),
       m_selection(new PageSelectionModel(m_pages, this))
 {
@@ -187,7 +177,7 @@ PageCell PageGrid::cellAt(int row) const
         .hasStamps = !page.stamps.empty(),
         .isLifted = m_lifted.contains(page.id),
         .hasKeyboard = m_byKeyboard && hasFocus() && currentIndex().row() == row,
-        .paper = paperOf(keyOf(page)),
+        .paper = paperOf(page),
     };
 }
 

@@ -2,8 +2,8 @@
 
 #include "controls/Watches.h"
 #include "shell/pageGrid/PageGridLayout.h"
-#include "shell/pageGrid/PageListModel.h"
 #include "shell/pageGrid/pageCell.h"
+#include "viewParts/PageListModel.h"
 #include "viewParts/PictureList.h"
 
 #include "documents/AppModel.h"

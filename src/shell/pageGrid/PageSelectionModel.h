@@ -1,7 +1,7 @@
 #pragma once
 
 #include "documents/AppModel.h"
-#include "shell/pageGrid/PageListModel.h"
+#include "viewParts/PageListModel.h"
 
 #include <QItemSelectionModel>
 

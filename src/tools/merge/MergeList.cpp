@@ -26,17 +26,12 @@ public:
     }
 };
 
-PagePictures::Key keyOf(const MergeItem& item)
-{
-    constexpr int longSide = 120; // pixels, at every screen scale
-    const PageItem& first = item.pages.front();
-    return {first.source, first.turn, longSide};
-}
+constexpr int pictureSide = 120; // pixels
 
 } // namespace
 
 MergeList::MergeList(AppModel& model, QWidget* parent)
-    : PictureList(model.thumbnails(), largestRowPaper, parent), m_model(model)
+    : PictureList(model, {pictureSide, largestRowPaper}, parent), m_model(model)
 {
     setModel(&m_rows);
     setItemDelegate(new RowHeight(this));
@@ -72,7 +67,7 @@ QList<PagePictures::Key> MergeList::keysOnScreen() const
     QList<PagePictures::Key> keys;
     for (int row = 0; row < m_rows.rowCount(); ++row)
         if (rectOf(row).intersects(near)) // a row that makes room for another may come into sight
-            keys.append(keyOf(m_rows.item(row)));
+            keys.append(keyOf(m_rows.item(row).pages.front()));
     return keys;
 }
 
@@ -90,7 +85,7 @@ MergeRow MergeList::rowAt(int row) const
         .number = placeOf(row) + 1,
         .name = item.name,
         .pages = m_rows.pages(row),
-        .paper = paperOf(keyOf(item)),
+        .paper = paperOf(item.pages.front()),
         .hasKeyboard = showsFocus(*this) && currentIndex().row() == row,
         .isUnderPointer = m_hovered.row == row && !m_drag,
         .remove = {.isUnderPointer = isOverRemove, .isPressed = isOverRemove && m_pressed == m_hovered},

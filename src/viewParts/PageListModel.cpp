@@ -1,4 +1,4 @@
-#include "shell/pageGrid/PageListModel.h"
+#include "viewParts/PageListModel.h"
 
 #include <algorithm>
 
