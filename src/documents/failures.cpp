@@ -3,6 +3,7 @@
 #include "engine/EngineError.h"
 #include "platform/files/writeFile.h"
 #include "platform/tasks/Cancelled.h"
+#include "stamps/StampMaker.h"
 
 namespace folvane {
 
@@ -18,6 +19,8 @@ QCoro::Task<std::optional<QString>> failureOf(Job work, std::stop_token stop, QS
         co_return known.text();
     } catch (const WriteError& known) {
         co_return known.text();
+    } catch (const StampMaker::StampError& known) {
+        co_return known.errorDescription();
     } catch (...) {
         co_return otherwise;
     }

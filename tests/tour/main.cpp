@@ -14,13 +14,24 @@ using namespace folvane;
 constexpr int usageFault = 2;
 
 /// The walk, in its order.
-constexpr std::pair<const char*, TourStep*> walk[] = {
-    {"home", showHome},           {"documents", showDocuments}, {"browsing", showBrowsing},
-    {"selecting", showSelecting}, {"dragging", showDragging},   {"menus", showMenus},
-    {"passwords", showPasswords}, {"saving", showSaving},       {"compressing", showCompressing},
-    {"merging", showMerging},     {"splitting", showSplitting}, {"protecting", showProtecting},
-    {"exporting", showExporting}, {"alerts", showAlerts},       {"long names", showLongNames},
-    {"file list", showFileList},  {"sizes", showSizes}};
+constexpr std::pair<const char*, TourStep*> walk[] = {{"home", showHome},
+                                                      {"documents", showDocuments},
+                                                      {"browsing", showBrowsing},
+                                                      {"selecting", showSelecting},
+                                                      {"dragging", showDragging},
+                                                      {"menus", showMenus},
+                                                      {"passwords", showPasswords},
+                                                      {"saving", showSaving},
+                                                      {"compressing", showCompressing},
+                                                      {"merging", showMerging},
+                                                      {"splitting", showSplitting},
+                                                      {"protecting", showProtecting},
+                                                      {"exporting", showExporting},
+                                                      {"alerts", showAlerts},
+                                                      {"long names", showLongNames},
+                                                      {"file list", showFileList},
+                                                      {"making stamps", showMakingStamps},
+                                                      {"sizes", showSizes}};
 
 int s_warnings = 0;
 

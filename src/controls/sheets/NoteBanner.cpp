@@ -28,6 +28,7 @@ Look look(NoteBanner::Tone tone)
 {
     switch (tone) {
     case NoteBanner::Tone::Info: return {Icon::InfoFilled, theme::accentDeep};
+    case NoteBanner::Tone::Warning: return {Icon::Warning, theme::warning};
     case NoteBanner::Tone::Danger: return {Icon::Report, theme::danger};
     }
     Q_UNREACHABLE();

@@ -9,7 +9,7 @@ class NoteBanner : public QLabel {
     Q_OBJECT
 
 public:
-    enum class Tone { Info, Danger };
+    enum class Tone { Info, Warning, Danger };
 
     NoteBanner(const QString& text, Tone tone, QWidget* parent = nullptr);
 

@@ -14,6 +14,7 @@ inline constexpr QColor secondaryText(107, 100, 94);
 inline constexpr QColor accent(230, 12, 9);
 inline constexpr QColor accentDeep(184, 3, 6);
 inline constexpr QColor success(18, 183, 106);
+inline constexpr QColor warning(245, 165, 36);
 inline constexpr QColor danger(217, 45, 32);
 
 inline constexpr QColor chrome(239, 236, 231);      // around the content: `background`, a little darker
@@ -31,6 +32,7 @@ inline constexpr QColor disabledFill(214, 210, 205);
 inline constexpr QColor placeholder(112, 105, 99);       // 4.5 : 1 on a field that is off
 inline constexpr QColor scrollThumb(0, 0, 0, 71);        // 0.28
 inline constexpr QColor scrollThumbHover(0, 0, 0, 112);  // 0.44
+inline constexpr QColor checker(237, 237, 237);          // every second square under what can be seen through
 inline constexpr QColor track(0, 0, 0, 15);              // 0.06, behind the choices of a picker
 inline constexpr QColor focus = accent;                  // whole, for 3 : 1 on every ground
 inline constexpr QColor secondaryTextOnTint(96, 89, 83); // on a row that is chosen or under the pointer

@@ -42,6 +42,7 @@ enum class Icon : char16_t {
     RotateLeft = 0xe042,
     RotateRight = 0xe41a, ///< drawn as the mirrored RotateLeft
     Scissors = 0xe14e,
+    Warning = 0xe002,
 };
 
 /// Draws the icon as large as `box` and centred in it.
