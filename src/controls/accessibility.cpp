@@ -5,7 +5,7 @@
 #include "controls/SectionHeader.h"
 #include "controls/SegmentedPicker.h"
 #include "controls/Spinner.h"
-#include "controls/StepSlider.h"
+#include "controls/sliders/KnobSlider.h"
 
 #include <QAccessibleWidget>
 #include <QLabel>
@@ -38,10 +38,10 @@ public:
     }
 };
 
-// Its value is a step, and the words for it are the title of the step.
-class Steps : public QAccessibleWidget, public QAccessibleValueInterface {
+// Its value is a number, for which it has words.
+class Slider : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
-    explicit Steps(StepSlider* slider) : QAccessibleWidget(slider, QAccessible::Slider), m_slider(slider) {}
+    explicit Slider(KnobSlider* slider) : QAccessibleWidget(slider, QAccessible::Slider), m_slider(slider) {}
 
     void* interface_cast(QAccessible::InterfaceType type) override
     {
@@ -51,7 +51,7 @@ public:
     }
     QString text(QAccessible::Text kind) const override
     {
-        return kind == QAccessible::Value ? m_slider->title() : QAccessibleWidget::text(kind);
+        return kind == QAccessible::Value ? m_slider->valueText() : QAccessibleWidget::text(kind);
     }
     QVariant currentValue() const override { return m_slider->value(); }
     void setCurrentValue(const QVariant& value) override { m_slider->setValue(value.toInt()); }
@@ -60,7 +60,7 @@ public:
     QVariant minimumStepSize() const override { return m_slider->singleStep(); }
 
 private:
-    StepSlider* m_slider;
+    KnobSlider* m_slider;
 };
 
 QAccessibleInterface* interfaceFor(const QString&, QObject* object)
@@ -69,8 +69,8 @@ QAccessibleInterface* interfaceFor(const QString&, QObject* object)
     if (qobject_cast<BrandMark*>(widget)
         || qobject_cast<Spinner*>(widget)) // beside a spinner stands what it waits for
         return new Decoration(widget);
-    if (auto* slider = qobject_cast<StepSlider*>(widget))
-        return new Steps(slider);
+    if (auto* slider = qobject_cast<KnobSlider*>(widget))
+        return new Slider(slider);
     if (qobject_cast<SectionHeader*>(widget))
         return new Heading(widget);
     if (qobject_cast<ControlGroup*>(widget) || qobject_cast<SegmentedPicker*>(widget))

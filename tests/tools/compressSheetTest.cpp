@@ -1,7 +1,7 @@
 #include "tools/compress/CompressSheet.h"
 
 #include "controls/ChoiceRow.h"
-#include "controls/StepSlider.h"
+#include "controls/sliders/StepSlider.h"
 #include "documents/ModelTest.h"
 #include "tools/pdfSamples.h"
 

@@ -1,11 +1,11 @@
 #include "tools/compress/CompressSheet.h"
 
 #include "controls/ChoiceRow.h"
-#include "controls/StepSlider.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/layouts.h"
 #include "controls/sheets/NoteBanner.h"
+#include "controls/sliders/StepSlider.h"
 #include "platform/tasks/spawn.h"
 #include "platform/texts/localeTexts.h"
 

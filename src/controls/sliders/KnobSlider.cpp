@@ -1,4 +1,4 @@
-#include "controls/StepSlider.h"
+#include "controls/sliders/KnobSlider.h"
 
 #include "controls/style/ControlState.h"
 #include "controls/style/Shadow.h"
@@ -33,79 +33,71 @@ void fillBar(QPainter& painter, const QPointF& from, const QPointF& to, const QC
 
 } // namespace
 
-StepSlider::StepSlider(const QString& name, const QStringList& titles, QWidget* parent)
-    : QAbstractSlider(parent), m_titles(titles)
+KnobSlider::KnobSlider(const QString& name, QWidget* parent) : QAbstractSlider(parent)
 {
     setOrientation(Qt::Horizontal);
-    setRange(0, int(titles.size()) - 1);
-    setPageStep(3);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAccessibleName(name);
-    setAccessibleDescription(title());
 }
 
-QSize StepSlider::sizeHint() const
+QSize KnobSlider::sizeHint() const
 {
     return {160, int(knobSide + 2 * edge)};
 }
 
 // Readers that cannot ask for the words of a value read the description.
-void StepSlider::sliderChange(SliderChange change)
+void KnobSlider::sliderChange(SliderChange change)
 {
     QAbstractSlider::sliderChange(change);
-    if (change == SliderValueChange)
-        setAccessibleDescription(title());
+    if (change != SliderOrientationChange)
+        setAccessibleDescription(valueText());
 }
 
-double StepSlider::placeOf(int step) const
+QPointF KnobSlider::center(int value) const
 {
-    return firstPlace + (width() - 2 * firstPlace) * step / maximum();
+    const double share = double(value - minimum()) / std::max(1, maximum() - minimum());
+    return {firstPlace + (width() - 2 * firstPlace) * share, height() / 2.0};
 }
 
-int StepSlider::stepAt(double place) const
+int KnobSlider::valueAt(double place) const
 {
-    const double step = (place - firstPlace) / (width() - 2 * firstPlace) * maximum();
-    return std::clamp(qRound(step), 0, maximum());
+    const double share = (place - firstPlace) / (width() - 2 * firstPlace);
+    return minimum() + qRound(std::clamp(share, 0.0, 1.0) * (maximum() - minimum()));
 }
 
-void StepSlider::mousePressEvent(QMouseEvent* event)
+void KnobSlider::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return event->ignore();
     setSliderDown(true);
-    setSliderPosition(stepAt(event->position().x()));
+    setSliderPosition(valueAt(event->position().x()));
 }
 
-void StepSlider::mouseMoveEvent(QMouseEvent* event)
+void KnobSlider::mouseMoveEvent(QMouseEvent* event)
 {
     if (isSliderDown())
-        setSliderPosition(stepAt(event->position().x()));
+        setSliderPosition(valueAt(event->position().x()));
 }
 
-void StepSlider::mouseReleaseEvent(QMouseEvent*)
+void KnobSlider::mouseReleaseEvent(QMouseEvent*)
 {
     setSliderDown(false);
     update();
 }
 
-void StepSlider::paintEvent(QPaintEvent*)
+void KnobSlider::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QPointF knob = center(placeOf(sliderPosition()));
-    fillBar(painter, center(placeOf(0)), center(placeOf(maximum())), theme::fieldBorder);
-    fillBar(painter, center(placeOf(0)), knob, theme::accent);
+    const QPointF knob = center(sliderPosition());
+    fillBar(painter, center(minimum()), center(maximum()), theme::fieldBorder);
+    fillBar(painter, center(std::clamp(0, minimum(), maximum())), knob, theme::accent);
     drawKnob(painter, square(knob, knobSide));
 }
 
-QPointF StepSlider::center(double place) const
-{
-    return {place, height() / 2.0};
-}
-
-void StepSlider::drawKnob(QPainter& painter, const QRectF& knob) const
+void KnobSlider::drawKnob(QPainter& painter, const QRectF& knob) const
 {
     drawCard(painter, knob, knobSide / 2, lift);
     const ControlState state = stateOf(*this, isSliderDown());
