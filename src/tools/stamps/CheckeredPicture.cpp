@@ -10,8 +10,6 @@ namespace folvane {
 
 namespace {
 
-constexpr double cornerRadius = 10;
-
 /// On whole pixels of the screen.
 QPointF inTheMiddle(const QRectF& room, const QPixmap& picture)
 {

@@ -10,6 +10,8 @@ class CheckeredPicture : public QWidget {
     Q_OBJECT
 
 public:
+    static constexpr double cornerRadius = 10;
+
     /// `padding` is what stays free around the picture.
     explicit CheckeredPicture(int padding, QWidget* parent = nullptr);
 

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "controls/AdaptiveColumns.h"
+#include "controls/Watches.h"
+#include "documents/AppModel.h"
+
+#include <QFrame>
+
+#include <functional>
+
+namespace folvane {
+
+class AdaptiveGrid;
+
+/// A widget for each stamp of the library, in its order. They come and go with their stamps; where the keyboard was on
+/// one that goes, the one that comes to its place has it. The arrow keys go from one to the next.
+class StampGrid : public QFrame {
+    Q_OBJECT
+
+public:
+    using MakeCell = std::function<QWidget*(const QUuid& stamp)>;
+
+    StampGrid(AppModel& model, const AdaptiveColumns& columns, MakeCell makeCell, QWidget* parent = nullptr);
+
+    /// In the order of the library.
+    const QList<QWidget*>& cells() const { return m_cells; }
+
+signals:
+    /// The keyboard came to this one.
+    void reached(QWidget* cell);
+
+protected:
+    bool eventFilter(QObject* cell, QEvent* event) override;
+
+private:
+    void refresh();
+    void add(const QUuid& stamp);
+    void removeAt(qsizetype index);
+    bool goFrom(qsizetype index, Qt::Key key);
+
+    AppModel& m_model;
+    const MakeCell m_makeCell;
+    AdaptiveGrid* m_grid;
+    QList<QUuid> m_stamps;
+    QList<QWidget*> m_cells;
+    Watches m_watches;
+};
+
+} // namespace folvane

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "controls/Watches.h"
+#include "documents/AppModel.h"
+#include "tools/stamps/StampSource.h"
+
+#include <QWidget>
+
+class QScrollArea;
+
+namespace folvane {
+
+class SelectedStamp;
+class StampGrid;
+
+/// The library beside a page that is being signed, and below it what can be done with the stamp that is selected there.
+class StampLibraryPanel : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit StampLibraryPanel(AppModel& model, QWidget* parent = nullptr);
+
+    void setSelected(const std::optional<StampPlacement>& placement);
+
+signals:
+    void placeRequested(folvane::StampRecord record);
+    void removeRequested();
+    void addToAllRequested();
+    void rotateRequested(double degrees);
+
+private:
+    QWidget* makeLibrary();
+    QWidget* makeButton(const QUuid& stamp);
+    void place(const QUuid& stamp);
+
+    AppModel& m_model;
+    QScrollArea* m_scroll;
+    StampGrid* m_grid;
+    SelectedStamp* m_selected;
+    Watches m_watches;
+};
+
+} // namespace folvane

@@ -1,0 +1,49 @@
+#include "controls/sliders/NumberSlider.h"
+#include "documents/ModelTest.h"
+#include "tools/stamps/SelectedStamp.h"
+
+#include <QLabel>
+#include <QTest>
+
+namespace folvane {
+namespace {
+
+using StampViews = ModelTest;
+
+TEST_F(StampViews, TheSliderAndTheSelectedStampStayInStep)
+{
+    struct Step {
+        double selected; ///< the stamp's angle
+        Qt::Key key;     ///< pressed then; 0 for none
+        const char* label;
+        QList<double> asked;
+    };
+    constexpr Qt::Key noKey{};
+    SelectedStamp controls(*model);
+    auto& slider = *controls.findChild<NumberSlider*>();
+    const auto shows = [&controls](const QString& text) {
+        const QList<QLabel*> labels = controls.findChildren<QLabel*>();
+        return std::ranges::any_of(labels, [&text](const QLabel* label) { return label->text() == text; });
+    };
+    QList<double> asked;
+    QObject::connect(&controls, &SelectedStamp::rotateRequested,
+                     [&asked](double degrees) { asked.append(degrees); });
+    for (const Step& step : {Step{0, noKey, "0°", {}}, Step{44, Qt::Key_Right, "45°", {45}},
+                             Step{12.4, noKey, "12°", {}}, Step{12.6, Qt::Key_Left, "12°", {12}},
+                             Step{30, Qt::Key_PageUp, "45°", {45}}, Step{0, Qt::Key_Home, "-180°", {-180}},
+                             Step{270, noKey, "270°", {}}, Step{270, Qt::Key_Left, "179°", {179}},
+                             Step{-0.3, noKey, "0°", {}}, Step{179, Qt::Key_End, "180°", {180}}}) {
+        asked.clear();
+        StampPlacement placement;
+        placement.rotation = step.selected;
+        controls.setSelected(placement);
+        EXPECT_EQ(asked, QList<double>()) << "selecting asks for nothing";
+        if (step.key != noKey)
+            QTest::keyClick(&slider, step.key);
+        EXPECT_EQ(asked, step.asked) << step.selected;
+        EXPECT_TRUE(shows(step.label)) << step.label;
+    }
+}
+
+} // namespace
+} // namespace folvane
