@@ -23,7 +23,7 @@ struct PaperPicture {
     const QPixmap* picture = nullptr; ///< null while there is none
     bool isBroken = false;            ///< there will be none
     int spinnerStep = 0;
-    QList<StampPicture> stamps; ///< what lies on it, the lowest first
+    QList<StampPicture> stamps = {}; ///< what lies on it, the lowest first
 };
 
 /// The largest sheet of the page's proportions in the middle of `room`.

@@ -1,5 +1,6 @@
 #include "shell/Commands.h"
 
+#include "controls/style/mnemonics.h"
 #include "documents/addToMerge.h"
 #include "documents/currentFile.h"
 #include "platform/tasks/spawn.h"
@@ -36,7 +37,7 @@ Commands::Commands(AppModel& model, QMenuBar* bar) : QObject(bar), m_model(model
     fillPagesMenu(bar->addMenu(tr("&Pages")));
     fillToolsMenu(bar->addMenu(tr("&Tools")));
     m_watches.keep([this] { watchFile(); }, m_model.destination, m_model.files);
-    m_watches.keep([this] { refresh(); }, m_model.busy);
+    m_watches.keep([this] { refresh(); }, m_model.busy, m_model.signingFileID);
 }
 
 void Commands::fillFileMenu(QMenu* menu)
@@ -61,16 +62,16 @@ void Commands::fillEditMenu(QMenu* menu)
     menu->addSeparator();
     QAction* deletion = add(menu, withGridKey(tr("Delete Pages"), Qt::Key_Delete), {},
                             [this] { m_model.deletePages(m_file, m_file->selection.value()); });
-    m_onFile += all;
+    m_onPages += all;
     m_onSelection += {none, deletion};
 }
 
 void Commands::fillPagesMenu(QMenu* menu)
 {
     const auto turn = [this](bool clockwise) { m_model.turn(m_file, m_file->targetIDs(), clockwise); };
-    m_onFile += add(menu, tr("Rotate Left"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R)},
-                    [turn] { turn(false); });
-    m_onFile += add(menu, tr("Rotate Right"), {QKeySequence(Qt::CTRL | Qt::Key_R)}, [turn] { turn(true); });
+    m_onPages += add(menu, tr("Rotate Left"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R)},
+                     [turn] { turn(false); });
+    m_onPages += add(menu, tr("Rotate Right"), {QKeySequence(Qt::CTRL | Qt::Key_R)}, [turn] { turn(true); });
     menu->addSeparator();
     m_onSelection += add(menu, withGridKey(tr("Move Back"), Qt::ALT | Qt::Key_Left), {},
                          [this] { emit pagesMoveRequested(-1); });
@@ -81,7 +82,7 @@ void Commands::fillPagesMenu(QMenu* menu)
     m_onSelection += add(menu, withGridKey(tr("Move to End"), Qt::ALT | Qt::Key_End), {},
                          [this] { emit pagesMoveRequested(pageCount()); });
     menu->addSeparator();
-    m_onFile +=
+    m_onPages +=
         add(menu, tr("Insert Pages from Files…"), {}, [this] { spawn(chooseAndInsert(m_model, m_file)); });
     m_extract = add(menu, tr("Extract All Pages…"), {}, [this] { spawn(m_model.extract(m_file)); });
 }
@@ -91,6 +92,7 @@ void Commands::fillToolsMenu(QMenu* menu)
     const auto sheet = [this, menu](const QString& title, FileSheet::Kind kind) {
         m_onFile += add(menu, title, {}, [this, kind] { m_model.sheet = FileSheet{kind, m_file->id}; });
     };
+    m_onPages += add(menu, literal(tr("Sign & Stamp")), {}, [this] { signSelected(m_model, *m_file); });
     sheet(tr("Compress"), FileSheet::Kind::Compress);
     sheet(tr("Split"), FileSheet::Kind::Split);
     sheet(tr("Password"), FileSheet::Kind::Password);
@@ -122,17 +124,25 @@ void Commands::watchFile()
         refresh();
 }
 
+bool Commands::showsGrid() const
+{
+    return m_model.signingFileID.value() != m_file->id;
+}
+
 void Commands::refresh()
 {
     const bool busy = m_model.busy.value().has_value();
     const bool changeable = m_file && !busy; // the overlay keeps the mouse away, but not these keys
-    const bool selected = changeable && !m_file->selection.value().isEmpty();
+    const bool onPages = changeable && showsGrid();
+    const bool selected = onPages && !m_file->selection.value().isEmpty();
     m_saveAs->setEnabled(changeable);
     m_closeFile->setEnabled(bool(m_file));
-    m_extract->setEnabled(changeable);
+    m_extract->setEnabled(onPages);
     m_extract->setText(m_file ? extractTitle(*m_file) : tr("Extract All Pages…"));
     for (QAction* action : m_onFile)
         action->setEnabled(changeable);
+    for (QAction* action : m_onPages)
+        action->setEnabled(onPages);
     for (QAction* action : m_onSelection)
         action->setEnabled(selected);
 }

@@ -33,6 +33,8 @@ private:
     void fillToolsMenu(QMenu* menu);
     void watchFile();
     void refresh();
+    /// The document shows its grid, and no page for signing.
+    bool showsGrid() const;
     int pageCount() const;
     void selectAll();
 
@@ -41,7 +43,8 @@ private:
     QAction* m_closeFile = nullptr;
     QAction* m_extract = nullptr;
     QList<QAction*> m_onFile;      ///< need a document
-    QList<QAction*> m_onSelection; ///< need selected pages
+    QList<QAction*> m_onPages;     ///< need the grid of its pages
+    QList<QAction*> m_onSelection; ///< need selected pages in it
     OpenFilePtr m_file;
     Watches m_watches;
     Watches m_fileWatches;

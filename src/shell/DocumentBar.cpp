@@ -41,6 +41,12 @@ QCoro::Task<> chooseAndInsert(AppModel& model, OpenFilePtr file)
     });
 }
 
+void signSelected(AppModel& model, const OpenFile& file)
+{
+    const bool isSelected = !file.selection.value().isEmpty();
+    model.startSigning(file, isSelected ? std::optional(file.selectedPages().front().id) : std::nullopt);
+}
+
 DocumentBar::DocumentBar(AppModel& model, QWidget* parent) : QWidget(parent), m_model(model)
 {
     setGround(*this, theme::surface);
@@ -85,9 +91,11 @@ QWidget* DocumentBar::makePageButtons()
 QLayout* DocumentBar::makeTools()
 {
     m_tools = new ToolButtons(this);
+    Button* sign = m_tools->add(Icon::Gesture, tr("Sign & Stamp"));
     Button* compress = m_tools->add(Icon::Compress, tr("Compress"));
     Button* split = m_tools->add(Icon::Scissors, tr("Split"));
     m_password = m_tools->add(Icon::LockOutline, tr("Password"));
+    connect(sign, &Button::clicked, this, [this] { signSelected(m_model, *m_file); });
     connect(compress, &Button::clicked, this, [this] { showSheet(FileSheet::Kind::Compress); });
     connect(split, &Button::clicked, this, [this] { showSheet(FileSheet::Kind::Split); });
     connect(m_password, &Button::clicked, this, [this] { showSheet(FileSheet::Kind::Password); });

@@ -58,6 +58,8 @@ private:
 
 /// The command that extracts the selected pages, or all when there is none.
 QString extractTitle(const OpenFile& file);
+/// The Sign & Stamp command: begins with the first selected page.
+void signSelected(AppModel& model, const OpenFile& file);
 /// The Insert Pages command: asks for files and adds their pages.
 QCoro::Task<> chooseAndInsert(AppModel& model, OpenFilePtr file);
 

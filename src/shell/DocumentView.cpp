@@ -2,10 +2,12 @@
 
 #include "controls/ElidedLabel.h"
 #include "controls/appearance.h"
+#include "controls/divider.h"
 #include "controls/layouts.h"
 #include "controls/paletteColors.h"
 #include "controls/style/Theme.h"
 #include "controls/style/icons.h"
+#include "controls/style/mnemonics.h"
 #include "platform/tasks/spawn.h"
 #include "shell/DocumentBar.h"
 #include "shell/pageGrid/PageGrid.h"
@@ -16,18 +18,6 @@
 
 namespace folvane {
 
-namespace {
-
-QWidget* makeDivider(QWidget* parent)
-{
-    auto* line = new QWidget(parent);
-    setGround(*line, theme::hairline);
-    line->setFixedHeight(1);
-    return line;
-}
-
-} // namespace
-
 DocumentView::DocumentView(AppModel& model, QWidget* parent)
     : QWidget(parent),
       m_model(model),
@@ -37,11 +27,13 @@ DocumentView::DocumentView(AppModel& model, QWidget* parent)
 {
     auto* column = makeColumn(this, {}, 0);
     column->addWidget(m_bar);
-    column->addWidget(makeDivider(this));
+    column->addWidget(makeDivider(Qt::Horizontal, this));
     column->addWidget(m_grid, 1);
-    column->addWidget(makeDivider(this));
+    column->addWidget(makeDivider(Qt::Horizontal, this));
     column->addWidget(m_footer);
     connect(m_bar, &DocumentBar::keyboardFreed, this, &DocumentView::takeFocus);
+    connect(m_grid, &PageGrid::opened, this,
+            [this](const QUuid& page) { m_model.startSigning(*m_file, page); });
     connect(m_grid, &PageGrid::pageMenuRequested, this, &DocumentView::showPageMenu);
 }
 
@@ -85,6 +77,8 @@ void DocumentView::showPageMenu(const QUuid& page, const QPoint& position)
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(tr("Rotate Left"), this, [this, file, pages] { m_model.turn(file, pages, false); });
     menu->addAction(tr("Rotate Right"), this, [this, file, pages] { m_model.turn(file, pages, true); });
+    menu->addAction(literal(tr("Sign & Stamp")), this,
+                    [this, file, page] { m_model.startSigning(*file, page); });
     menu->addAction(tr("Extract…"), this,
                     [this, file, pages] {
                         file->selection = pages;

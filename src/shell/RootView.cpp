@@ -18,6 +18,7 @@
 #include "shell/pageGrid/PageGrid.h"
 #include "shell/sidebar/SidebarView.h"
 #include "tools/merge/MergeView.h"
+#include "tools/sign/SignView.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -74,7 +75,7 @@ RootView::RootView(AppModel& model) : m_model(model)
     connect(m_sidebar, &SidebarView::chosen, this, &RootView::takeFocus);
     connect(m_toast, &ToastView::revealRequested, this,
             [this](const QUrl& file) { spawn(m_model.services().workspace.reveal(file)); });
-    m_watches.keep([this] { showDestination(); }, m_model.destination, m_model.files);
+    m_watches.keep([this] { showDestination(); }, m_model.destination, m_model.files, m_model.signingFileID);
     takeFocus();
     m_watches.keep([this] { showToast(); }, m_model.toast);
     m_watches.keep([this] { m_busy->setState(m_model.busy.value()); }, m_model.busy);
@@ -114,12 +115,16 @@ QWidget* RootView::makeMainArea()
     m_pages->addWidget(m_document);
     m_merge = new MergeView(m_model, m_pages);
     m_pages->addWidget(m_merge);
+    m_sign = new SignView(m_model, m_pages);
+    m_pages->addWidget(m_sign);
     m_toast = new ToastView(area);
     return area;
 }
 
 QWidget* RootView::viewOf(const OpenFilePtr& file) const
 {
+    if (file && m_model.signingFileID.value() == file->id)
+        return m_sign;
     if (file)
         return m_document;
     const std::optional<Destination> destination = m_model.destination.value();
@@ -134,6 +139,7 @@ void RootView::showDestination()
     QWidget* view = viewOf(file);
     const bool changes = m_pages->currentWidget() != view || m_document->file() != file;
     m_document->setFile(file);
+    m_sign->setFile(view == m_sign ? file : nullptr);
     m_pages->setCurrentWidget(view);
     m_toast->standOn(view == m_document ? m_document->footer()
                      : view == m_merge  ? m_merge->footer()
@@ -158,6 +164,8 @@ void RootView::takeFocus()
         return; // the overlay has the keyboard until the job has ended
     if (m_pages->currentWidget() == m_document)
         m_document->takeFocus();
+    else if (m_pages->currentWidget() == m_sign)
+        m_sign->takeFocus();
     else if (m_pages->currentWidget() == m_merge)
         m_merge->takeFocus();
     else

@@ -18,6 +18,7 @@ class FileSheets;
 class HomeView;
 class MergeView;
 class SidebarView;
+class SignView;
 class ToastView;
 class WindowCommands;
 
@@ -36,6 +37,7 @@ public:
 
     DocumentView& documentView() const { return *m_document; }
     MergeView& mergeView() const { return *m_merge; }
+    SignView& signView() const { return *m_sign; }
 
     /// Quits, or asks first when changes would be lost.
     void requestQuit();
@@ -70,6 +72,7 @@ private:
     HomeView* m_home;
     DocumentView* m_document;
     MergeView* m_merge;
+    SignView* m_sign;
     ToastView* m_toast;
     BusyOverlay* m_busy;
     FileSheets* m_sheets;

@@ -1,6 +1,7 @@
 #include "shell/ToolButtons.h"
 
 #include "controls/Button.h"
+#include "controls/style/mnemonics.h"
 
 namespace folvane {
 
@@ -12,9 +13,10 @@ ToolButtons::ToolButtons(QWidget* bar) : m_bar(bar)
 
 Button* ToolButtons::add(Icon icon, const QString& title)
 {
-    auto* button = new Button(Button::Kind::Tool, title, m_bar);
+    auto* button = new Button(Button::Kind::Tool, literal(title), m_bar);
     button->setSymbol(icon);
     button->setToolTip(title);
+    button->setAccessibleName(title); // from the text every & would be taken out
     addWidget(button);
     const int gap = m_buttons.isEmpty() ? 0 : spacing();
     const QLayoutItem* item = itemAt(count() - 1);

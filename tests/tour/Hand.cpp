@@ -104,6 +104,12 @@ void Hand::click(const QPoint& at, Qt::KeyboardModifiers modifiers, Qt::MouseBut
     QTest::mouseClick(target(), button, modifiers, local(at));
 }
 
+void Hand::doubleClick(const QPoint& at)
+{
+    click(at);
+    QTest::mouseDClick(target(), Qt::LeftButton, {}, local(at));
+}
+
 void Hand::hover(const QPoint& at)
 {
     QTest::mouseMove(target(), local(at));

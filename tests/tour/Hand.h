@@ -32,6 +32,7 @@ public:
 
     void click(const QPoint& at, Qt::KeyboardModifiers modifiers = {},
                Qt::MouseButton button = Qt::LeftButton);
+    void doubleClick(const QPoint& at);
     void hover(const QPoint& at);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     void type(const QString& text);

@@ -48,8 +48,9 @@ bool tells(QAccessible::Role role)
 
 QAccessibleInterface* findControl(QWidget& below, const QString& name)
 {
-    return find(QAccessible::queryAccessibleInterface(&below), [&name](QAccessibleInterface& item) {
-        return isControl(item) && item.text(QAccessible::Name).remove(u'&').section(u'\t', 0, 0) == name;
+    const auto plain = [](QString title) { return title.remove(u'&').section(u'\t', 0, 0); };
+    return find(QAccessible::queryAccessibleInterface(&below), [&](QAccessibleInterface& item) {
+        return isControl(item) && plain(item.text(QAccessible::Name)) == plain(name);
     });
 }
 

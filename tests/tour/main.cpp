@@ -31,6 +31,8 @@ constexpr std::pair<const char*, TourStep*> walk[] = {{"home", showHome},
                                                       {"long names", showLongNames},
                                                       {"file list", showFileList},
                                                       {"making stamps", showMakingStamps},
+                                                      {"signing", showSigning},
+                                                      {"signing sizes", showSigningSizes},
                                                       {"sizes", showSizes}};
 
 int s_warnings = 0;

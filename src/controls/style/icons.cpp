@@ -44,10 +44,10 @@ private:
 
 } // namespace
 
-// The font's own pair for turning has broken arcs, and of a whole one it has only this half.
+// The font's own pair for turning has broken arcs, and of a whole one it has only one half.
 void drawIcon(QPainter& painter, Icon icon, const QRectF& box, const QColor& color)
 {
-    const bool isMirrored = icon == Icon::RotateRight;
+    const bool isMirrored = icon == Icon::RotateRight || icon == Icon::Resize;
     QFont font(QStringLiteral("Material Icons"));
     font.setPixelSize(std::max(1, qRound(std::min(box.width(), box.height()))));
     painter.save();
@@ -57,8 +57,9 @@ void drawIcon(QPainter& painter, Icon icon, const QRectF& box, const QColor& col
         painter.translate(2 * box.center().x(), 0);
         painter.scale(-1, 1);
     }
-    painter.drawText(box, Qt::AlignCenter,
-                     QString(QChar(static_cast<char16_t>(isMirrored ? Icon::RotateLeft : icon))));
+    painter.drawText(
+        box, Qt::AlignCenter,
+        QString(QChar(static_cast<char16_t>(icon == Icon::RotateRight ? Icon::RotateLeft : icon))));
     painter.restore();
 }
 

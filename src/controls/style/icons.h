@@ -15,6 +15,7 @@ enum class Icon : char16_t {
     BrokenImage = 0xe3ad,
     Check = 0xe5ca,
     CheckCircle = 0xe86c,
+    ChevronLeft = 0xe5cb,
     ChevronRight = 0xe5cc,
     Close = 0xe5cd,
     Compress = 0xf1cf,
@@ -39,6 +40,7 @@ enum class Icon : char16_t {
     RadioUnchecked = 0xe836,
     Remove = 0xe5c9,
     Report = 0xe160,
+    Resize = 0xf1ce, ///< drawn mirrored
     RotateLeft = 0xe042,
     RotateRight = 0xe41a, ///< drawn as the mirrored RotateLeft
     Scissors = 0xe14e,

@@ -131,6 +131,11 @@ private:
 
 } // namespace
 
+QString literal(QString title)
+{
+    return title.replace(u'&', QLatin1String("&&"));
+}
+
 QStringList withMnemonics(const QStringList& titles)
 {
     QSet<QChar> taken;

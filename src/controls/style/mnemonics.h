@@ -10,6 +10,9 @@ namespace folvane {
 /// letter that is. Titles that have one keep it; where no letter is left a title has none.
 QStringList withMnemonics(const QStringList& titles);
 
+/// The title of an entry or a button in which an & is a letter.
+QString literal(QString title);
+
 /// Gives every menu mnemonics when it shows, and underlines them once Alt is pressed, as long as it is held or a menu that
 /// was reached with it is up. Installed once, on the application.
 void installMnemonics(QObject& application);

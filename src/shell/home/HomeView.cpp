@@ -100,6 +100,9 @@ QLayout* HomeView::makeHeader(QWidget* page) const
 QWidget* HomeView::makeTools(QWidget* page)
 {
     auto* tools = new TileGrid(page);
+    auto* sign = new ToolTile(
+        Icon::Gesture, tr("Sign & Stamp"),
+        tr("Put your signature, initials or a company seal on any page, or on all of them."), tools);
     auto* compress =
         new ToolTile(Icon::Compress, tr("Compress"),
                      tr("Original, Medium, Small, or up to the size a website or email asks for."), tools);
@@ -110,8 +113,9 @@ QWidget* HomeView::makeTools(QWidget* page)
                      tr("By page ranges like 1-3, 5, 8-10, every few pages or page by page."), tools);
     auto* pictures = new ToolTile(Icon::Pictures, tr("Images to PDF"),
                                   tr("Photos and scans as pages of one PDF, in name order."), tools);
-    for (ToolTile* tile : {compress, merge, split, pictures})
+    for (ToolTile* tile : {sign, compress, merge, split, pictures})
         tools->add(tile);
+    connect(sign, &ToolTile::clicked, this, [this] { spawn(openOne(m_model, Tool::Sign)); });
     connect(compress, &ToolTile::clicked, this, [this] { spawn(openOne(m_model, Tool::Compress)); });
     connect(merge, &ToolTile::clicked, this,
             [this] { m_model.destination = Destination(Destination::Place::Merge); });

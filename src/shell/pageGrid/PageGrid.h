@@ -30,6 +30,8 @@ public:
     void doItemsLayout() override;
 
 signals:
+    /// By a double click, or by the Return key.
+    void opened(QUuid page);
     void pageMenuRequested(QUuid page, QPoint globalPosition);
 
 protected:

@@ -42,9 +42,13 @@ void PageGrid::mouseReleaseEvent(QMouseEvent* event)
     }
 }
 
-void PageGrid::mouseDoubleClickEvent(QMouseEvent*)
+void PageGrid::mouseDoubleClickEvent(QMouseEvent* event)
 {
     m_pressed.reset(); // its first click has selected the page
+    const QModelIndex under = indexAt(event->position().toPoint());
+    const std::optional<QUuid> page = event->button() == Qt::LeftButton ? pageAt(under.row()) : std::nullopt;
+    if (page)
+        emit opened(*page);
 }
 
 void PageGrid::contextMenuEvent(QContextMenuEvent* event)
@@ -81,6 +85,9 @@ bool PageGrid::commandByKey(QKeyEvent* event)
         m_file->selection = QSet<QUuid>();
     } else if (event->key() == Qt::Key_Space && currentIndex().isValid()) {
         m_selection->click(*pageAt(currentIndex().row()), Qt::ControlModifier);
+    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+               && currentIndex().isValid()) {
+        emit opened(*pageAt(currentIndex().row()));
     } else {
         return false;
     }

@@ -9,6 +9,7 @@
 #include "controls/popUpBelow.h"
 #include "controls/style/Theme.h"
 #include "controls/style/continuousRect.h"
+#include "controls/style/mnemonics.h"
 #include "platform/tasks/spawn.h"
 #include "tools/merge/MergeList.h"
 #include "viewParts/choosingFiles.h"
@@ -27,8 +28,7 @@ constexpr int widestMenuName = 320;
 
 QString menuName(const QMenu& menu, const QString& name)
 {
-    QString shown = QFontMetrics(menu.font()).elidedText(name, Qt::ElideMiddle, widestMenuName);
-    return shown.replace(u'&', QLatin1String("&&"));
+    return literal(QFontMetrics(menu.font()).elidedText(name, Qt::ElideMiddle, widestMenuName));
 }
 
 } // namespace
