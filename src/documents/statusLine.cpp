@@ -8,22 +8,21 @@ namespace folvane {
 
 namespace {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("folvane::statusLine", text);
-}
+struct StatusLine {
+    Q_DECLARE_TR_FUNCTIONS(folvane::statusLine)
+};
 
 } // namespace
 
 QString statusLine(const OpenFile& file)
 {
-    QStringList pieces{tr("%1 pages").arg(file.pages.value().size())};
+    QStringList pieces{StatusLine::tr("%1 pages").arg(file.pages.value().size())};
     if (const auto selected = file.selection.value().size(); selected > 0)
-        pieces += tr("%1 selected").arg(selected);
+        pieces += StatusLine::tr("%1 selected").arg(selected);
     if (file.password)
-        pieces += tr("password");
+        pieces += StatusLine::tr("password");
     if (file.isEdited)
-        pieces += tr("not saved");
+        pieces += StatusLine::tr("not saved");
     return pieces.join(QStringLiteral(" · "));
 }
 

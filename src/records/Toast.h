@@ -10,7 +10,7 @@ namespace folvane {
 /// A short notice at the bottom of the window.
 struct Toast {
     QString text;
-    std::optional<QUrl> reveal; ///< offers "Show in Finder" for this file, and stays longer
+    std::optional<QUrl> reveal; ///< offers to show this file in its folder, and stays longer
 
     bool operator==(const Toast&) const = default;
 };

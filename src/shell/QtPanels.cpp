@@ -4,18 +4,12 @@
 #include "platform/files/fileKind.h"
 #include "shell/lossQuestion.h"
 
-#include <QCoreApplication>
 #include <QCoro/QCoroSignal>
 #include <QFileDialog>
 
 namespace folvane {
 
 namespace {
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("folvane::QtPanels", text);
-}
 
 QStringList patterns(const QStringList& extensions)
 {
@@ -32,9 +26,9 @@ QString filter(const QList<ContentType>& types)
         extensions << QStringLiteral("pdf");
     if (types.contains(ContentType::Image))
         extensions << pictureExtensions();
-    const QString title = types == QList{ContentType::Pdf}     ? tr("PDFs")
-                          : types == QList{ContentType::Image} ? tr("Images")
-                                                               : tr("PDFs and images");
+    const QString title = types == QList{ContentType::Pdf}     ? QtPanels::tr("PDFs")
+                          : types == QList{ContentType::Image} ? QtPanels::tr("Images")
+                                                               : QtPanels::tr("PDFs and images");
     return QStringLiteral("%1 (%2)").arg(title, patterns(extensions).join(u' '));
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/desktop/Panels.h"
 
+#include <QCoreApplication>
 #include <QPointer>
 #include <QWidget>
 
@@ -9,6 +10,8 @@ namespace folvane {
 
 /// The desktop's file panels, over the window. They give files of this machine only.
 class QtPanels final : public Panels {
+    Q_DECLARE_TR_FUNCTIONS(folvane::QtPanels)
+
 public:
     /// Until it is set, panels stand alone.
     void setWindow(QWidget* window) { m_window = window; }

@@ -10,6 +10,7 @@
 #include "platform/files/SourceFile.h"
 #include "platform/tasks/Clock.h"
 #include "platform/tasks/spawn.h"
+#include "platform/texts/translations.h"
 #include "shell/ClosedWindowNotice.h"
 #include "shell/CommandLine.h"
 #include "shell/QtPanels.h"
@@ -83,6 +84,7 @@ int main(int argc, char** argv)
     const QString activationToken = activationTokenOfStart();
     QApplication application(argc, argv);
     nameApplication();
+    installTranslations();
     const CommandLine line = readCommandLine(QCoreApplication::arguments());
     QApplication::setQuitOnLastWindowClosed(false); // the window decides
     raiseDescriptorLimit();

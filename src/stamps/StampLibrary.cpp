@@ -6,7 +6,6 @@
 #include "stamps/stampIndex.h"
 #include "stamps/storedPicture.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -21,11 +20,6 @@ namespace {
 
 constexpr qint64 largestIndex = qint64(4) << 20; // bytes
 constexpr qint64 mostPixels = qint64(1) << 26;   // of all pictures: strange ones must not fill the memory
-
-QString translated(const char* text)
-{
-    return QCoreApplication::translate("folvane::StampLibrary", text);
-}
 
 double secondsSince2001()
 {
@@ -95,7 +89,7 @@ std::optional<StampRecord> StampLibrary::add(const StampMaker::Stamp& stamp, con
                             stamp.pixelWidth, stamp.pixelHeight};
     if (!store(stamp, added)) {
         QFile::remove(pathOf(id));
-        errorMessage = translated("The signature or stamp couldn't be saved. Try again.");
+        errorMessage = tr("The signature or stamp couldn't be saved. Try again.");
         return std::nullopt;
     }
     if (const QImage picture = storedPicture(stamp.png); !picture.isNull()) {
@@ -134,7 +128,7 @@ void StampLibrary::remove(const QUuid& id)
 bool StampLibrary::change(const QList<StampRecord>& records)
 {
     if (!write(records)) {
-        errorMessage = translated("The change couldn't be saved. Try again.");
+        errorMessage = tr("The change couldn't be saved. Try again.");
         return false;
     }
     stamps = records;
@@ -158,8 +152,7 @@ QHash<QUuid, QUrl> StampLibrary::files() const
 
 QString StampLibrary::suggestedName(const StampMaker::Stamp& stamp) const
 {
-    const QString base =
-        isSignature(stamp.pixelWidth, stamp.pixelHeight) ? translated("Signature") : translated("Stamp");
+    const QString base = isSignature(stamp.pixelWidth, stamp.pixelHeight) ? tr("Signature") : tr("Stamp");
     QSet<QString> taken;
     for (const StampRecord& record : stamps.value())
         taken.insert(record.name);

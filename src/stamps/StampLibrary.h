@@ -3,6 +3,7 @@
 #include "records/StampRecord.h"
 #include "stamps/StampMaker.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QImage>
 #include <QList>
@@ -15,6 +16,8 @@ namespace folvane {
 /// The user's signatures and stamps: a PNG for each in one folder, and an index beside them. The only one who writes
 /// there; on the interface thread. Pages name a stamp by its id and never hold a copy.
 class StampLibrary {
+    Q_DECLARE_TR_FUNCTIONS(folvane::StampLibrary)
+
 public:
     /// Loads what is in the folder, which need not exist. An index that cannot be read counts as none, and stays until
     /// the next change; stamps whose picture has gone are left out.

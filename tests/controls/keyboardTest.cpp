@@ -89,7 +89,7 @@ TEST_F(Keyboard, ScreenReadersHearWhatEachControlIs)
 {
     Button tool(Button::Kind::Tool, "Sign && Stamp");
     tool.setIconOnly(true);
-    LinkButton link("Show in Finder");
+    LinkButton link("Show in Folder");
     NoteBanner note("Take care.", NoteBanner::Tone::Danger);
     SectionHeader header("Files");
     struct Heard {
@@ -99,7 +99,7 @@ TEST_F(Keyboard, ScreenReadersHearWhatEachControlIs)
     };
     for (const auto& [widget, role, name] :
          {Heard{group, QAccessible::Grouping, ""}, Heard{turn, QAccessible::PushButton, "Rotate Right"},
-          Heard{&link, QAccessible::PushButton, "Show in Finder"},
+          Heard{&link, QAccessible::PushButton, "Show in Folder"},
           Heard{&note, QAccessible::StaticText, "Take care."}, Heard{&header, QAccessible::Heading, "Files"},
           Heard{picker, QAccessible::Grouping, "Mode"},
           Heard{segments[2], QAccessible::RadioButton, "Single"},

@@ -5,6 +5,7 @@
 #include "pictures/pictures.h"
 #include "platform/files/SourceFile.h"
 #include "platform/tasks/JobQueue.h"
+#include "platform/texts/translations.h"
 #include "support/await.h"
 
 #include <QGuiApplication>
@@ -117,6 +118,7 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(config::appName.toString());
+    installTranslations();
     raiseDescriptorLimit();
     preparePictureDecoding();
     driver::Program program;

@@ -44,7 +44,7 @@ TEST_F(Keyboard, ComesBackToThePagesWheneverTheirDocumentIsShown)
     EXPECT_EQ(await(std::move(choosing)), QList<QUrl>());
     expectPagesHaveIt("a panel");
     model.showToast("Saved", makePdf("new.pdf", 3));
-    hand.tabTo("Show in Finder");
+    hand.tabTo("Show in Folder");
     model.toast = std::nullopt;
     expectPagesHaveIt("a toast that went with it");
     model.destination = Destination();

@@ -1,3 +1,5 @@
+#include "platform/texts/translations.h"
+
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -20,6 +22,7 @@ int main(int argc, char** argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const Application application(argc, argv);
+    folvane::installTranslations();
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -5,6 +5,7 @@
 #include "pictures/pictures.h"
 #include "platform/files/SourceFile.h"
 #include "platform/files/writeFile.h"
+#include "platform/texts/translations.h"
 #include "tools/merge/MergeList.h"
 #include "tools/merge/MergeView.h"
 #include "tools/merge/mergeRow.h"
@@ -78,6 +79,7 @@ void prepareApplication()
 {
     QCoreApplication::setOrganizationName(config::makerName.toString());
     QCoreApplication::setApplicationName(config::appName.toString());
+    installTranslations();
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setCursorFlashTime(0); // pictures do not depend on the moment
     raiseDescriptorLimit();

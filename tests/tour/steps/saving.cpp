@@ -55,7 +55,7 @@ void showSaving(Tour& tour)
     tour.press("Delete Pages");
     const QString path = tour.save("Shorter report.pdf", [&tour] { tour.press("Save As…"); });
     tour.picture("toast-with-a-button");
-    tour.press("Show in Finder");
+    tour.press("Show in Folder");
     Tour::check(tour.workspace.revealed == QList{QUrl::fromLocalFile(path)},
                 "the toast shows the saved file");
     const QStringList pages = checkedTexts(path);
