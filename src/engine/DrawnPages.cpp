@@ -49,7 +49,7 @@ pdf::PicturePages::Picture DrawnPages::picture(int page, int longSide, int quali
     const Samples drawn = longSide > fullSide ? draw(page, wanted, stop) : full(page, stop);
     if (!drawn || stop.stop_requested())
         return {};
-    const ImageSamples samples = scaled(*drawn, wanted, stop);
+    const ImageSamples samples = scaled(drawn->view(), wanted, stop);
     return {encodeJpeg(samples.view(), quality, stop), wanted, samples.channels};
 }
 

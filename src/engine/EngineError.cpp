@@ -15,6 +15,8 @@ std::string words(EngineError::Kind kind, const std::exception_ptr& cause)
         std::rethrow_exception(cause);
     } catch (const std::exception& error) {
         return words + ": " + error.what();
+    } catch (...) {
+        return words;
     }
 }
 

@@ -98,6 +98,12 @@ void AreaScaler::addRow(const uint8_t* row, const uint8_t* opacity)
     accumulateRow(m_weighted.data());
 }
 
+void AreaScaler::addRows(const SampleView& rows)
+{
+    for (int y = 0; y < rows.size.height(); ++y)
+        addRow(rows.row(y));
+}
+
 template <typename Sample> void AreaScaler::accumulateRow(const Sample* row)
 {
     const qint64 from = m_from.height(), to = m_to.height();
@@ -165,7 +171,7 @@ void AreaScaler::storeRow()
     }
 }
 
-ImageSamples scaled(const ImageSamples& samples, QSize to, const std::stop_token& stop)
+ImageSamples scaled(const SampleView& samples, QSize to, const std::stop_token& stop)
 {
     AreaScaler scaler(samples.size, to, samples.channels);
     for (int y = 0; y < samples.size.height() && !stop.stop_requested(); ++y)

@@ -18,6 +18,8 @@ public:
     /// As above, each pixel weighing as much as it is opaque (`opacity`, one byte a pixel): colours that nobody sees
     /// do not bleed into those that are seen.
     void addRow(const uint8_t* row, const uint8_t* opacity);
+    /// The next rows from the top.
+    void addRows(const SampleView& rows);
 
     bool isComplete() const { return m_rowsIn == m_from.height(); }
     /// The finished picture. Rows that never came are black.
@@ -51,6 +53,6 @@ private:
 };
 
 /// The picture at a size that is no larger in either direction; of no use once a stop was asked for.
-ImageSamples scaled(const ImageSamples& samples, QSize to, const std::stop_token& stop);
+ImageSamples scaled(const SampleView& samples, QSize to, const std::stop_token& stop = {});
 
 } // namespace folvane

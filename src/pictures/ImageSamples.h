@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRect>
 #include <QSize>
 
 #include <algorithm>
@@ -17,6 +18,12 @@ struct SampleView {
     int channels;
 
     const uint8_t* row(int y) const { return samples + static_cast<size_t>(y) * stride; }
+    /// Of a box within it.
+    SampleView part(QRect box) const
+    {
+        return {row(box.top()) + static_cast<size_t>(box.left()) * static_cast<size_t>(channels), stride,
+                box.size(), channels};
+    }
 };
 
 /// A decoded picture: eight bits a sample, rows from the top without padding, the samples of a pixel side by side.

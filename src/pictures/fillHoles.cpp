@@ -1,5 +1,7 @@
 #include "pictures/fillHoles.h"
 
+#include "pictures/samplesOf.h"
+
 #include <QRect>
 
 namespace folvane {
@@ -80,8 +82,7 @@ void fillHoles(ImageSamples& samples, const std::vector<uint8_t>& holes, const s
 QImage withoutTransparency(QImage picture, const std::stop_token& stop)
 {
     constexpr int channels = 4, colours = 3;
-    const SampleView view{picture.constBits(), static_cast<size_t>(picture.bytesPerLine()), picture.size(),
-                          channels};
+    const SampleView view = viewOf(picture);
     const auto isHole = [](const uint8_t* pixel, int, int) { return pixel[colours] == 0; };
     Shrunk coarse = shrunk(view, coarseSide, colours, isHole, stop);
     fillHoles(coarse.samples, coarse.holes, stop);

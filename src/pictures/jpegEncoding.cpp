@@ -1,6 +1,7 @@
 #include "pictures/jpegEncoding.h"
 
 #include "pictures/JpegErrors.h"
+#include "pictures/samplesOf.h"
 
 #include <algorithm>
 #include <new>
@@ -145,9 +146,7 @@ QByteArray encodeJpeg(const QImage& image, int quality, const std::stop_token& s
 {
     const bool isGrey = image.format() == QImage::Format_Grayscale8;
     const QImage plain = isGrey ? image : image.convertToFormat(QImage::Format_RGB888);
-    return encodeJpeg(SampleView{plain.constBits(), static_cast<size_t>(plain.bytesPerLine()), plain.size(),
-                                 isGrey ? 1 : 3},
-                      quality, stop);
+    return encodeJpeg(viewOf(plain), quality, stop);
 }
 
 // Each block of 8 by 8 takes a bit for its mean and one for its end.

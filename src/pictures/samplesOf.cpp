@@ -18,6 +18,11 @@ ImageSamples samplesOf(const QImage& image, std::optional<int> channels)
     return samples;
 }
 
+SampleView viewOf(const QImage& image)
+{
+    return {image.constBits(), static_cast<size_t>(image.bytesPerLine()), image.size(), image.depth() / 8};
+}
+
 namespace {
 
 QImage::Format formatOf(int channels)

@@ -12,6 +12,9 @@ namespace folvane {
 /// colour, which is a third of the work for all that follows.
 ImageSamples samplesOf(const QImage& image, std::optional<int> channels = std::nullopt);
 
+/// The samples of a picture in any format of eight bits a sample.
+SampleView viewOf(const QImage& image);
+
 /// The way back, without a copy: Format_RGB888, Format_Grayscale8 for one channel, Format_RGBA8888_Premultiplied for four.
 QImage imageOf(ImageSamples samples);
 

@@ -52,10 +52,7 @@ std::optional<QRect> inkBox(const ImageSamples& pixels)
 
 ImageSamples cutOut(const ImageSamples& pixels, QRect box, int longest)
 {
-    AreaScaler scaler(box.size(), sizeWithin(box.size(), longest), pixels.channels);
-    for (int y = box.top(); y <= box.bottom(); ++y)
-        scaler.addRow(pixels.row(y) + static_cast<ptrdiff_t>(box.left()) * pixels.channels);
-    return scaler.take();
+    return scaled(pixels.view().part(box), sizeWithin(box.size(), longest));
 }
 
 } // namespace folvane

@@ -30,10 +30,8 @@ ImageSamples premultiplied(const QImage& image, int longest)
     constexpr int strip = 64; // rows
     AreaScaler scaler(image.size(), sizeWithin(image.size(), longest), 4);
     for (int y = 0; y < image.height(); y += strip) {
-        const QImage rows = image.copy(0, y, image.width(), std::min(strip, image.height() - y))
-                                .convertToFormat(QImage::Format_RGBA8888_Premultiplied);
-        for (int row = 0; row < rows.height(); ++row)
-            scaler.addRow(rows.constScanLine(row));
+        const QImage rows = image.copy(0, y, image.width(), std::min(strip, image.height() - y));
+        scaler.addRows(viewOf(rows.convertToFormat(QImage::Format_RGBA8888_Premultiplied)));
     }
     return scaler.take();
 }

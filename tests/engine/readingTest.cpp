@@ -88,6 +88,13 @@ TEST_F(ReadingTest, AReadThatFailsNeverGivesATornCopyAndTheNextOneIsWhole)
     EXPECT_EQ(engine.open(source.url).systemError, EIO);
 }
 
+TEST(EngineErrors, HaveCausesOfAnyKind)
+{
+    const EngineError error(EngineError::Kind::WriteFailed, std::make_exception_ptr(1));
+    EXPECT_STREQ(error.what(), "write failed");
+    EXPECT_THROW(std::rethrow_exception(error.cause()), int);
+}
+
 TEST_F(ReadingTest, AStopAtAnyReadEndsTheBuildAndNothingElse)
 {
     pages.password = "locked";

@@ -148,7 +148,7 @@ std::optional<SmallerImage> madeAnew(const StoredImage& image, const QByteArray&
     const QSize wanted = sizeWithin(kept->size, target.maxPixels);
     if (wanted == kept->size)
         return encoded(*kept, image, target.quality, stop);
-    return encoded(scaled(*kept, wanted, stop), image, target.quality, stop);
+    return encoded(scaled(kept->view(), wanted, stop), image, target.quality, stop);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "pictures/AreaScaler.h"
 #include "pictures/jpegEncoding.h"
+#include "pictures/samplesOf.h"
 #include "stamps/storedPicture.h"
 
 #include <array>
@@ -15,15 +16,6 @@ constexpr uint8_t inkFrom = 201; // alpha from which a pixel tells the ink's col
 constexpr uint8_t unseenUpTo = 7;
 
 using Colour = std::array<uint8_t, 3>;
-
-ImageSamples scaledPixels(const QImage& picture, QSize size)
-{
-    const QImage pixels = picture.convertToFormat(QImage::Format_RGBA8888_Premultiplied);
-    AreaScaler scaler(pixels.size(), size, 4);
-    for (int y = 0; y < pixels.height(); ++y)
-        scaler.addRow(pixels.constScanLine(y));
-    return scaler.take();
-}
 
 /// Black where no pixel is opaque enough to tell.
 Colour inkColour(const ImageSamples& pixels)
@@ -69,7 +61,8 @@ QByteArray alphaOf(const ImageSamples& pixels)
 
 std::shared_ptr<const CompactStamp> compactStamp(const QImage& picture, QSize size, int quality)
 {
-    const ImageSamples pixels = scaledPixels(picture, size);
+    const QImage full = picture.convertToFormat(QImage::Format_RGBA8888_Premultiplied);
+    const ImageSamples pixels = scaled(viewOf(full), size);
     const QByteArray jpeg = encodeJpeg(coloursOf(pixels).view(), quality, {}, Chroma::Full);
     return jpeg.isEmpty() ? nullptr
                           : std::make_shared<CompactStamp>(CompactStamp{size, jpeg, alphaOf(pixels)});
