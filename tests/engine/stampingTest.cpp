@@ -160,6 +160,63 @@ TEST_F(Stamps, MakeOnlyTheirPagesFlat)
     EXPECT_TRUE(text.contains("(Tagged)") && !text.contains("(Flat)"));
 }
 
+/// A field of 100 by 40 points without an appearance, and a colour that is seen there, counted from its lower left corner.
+struct BareField {
+    const char* entries;
+    QPoint at;
+    QColor colour;
+};
+
+const QColor red(255, 0, 0), blue(0, 0, 255);
+const BareField bareFields[] = {
+    {"/FT /Tx /V (Value) /BS << /W 4 >> /MK << /BC [1 0 0] /BG [0 0 1] >>", {2, 20}, red},
+    {"/FT /Tx /V (Value) /MK << /BC [1 0 0] /BG [1 1 0] >>", {90, 20}, Qt::yellow},
+    {"/FT /Tx /V (secret) /Ff 8192 /Border [0 0 4] /MK << /BC [1 0 0] >>", {98, 20}, red},
+    {"/FT /Tx /BS << /W 4 /S /U >> /MK << /BC [1 0 0] >>", {50, 2}, red},
+    {"/FT /Tx /BS << /W 4 /S /U >> /MK << /BC [1 0 0] >>", {50, 38}, Qt::white},
+    {"/FT /Tx /BS << /W 4 /S /B >> /MK << /BC [1 0 0] /BG [0 0 1] >>", {50, 34}, Qt::white},
+    {"/FT /Tx /BS << /W 4 /S /I >> /MK << /BC [1 0 0] /BG [0 0 1] >>", {50, 34}, QColor(128, 128, 128)},
+    {"/FT /Tx /BS << /W 4 /S /D /D [20 20] >> /MK << /BC [1 0 0] >>", {12, 2}, red},
+    {"/FT /Tx /BS << /W 4 /S /D /D [20 20] >> /MK << /BC [1 0 0] >>", {32, 2}, Qt::white},
+    {"/FT /Tx /F 2 /BS << /W 4 >> /MK << /BC [1 0 0] /BG [0 0 1] >>", {50, 20}, Qt::white},
+    {"/FT /Btn /AS /On /V /On /MK << /BG [0 0 1] /CA (n) >>", {50, 20}, Qt::black},
+    {"/FT /Btn /AS /Off /MK << /BG [0 0 1] /CA (n) >>", {50, 20}, blue},
+    {"/FT /Btn /Ff 32768 /AS /Off /BS << /W 4 >> /MK << /BC [1 0 0] >>", {50, 38}, red},
+    {"/FT /Btn /Ff 32768 /AS /Off /BS << /W 4 >> /MK << /BC [1 0 0] >>", {2, 2}, Qt::white},
+};
+
+TEST_F(Stamps, LeaveWhatIsSeenOfFieldsWithoutAnAppearance)
+{
+    QList<QByteArray> fields;
+    QByteArray kids;
+    for (const BareField& field : bareFields) {
+        const auto row = fields.size();
+        kids += QByteArray::number(5 + row) + " 0 R ";
+        fields << "<< /Subtype /Widget /T (" + QByteArray::number(row) + ") /DA (/F1 12 Tf 1 g) /Rect [100 "
+                      + QByteArray::number(50 * row) + " 200 " + QByteArray::number(50 * row + 40) + "] "
+                      + field.entries + " >>";
+    }
+    placement.center = {0.8, 0.3};
+    BuildPlan plan;
+    add(plan,
+        opened("form.pdf", pdfOfPages({{"", "/Annots [" + kids + "]"}},
+                                      "/AcroForm << /Fields [" + kids + "] >>", fields)),
+        {0});
+    const QString flat = built(stamped(plan));
+    EXPECT_EQ(textOf(flat).simplified(), "■ ****** Value Value");
+    for (const Reader reader : {Reader::Poppler, Reader::MuPdf}) {
+        const QImage image = seen(flat, reader);
+        for (size_t row = 0; row < std::size(bareFields); ++row) {
+            const auto& [entries, at, colour] = bareFields[row];
+            const QColor pixel = image.pixelColor(2 * (100 + at.x()), 2 * (800 - 50 * int(row) - at.y()));
+            EXPECT_LT(std::abs(pixel.red() - colour.red()) + std::abs(pixel.green() - colour.green())
+                          + std::abs(pixel.blue() - colour.blue()),
+                      60)
+                << entries << " " << pixel.name().toStdString();
+        }
+    }
+}
+
 TEST_F(Stamps, AreInTheFileOnceWithTheirOwnJpeg)
 {
     const QUrl source = opened("pages.pdf", numberedPdf("a", 20));

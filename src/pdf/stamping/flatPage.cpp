@@ -1,6 +1,7 @@
 #include "pdf/stamping/flatPage.h"
 
 #include "pdf/stamping/contentText.h"
+#include "pdf/stamping/widgetLook.h"
 #include "pdf/structure/pageAttributes.h"
 
 #include <set>
@@ -121,6 +122,7 @@ void move(QPDFObjectHandle annotation, const QTransform& upright)
 
 /// What becomes of the annotations of a page.
 struct Annotations {
+    QPDF& document;
     QTransform upright;
     int rotation;
     bool areFieldsStale;
@@ -150,8 +152,10 @@ struct Annotations {
         const bool isDrawn = annotation.getAppearanceStream("/N").isStream();
         if (kind == "/Widget") {
             widgets.push_back(object);
-            if (!isDrawn || areFieldsStale)
-                QPDFFormFieldObjectHelper(object).generateAppearance(annotation);
+            if (!isDrawn)
+                drawWidget(document, object);
+            else if (areFieldsStale)
+                drawValue(document, object);
         } else if (kind == "/Link" || (!isDrawn && kind != "/Popup" && isSeen(annotation))) {
             move(object, upright);
             live.push_back(object);
@@ -195,7 +199,7 @@ FlatPage flatten(QPDF& document, QPDFObjectHandle page, const PageGeometry& geom
     std::string content = "q\n" + matrix(upright) + " cm\n" + form + " Do\n";
     FlatPage flat{size, {}, resources.dictionary(), {}, {}};
     noteStructureKey(page, "/StructParents", flat);
-    Annotations annotations{upright, geometry.rotation, hasStaleFields(document),
+    Annotations annotations{document, upright, geometry.rotation, hasStaleFields(document),
                             QPDFPageObjectHelper(page).getAttribute("/Resources", false)};
     for (QPDFObjectHandle& annotation : annotationsOf(page)) {
         noteStructureKey(annotation, "/StructParent", flat);
