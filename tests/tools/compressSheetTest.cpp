@@ -1,6 +1,6 @@
 #include "tools/compress/CompressSheet.h"
 
-#include "controls/ChoiceRow.h"
+#include "controls/choices/ChoiceRow.h"
 #include "controls/sliders/StepSlider.h"
 #include "documents/ModelTest.h"
 #include "tools/pdfSamples.h"

@@ -203,4 +203,12 @@ void Hand::pull(const QPoint& from, const QPoint& to, const std::function<void()
     QTest::mouseRelease(target(), Qt::LeftButton, {}, local(to));
 }
 
+void Hand::draw(const QList<QPoint>& places)
+{
+    QTest::mousePress(target(), Qt::LeftButton, {}, local(places.first()));
+    for (const QPoint& place : places.sliced(1))
+        hover(place);
+    QTest::mouseRelease(target(), Qt::LeftButton, {}, local(places.last()));
+}
+
 } // namespace folvane

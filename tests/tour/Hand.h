@@ -47,6 +47,8 @@ public:
                    End end = End::Drop);
     /// Drags what stays within its list: the mouse alone does it, without the system.
     void pull(const QPoint& from, const QPoint& to, const std::function<void()>& over = [] {});
+    /// Presses at the first place, goes through the others and lets go at the last.
+    void draw(const QList<QPoint>& places);
     /// What hangs under the pointer now.
     const std::optional<PlacedPicture>& dragged() const { return m_dragged; }
 

@@ -12,6 +12,8 @@ namespace folvane {
 enum class Icon : char16_t {
     Add = 0xe145,
     AddPage = 0xe89c,
+    BoxChecked = 0xe834,
+    BoxUnchecked = 0xe835,
     BrokenImage = 0xe3ad,
     Check = 0xe5ca,
     CheckCircle = 0xe86c,

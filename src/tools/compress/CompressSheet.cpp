@@ -1,8 +1,8 @@
 #include "tools/compress/CompressSheet.h"
 
-#include "controls/ChoiceRow.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
+#include "controls/choices/ChoiceRow.h"
 #include "controls/layouts.h"
 #include "controls/sheets/NoteBanner.h"
 #include "controls/sliders/StepSlider.h"

@@ -2,24 +2,12 @@
 
 #include "controls/style/Theme.h"
 #include "controls/style/continuousRect.h"
+#include "controls/style/drawInTheMiddle.h"
 #include "tools/stamps/checkerboard.h"
 
 #include <QPainter>
 
 namespace folvane {
-
-namespace {
-
-/// On whole pixels of the screen.
-QPointF inTheMiddle(const QRectF& room, const QPixmap& picture)
-{
-    const double scale = picture.devicePixelRatio();
-    const QSizeF free = room.size() - picture.deviceIndependentSize();
-    const QPointF corner = room.topLeft() + QPointF(free.width(), free.height()) / 2;
-    return QPointF((corner * scale).toPoint()) / scale;
-}
-
-} // namespace
 
 CheckeredPicture::CheckeredPicture(int padding, QWidget* parent) : QWidget(parent), m_padding(padding) {}
 
@@ -51,7 +39,7 @@ void CheckeredPicture::paintEvent(QPaintEvent*)
     painter.strokePath(continuousRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius - 0.5),
                        QPen(theme::hairline, 1));
     if (!m_picture.isNull())
-        painter.drawPixmap(inTheMiddle(rect(), shown()), shown());
+        drawInTheMiddle(painter, rect(), shown());
 }
 
 } // namespace folvane

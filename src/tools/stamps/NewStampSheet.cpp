@@ -7,6 +7,8 @@
 #include "controls/sheets/NoteBanner.h"
 #include "controls/style/Theme.h"
 #include "tools/stamps/StampPreview.h"
+#include "tools/stamps/drawing/DrawingPad.h"
+#include "tools/stamps/ready/ReadyStampsPicker.h"
 
 #include <QPointer>
 
@@ -17,43 +19,62 @@ namespace {
 constexpr int sheetWidth = 560;
 constexpr int spacing = 16;
 constexpr int lowestContent = 120;
+constexpr int padHeight = 220;
 constexpr int spinnerSide = 16;
 
 } // namespace
 
 NewStampSheet::NewStampSheet(AppModel& model, StampSource source, QWidget* parent)
-    : SheetFrame(QString(), parent, sheetWidth), m_model(model)
+    : SheetFrame(QString(), parent, sheetWidth), m_model(model), m_stage(new QWidget(this))
 {
+    layout()->setSpacing(spacing);
     setTitleLine(tr("New Signature or Stamp"));
-    addParts();
+    makeColumn(m_stage, {}, spacing);
+    m_stage->setMinimumHeight(lowestContent);
+    content().addWidget(m_stage);
+    std::visit([this](const auto& from) { begin(from); }, source.from);
+    addOutcomes();
     addButtons();
     m_watches.keep([this] { refresh(); }, m_making.result, m_making.errorText);
     connect(this, &QDialog::finished, this, [this] { m_making.stop(); });
-    std::visit([this](const auto& from) { begin(from); }, source.from);
 }
 
-void NewStampSheet::addParts()
+void NewStampSheet::begin(StampSource::Drawing)
 {
-    layout()->setSpacing(spacing);
-    auto* stage = new QWidget(this);
-    auto* parts = makeColumn(stage, {}, spacing);
-    m_preview = new StampPreview(stage);
+    setTitleLine(tr("Draw Your Signature"));
+    auto* pad = new DrawingPad({contentWidth(), padHeight}, m_stage);
+    m_stage->layout()->addWidget(pad);
+    connect(pad, &DrawingPad::used, this, [this, pad](const InkDrawing& drawing) {
+        setTitleLine(tr("New Signature or Stamp"));
+        pad->hide();
+        m_making.start(drawing);
+    });
+}
+
+void NewStampSheet::begin(StampSource::Ready)
+{
+    setTitleLine(tr("Ready Stamps"));
+    auto* picker = new ReadyStampsPicker(m_model, contentWidth(), m_stage);
+    m_stage->layout()->addWidget(picker);
+    connect(picker, &ReadyStampsPicker::chosen, this, &NewStampSheet::finish);
+}
+
+void NewStampSheet::addOutcomes()
+{
+    m_preview = new StampPreview(m_stage);
     m_progress = makeProgress();
     m_progress->setMinimumHeight(m_preview->sizeHint().height()); // the preview changes nothing around it
-    m_error = new NoteBanner(QString(), NoteBanner::Tone::Warning, stage);
-    parts->addWidget(m_progress);
-    parts->addWidget(m_preview);
-    parts->addWidget(m_error, 0, Qt::AlignVCenter);
-    m_progress->hide();
+    m_error = new NoteBanner(QString(), NoteBanner::Tone::Warning, m_stage);
+    m_stage->layout()->addWidget(m_progress);
+    m_stage->layout()->addWidget(m_preview);
+    m_stage->layout()->addWidget(m_error);
+    m_stage->layout()->setAlignment(m_error, Qt::AlignVCenter);
     m_preview->hide();
-    m_error->hide();
-    stage->setMinimumHeight(lowestContent);
-    content().addWidget(stage);
 }
 
 QWidget* NewStampSheet::makeProgress()
 {
-    auto* progress = new QWidget(this);
+    auto* progress = new QWidget(m_stage);
     auto* row = makeRow(progress, {}, 10);
     row->addStretch();
     row->addWidget(new Spinner(spinnerSide, progress));
@@ -65,32 +86,25 @@ QWidget* NewStampSheet::makeProgress()
 
 void NewStampSheet::addButtons()
 {
-    Button* cancel = addButton(Button::Kind::Secondary, tr("Cancel"));
+    m_cancel = addButton(Button::Kind::Secondary, tr("Cancel"));
     m_save = addButton(Button::Kind::Primary, tr("Save"));
     m_save->setDefault(true);
-    connect(cancel, &Button::clicked, this, &QDialog::reject);
+    connect(m_cancel, &Button::clicked, this, &QDialog::reject);
     connect(m_save, &Button::clicked, this, &NewStampSheet::save);
-    cancel->setFocus();
-}
-
-void NewStampSheet::work(const StampMaking::Picture& picture)
-{
-    m_progress->show();
-    m_making.start(picture);
 }
 
 void NewStampSheet::refresh()
 {
     const std::optional<StampMaking::Result>& result = m_making.result.value();
     const std::optional<QString>& error = m_making.errorText.value();
-    m_save->setEnabled(result.has_value());
-    if (!result && !error)
-        return;
-    m_progress->hide();
+    m_progress->setVisible(m_making.isWorking());
     m_error->setText(error.value_or(QString()));
     m_error->setVisible(error.has_value());
+    m_save->setEnabled(result.has_value());
     if (result)
         m_preview->showPicture(result->preview, m_model.stamps.suggestedName(result->stamp));
+    if (error)
+        m_cancel->setFocus(); // there is nothing else to do
 }
 
 void NewStampSheet::save()

@@ -11,7 +11,8 @@ namespace folvane {
 class NoteBanner;
 class StampPreview;
 
-/// Makes a new signature or stamp for the library from a picture, which it shows without its paper before it is kept.
+/// Makes a new signature or stamp for the library: of a picture or a drawing, which it shows without its paper before it is
+/// kept, or of a ready word.
 class NewStampSheet : public SheetFrame {
     Q_OBJECT
 
@@ -24,23 +25,24 @@ signals:
     void saved(folvane::StampRecord record);
 
 private:
+    void begin(const QUrl& file) { m_making.start(file); }
+    void begin(const QByteArray& bytes) { m_making.start(bytes); }
+    void begin(StampSource::Drawing);
+    void begin(StampSource::Ready);
+    void addOutcomes();
     QWidget* makeProgress();
-    void addParts();
     void addButtons();
-    void begin(const QUrl& file) { work(file); }
-    void begin(const QByteArray& bytes) { work(bytes); }
-    void begin(StampSource::Drawing) {}
-    void begin(StampSource::Ready) {}
-    void work(const StampMaking::Picture& picture);
     void refresh();
     void save();
     void finish(const StampRecord& record);
 
     AppModel& m_model;
     StampMaking m_making{m_model.stamps};
+    QWidget* m_stage; ///< what is above the buttons: where a stamp is begun, then what became of it
     QWidget* m_progress;
     StampPreview* m_preview;
     NoteBanner* m_error;
+    Button* m_cancel;
     Button* m_save;
     Watches m_watches;
 };

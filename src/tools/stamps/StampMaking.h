@@ -1,6 +1,7 @@
 #pragma once
 
 #include "stamps/StampLibrary.h"
+#include "tools/stamps/drawing/InkDrawing.h"
 
 #include <QImage>
 #include <QProperty>
@@ -16,8 +17,8 @@ namespace folvane {
 /// Work stops when this dies.
 class StampMaking {
 public:
-    /// A file, or the bytes of one.
-    using Picture = std::variant<QUrl, QByteArray>;
+    /// A file, the bytes of one, or what was drawn by hand.
+    using Picture = std::variant<QUrl, QByteArray, InkDrawing>;
     struct Result {
         StampMaker::Stamp stamp;
         QImage preview;
@@ -34,6 +35,7 @@ public:
     /// Begins to work on a picture; what went on before is dropped.
     void start(const Picture& picture);
     void stop() { m_stop.request_stop(); }
+    bool isWorking() const { return m_isWorking; }
     /// Puts the result into the library. Nothing when there is none or it cannot be stored, which the library then tells.
     std::optional<StampRecord> save(const QString& name);
 
@@ -43,6 +45,7 @@ private:
 
     StampLibrary& m_library;
     std::stop_source m_stop;
+    bool m_isWorking = false;
 };
 
 } // namespace folvane

@@ -1,4 +1,4 @@
-#include "controls/ChoiceRow.h"
+#include "controls/choices/ChoiceRow.h"
 #include "platform/files/writeFile.h"
 #include "platform/texts/localeTexts.h"
 #include "tools/pdfSamples.h"

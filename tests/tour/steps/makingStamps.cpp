@@ -1,17 +1,33 @@
 #include "controls/sheets/NoteBanner.h"
 #include "platform/files/writeFile.h"
-#include "tools/stamps/NewStampSheet.h"
+#include "stamps/ReadyStampRenderer.h"
+#include "tools/stamps/drawing/DrawingCanvas.h"
+#include "tools/stamps/openNewStampSheet.h"
 #include "tour/steps.h"
 
 #include <QImage>
 #include <QPainter>
-#include <QPainterPath>
 
 namespace folvane {
 
 namespace {
 
 const QSize photoSize(2400, 1600);
+
+/// A name as somebody signs it, in a box of 240 by 160.
+QList<QPainterPath> signature()
+{
+    QPainterPath name({60, 95});
+    name.cubicTo(70, 20, 100, 30, 85, 110);
+    name.cubicTo(90, 60, 115, 55, 110, 95);
+    name.cubicTo(118, 50, 140, 55, 132, 94);
+    name.cubicTo(150, 40, 165, 75, 190, 80);
+    QPainterPath flourish({50, 118});
+    flourish.cubicTo(100, 100, 160, 128, 196, 104);
+    QPainterPath accent({148, 48});
+    accent.lineTo(158, 40);
+    return {name, flourish, accent};
+}
 
 /// Paper under a lamp.
 QImage paper()
@@ -30,14 +46,10 @@ QImage signedPaper()
     QImage photo = paper();
     QPainter painter(&photo);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QColor(28, 40, 110), 16, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    QPainterPath name({700, 900});
-    name.cubicTo(760, 300, 960, 420, 880, 1000);
-    name.cubicTo(900, 700, 1080, 640, 1060, 940);
-    name.cubicTo(1100, 620, 1280, 660, 1240, 930);
-    name.cubicTo(1400, 500, 1500, 760, 1700, 820);
-    painter.drawPath(name);
-    painter.drawLine(680, 1080, 1740, 1030);
+    painter.scale(10, 10);
+    painter.setPen(QPen(QColor(28, 40, 110), 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    for (const QPainterPath& line : signature())
+        painter.drawPath(line);
     return photo;
 }
 
@@ -48,12 +60,26 @@ QUrl put(Tour& tour, const QString& name, const QImage& photo)
     return QUrl::fromLocalFile(tour.path(name));
 }
 
-NewStampSheet& openSheet(Tour& tour, const StampSource& source)
+QWidget& openSheet(Tour& tour, const StampSource& source)
 {
-    auto* sheet = new NewStampSheet(tour.model, source, &tour.window);
-    sheet->setAttribute(Qt::WA_DeleteOnClose);
-    sheet->open();
-    return *sheet;
+    openNewStampSheet(tour.model, source, tour.window);
+    return tour.hand.top();
+}
+
+void waitForStamp(Tour& tour, const QString& picture)
+{
+    waitUntil("The stamp", [&tour] { return tour.hand.finds("Save"); });
+    tour.picture(picture);
+}
+
+void waitForClose(Tour& tour)
+{
+    waitUntil("The closing of the sheet", [&tour] { return &tour.hand.top() == &tour.window; });
+}
+
+const StampRecord& newest(Tour& tour)
+{
+    return tour.model.stamps.stamps.value().last();
 }
 
 void showError(Tour& tour, const StampSource& source, const QString& picture)
@@ -69,12 +95,11 @@ void showPhotos(Tour& tour)
 {
     openSheet(tour, {put(tour, "Signed.jpg", signedPaper())});
     tour.movingPicture("stamp-working");
-    waitUntil("The stamp", [&tour] { return tour.hand.finds("Save"); });
-    tour.picture("stamp-preview");
+    waitForStamp(tour, "stamp-preview");
     tour.type("Signature of the president of the committee for the copper harbour and its lanterns, in blue",
               "stamp-preview-long-name");
     tour.keys({Qt::Key_Return});
-    Tour::check(tour.model.stamps.stamps.value().last().name.endsWith("in blue"), "the stamp has its name");
+    Tour::check(newest(tour).name.endsWith("in blue"), "the stamp has its name");
 
     const QUrl broken = QUrl::fromLocalFile(tour.path("Broken.jpg"));
     writeFile(broken, "This was never a picture.");
@@ -82,11 +107,74 @@ void showPhotos(Tour& tour)
     showError(tour, {put(tour, "Blank.jpg", paper())}, "stamp-without-ink");
 }
 
+void sign(Tour& tour, const QWidget& canvas)
+{
+    for (const QPainterPath& line : signature()) {
+        QList<QPoint> places;
+        for (int i = 0; i <= 48; ++i)
+            places.append(canvas.mapToGlobal((line.pointAtPercent(i / 48.0) * 2).toPoint() - QPoint(0, 70)));
+        tour.hand.draw(places);
+    }
+}
+
+void showDrawing(Tour& tour)
+{
+    const auto* canvas = openSheet(tour, {StampSource::Drawing()}).findChild<DrawingCanvas*>();
+    tour.picture("drawing-pad");
+    Tour::check(!tour.hand.finds("Clear") && !tour.hand.finds("Use This Signature"),
+                "an empty pad has nothing to clear or use");
+    sign(tour, *canvas);
+    tour.picture("drawing-signed");
+    tour.press("Red", "drawing-in-red");
+    tour.press("Clear");
+    sign(tour, *canvas);
+    tour.press("Use This Signature");
+    waitForStamp(tour, "drawing-preview");
+    tour.keys({Qt::Key_Return});
+    Tour::check(newest(tour).name == "Signature", "a drawing is a signature");
+    const QImage drawn = tour.model.stamps.images.value()[newest(tour).id];
+    Tour::check(drawn.hasAlphaChannel() && drawn.pixelColor(0, 0).alpha() == 0,
+                "its ground stays transparent");
+}
+
+void showReady(Tour& tour)
+{
+    const QString today = ReadyStampRenderer::today();
+    openSheet(tour, {StampSource::Ready()});
+    tour.picture("ready-red");
+    tour.press("Blue", "ready-blue");
+    tour.press("Add today's date", "ready-dated");
+    tour.press("Black", "ready-black");
+    tour.hand.tabTo("CONFIDENTIAL · " + today);
+    tour.keys({}, "ready-by-keyboard");
+    tour.keys({Qt::Key_Return});
+    waitForClose(tour);
+    Tour::check(newest(tour).name == "CONFIDENTIAL · " + today, "a ready stamp is called after its words");
+
+    openSheet(tour, {StampSource::Ready()});
+    tour.press("Add today's date");
+    tour.hand.tabTo("Your own word, like PAID IN CASH");
+    tour.type("paid in cash ", "ready-own-word");
+    tour.press("Add");
+    waitForClose(tour);
+    Tour::check(newest(tour).name == "PAID IN CASH", "one's own words become capitals");
+    const qsizetype before = tour.model.stamps.stamps.value().size();
+    openSheet(tour, {StampSource::Ready()});
+    tour.picture("ready-remembered");
+    tour.hand.tabTo("Your own word, like PAID IN CASH");
+    tour.type("Paid in cash");
+    tour.keys({Qt::Key_Return});
+    waitForClose(tour);
+    Tour::check(tour.model.stamps.stamps.value().size() == before, "the same words are the same stamp");
+}
+
 } // namespace
 
 void showMakingStamps(Tour& tour)
 {
     showPhotos(tour);
+    showDrawing(tour);
+    showReady(tour);
 }
 
 } // namespace folvane

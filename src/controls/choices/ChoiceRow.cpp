@@ -1,4 +1,4 @@
-#include "controls/ChoiceRow.h"
+#include "controls/choices/ChoiceRow.h"
 
 #include "controls/Spinner.h"
 #include "controls/appearance.h"
