@@ -1,7 +1,5 @@
 #include "controls/AdaptiveGrid.h"
 
-#include <QWidget>
-
 namespace folvane {
 
 namespace {
@@ -56,20 +54,13 @@ int AdaptiveGrid::heightForWidth(int width) const
     return height + margins.top() + margins.bottom();
 }
 
-// As high as the present width needs: a scroll area asks for no height at a width.
 QSize AdaptiveGrid::sizeHint() const
 {
-    return {m_columns.narrowest, heightForWidth(std::max(geometry().width(), m_columns.narrowest))};
-}
-
-QSize AdaptiveGrid::minimumSize() const
-{
-    return {0, sizeHint().height()};
+    return {m_columns.narrowest, heightForWidth(m_columns.narrowest)};
 }
 
 void AdaptiveGrid::setGeometry(const QRect& rect)
 {
-    const bool isOtherWidth = rect.width() != geometry().width();
     QLayout::setGeometry(rect);
     const QRect inside = contentsRect();
     const int columns = m_columns.in(inside.width());
@@ -82,8 +73,6 @@ void AdaptiveGrid::setGeometry(const QRect& rect)
         m_items[i]->setGeometry(cell);
         cell.translate(cell.width() + m_columns.spacing, 0);
     }
-    if (isOtherWidth && parentWidget())
-        parentWidget()->updateGeometry();
 }
 
 } // namespace folvane

@@ -25,7 +25,7 @@ public:
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override;
     QSize sizeHint() const override;
-    QSize minimumSize() const override;
+    QSize minimumSize() const override { return {m_columns.narrowest, 0}; }
     Qt::Orientations expandingDirections() const override { return Qt::Horizontal; }
     void setGeometry(const QRect& rect) override;
 

@@ -32,6 +32,8 @@ public:
     {
         setText(title);
         setShortcut({});
+        if (title.contains(u'&'))
+            setAccessibleName(title);
         setFocusPolicy(focus);
     }
 };

@@ -1,13 +1,12 @@
 #pragma once
 
 class QMenu;
+class QWidget;
 
 namespace folvane {
 
-class Button;
-
 /// Opens the menu below the button: from its left edge on or, where it would stand out of the window there, up to its
 /// right edge.
-void popUpBelow(QMenu& menu, const Button& button);
+void popUpBelow(QMenu& menu, const QWidget& button);
 
 } // namespace folvane

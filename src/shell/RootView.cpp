@@ -19,6 +19,7 @@
 #include "shell/sidebar/SidebarView.h"
 #include "tools/merge/MergeView.h"
 #include "tools/sign/SignView.h"
+#include "tools/stamps/StampsView.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -117,6 +118,8 @@ QWidget* RootView::makeMainArea()
     m_pages->addWidget(m_merge);
     m_sign = new SignView(m_model, m_pages);
     m_pages->addWidget(m_sign);
+    m_stamps = new StampsView(m_model, m_pages);
+    m_pages->addWidget(m_stamps);
     m_toast = new ToastView(area);
     return area;
 }
@@ -130,6 +133,8 @@ QWidget* RootView::viewOf(const OpenFilePtr& file) const
     const std::optional<Destination> destination = m_model.destination.value();
     if (destination && destination->is(Destination::Place::Merge))
         return m_merge;
+    if (destination && destination->is(Destination::Place::Stamps))
+        return m_stamps;
     return m_home;
 }
 
@@ -168,6 +173,8 @@ void RootView::takeFocus()
         m_sign->takeFocus();
     else if (m_pages->currentWidget() == m_merge)
         m_merge->takeFocus();
+    else if (m_pages->currentWidget() == m_stamps)
+        m_stamps->takeFocus();
     else
         m_home->takeFocus();
 }

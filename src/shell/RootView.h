@@ -19,6 +19,7 @@ class HomeView;
 class MergeView;
 class SidebarView;
 class SignView;
+class StampsView;
 class ToastView;
 class WindowCommands;
 
@@ -73,6 +74,7 @@ private:
     DocumentView* m_document;
     MergeView* m_merge;
     SignView* m_sign;
+    StampsView* m_stamps;
     ToastView* m_toast;
     BusyOverlay* m_busy;
     FileSheets* m_sheets;

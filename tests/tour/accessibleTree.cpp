@@ -44,14 +44,19 @@ bool tells(QAccessible::Role role)
            || role == QAccessible::Dialog || role == QAccessible::Window;
 }
 
+/// Entries of menus have a key marked in their name, and some a shortcut behind it.
+bool isCalled(QAccessibleInterface& item, const QString& name)
+{
+    const QString text = item.text(QAccessible::Name);
+    return text == name || QString(text).remove(u'&').section(u'\t', 0, 0) == name;
+}
+
 } // namespace
 
 QAccessibleInterface* findControl(QWidget& below, const QString& name)
 {
-    const auto plain = [](QString title) { return title.remove(u'&').section(u'\t', 0, 0); };
-    return find(QAccessible::queryAccessibleInterface(&below), [&](QAccessibleInterface& item) {
-        return isControl(item) && plain(item.text(QAccessible::Name)) == plain(name);
-    });
+    return find(QAccessible::queryAccessibleInterface(&below),
+                [&name](QAccessibleInterface& item) { return isControl(item) && isCalled(item, name); });
 }
 
 bool allHaveNames(QWidget& below)

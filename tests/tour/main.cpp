@@ -31,6 +31,7 @@ constexpr std::pair<const char*, TourStep*> walk[] = {{"home", showHome},
                                                       {"long names", showLongNames},
                                                       {"file list", showFileList},
                                                       {"making stamps", showMakingStamps},
+                                                      {"stamps", showStamps},
                                                       {"signing", showSigning},
                                                       {"signing sizes", showSigningSizes},
                                                       {"sizes", showSizes}};

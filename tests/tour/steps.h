@@ -11,6 +11,6 @@ using TourStep = void(Tour& tour);
 // In the files of steps/.
 TourStep showHome, showDocuments, showBrowsing, showSelecting, showDragging, showMenus, showPasswords,
     showSaving, showCompressing, showMerging, showSplitting, showProtecting, showExporting, showAlerts,
-    showLongNames, showFileList, showMakingStamps, showSizes, showSigning, showSigningSizes;
+    showLongNames, showFileList, showMakingStamps, showStamps, showSizes, showSigning, showSigningSizes;
 
 } // namespace folvane

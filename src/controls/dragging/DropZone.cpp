@@ -52,7 +52,7 @@ DropZone::DropZone(QWidget* parent)
 {
     setCursor(Qt::PointingHandCursor);
     setAccessibleDescription(tr("or click to open. Images become pages of a new PDF."));
-    connect(m_drops, &FileDrops::overChanged, this, qOverload<>(&QWidget::update));
+    connect(m_drops, &FileDrops::underDragChanged, this, qOverload<>(&QWidget::update));
     connect(m_drops, &FileDrops::dropped, this, &DropZone::filesDropped);
 }
 
@@ -71,7 +71,7 @@ void DropZone::drawGround(QPainter& painter, const ControlState& state) const
     const double half = outline / 2;
     const QPainterPath frame =
         continuousRect(QRectF(rect()).adjusted(half, half, -half, -half), cornerRadius - half);
-    const bool targeted = m_drops->areOver();
+    const bool targeted = m_drops->isUnderDrag();
     painter.fillPath(frame, targeted ? theme::accentSoft : theme::surface);
     if (!targeted)
         state.wash(painter, frame, theme::hoverSoft, theme::accentSoft);

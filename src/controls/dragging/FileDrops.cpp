@@ -2,51 +2,16 @@
 
 #include "controls/dragging/droppedFiles.h"
 
-#include <QDropEvent>
-#include <QMimeData>
-#include <QWidget>
-
 namespace folvane {
 
-FileDrops::FileDrops(QWidget& target) : QObject(&target)
+DropTarget::Verdict FileDrops::judge(const QMimeData& data) const
 {
-    target.setAcceptDrops(true);
-    target.installEventFilter(this);
+    return droppedFiles(&data).isEmpty() ? Verdict::Leave : Verdict::Take;
 }
 
-bool FileDrops::eventFilter(QObject*, QEvent* event)
+void FileDrops::take(const QMimeData& data)
 {
-    switch (event->type()) {
-    case QEvent::DragEnter: return enter(*static_cast<QDropEvent*>(event));
-    case QEvent::DragLeave: setOver(false); return true;
-    case QEvent::Drop: return drop(*static_cast<QDropEvent*>(event));
-    default: return false;
-    }
-}
-
-bool FileDrops::enter(QDropEvent& event)
-{
-    if (droppedFiles(event.mimeData()).isEmpty())
-        return false;
-    acceptCopy(event);
-    setOver(true);
-    return true;
-}
-
-bool FileDrops::drop(QDropEvent& event)
-{
-    setOver(false);
-    acceptCopy(event);
-    emit dropped(droppedFiles(event.mimeData()));
-    return true;
-}
-
-void FileDrops::setOver(bool over)
-{
-    if (over == m_areOver)
-        return;
-    m_areOver = over;
-    emit overChanged();
+    emit dropped(droppedFiles(&data));
 }
 
 } // namespace folvane

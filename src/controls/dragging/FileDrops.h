@@ -1,38 +1,25 @@
 #pragma once
 
-#include <QList>
-#include <QObject>
-#include <QUrl>
+#include "controls/dragging/DropTarget.h"
 
-class QDropEvent;
-class QWidget;
+#include <QList>
+#include <QUrl>
 
 namespace folvane {
 
 /// Lets local files be dropped on a widget, as copies; anything else is left to what lies around it.
-class FileDrops : public QObject {
+class FileDrops : public DropTarget {
     Q_OBJECT
 
 public:
-    explicit FileDrops(QWidget& target);
-
-    /// Files hang over the widget.
-    bool areOver() const { return m_areOver; }
+    explicit FileDrops(QWidget& target) : DropTarget(target) {}
 
 signals:
-    /// areOver() is another than before.
-    void overChanged();
     void dropped(QList<QUrl> files);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
-private:
-    bool enter(QDropEvent& event);
-    bool drop(QDropEvent& event);
-    void setOver(bool over);
-
-    bool m_areOver = false;
+    Verdict judge(const QMimeData& data) const override;
+    void take(const QMimeData& data) override;
 };
 
 } // namespace folvane

@@ -48,6 +48,7 @@ SidebarView::SidebarView(AppModel& model, QWidget* parent) : QWidget(parent), m_
     connect(m_home, &SidebarRow::clicked, this, [this] { go(Destination()); });
     connect(m_open, &SidebarRow::clicked, this, [this] { spawn(m_model.chooseAndOpen()); });
     connect(m_merge, &SidebarRow::clicked, this, [this] { go(Destination(Destination::Place::Merge)); });
+    connect(m_stamps, &SidebarRow::clicked, this, [this] { go(Destination(Destination::Place::Stamps)); });
     connect(m_files, &FileList::chosen, this, &SidebarView::chosen);
     m_watches.keep([this] { markCurrent(); }, m_model.files, m_model.destination);
 }
@@ -61,6 +62,7 @@ QWidget* SidebarView::makeList()
     m_open = new SidebarRow(Icon::Add, tr("Open…"), list);
     m_open->setColor(theme::accentDeep);
     m_merge = new SidebarRow(Icon::Layers, tr("Merge PDFs"), list);
+    m_stamps = new SidebarRow(Icon::Gesture, tr("Signatures & Stamps"), list);
     auto* column = makeColumn(list, {10, 12, 10, 12}, 2);
     column->addWidget(m_home);
     column->addWidget(makeHeader(tr("Files"), list));
@@ -68,6 +70,7 @@ QWidget* SidebarView::makeList()
     column->addWidget(m_open);
     column->addWidget(makeHeader(tr("Tools"), list));
     column->addWidget(m_merge);
+    column->addWidget(m_stamps);
     column->addStretch();
     return list;
 }
@@ -80,9 +83,12 @@ void SidebarView::go(const Destination& destination)
 
 void SidebarView::markCurrent()
 {
-    const bool merges = m_model.destination.value() == Destination(Destination::Place::Merge);
-    m_home->setCurrent(!currentFile(m_model) && !merges);
+    const std::optional<Destination> destination = m_model.destination.value();
+    const bool merges = destination == Destination(Destination::Place::Merge);
+    const bool stamps = destination == Destination(Destination::Place::Stamps);
+    m_home->setCurrent(!currentFile(m_model) && !merges && !stamps);
     m_merge->setCurrent(merges);
+    m_stamps->setCurrent(stamps);
 }
 
 } // namespace folvane

@@ -32,6 +32,7 @@ private:
     FileList* m_files;
     SidebarRow* m_open;
     SidebarRow* m_merge;
+    SidebarRow* m_stamps;
     Watches m_watches;
 };
 

@@ -4,11 +4,11 @@
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/dragging/FileDrops.h"
+#include "controls/dragging/dropSign.h"
 #include "controls/layouts.h"
 #include "controls/paletteColors.h"
 #include "controls/popUpBelow.h"
 #include "controls/style/Theme.h"
-#include "controls/style/continuousRect.h"
 #include "controls/style/mnemonics.h"
 #include "platform/tasks/spawn.h"
 #include "tools/merge/MergeList.h"
@@ -41,7 +41,7 @@ MergeView::MergeView(AppModel& model, QWidget* parent)
     column->addWidget(m_states, 1);
     m_states->addWidget(makeEmptyState());
     m_states->addWidget(makeFilledState());
-    connect(m_drops, &FileDrops::overChanged, this, qOverload<>(&QWidget::update));
+    connect(m_drops, &FileDrops::underDragChanged, this, qOverload<>(&QWidget::update));
     connect(m_drops, &FileDrops::dropped, this,
             [this](const QList<QUrl>& files) { spawn(m_model.addToMerge(files)); });
     m_watches.keep([this] { refresh(); }, m_model.merge.items, m_model.busy);
@@ -155,14 +155,10 @@ void MergeView::takeFocus()
 
 void MergeView::paintEvent(QPaintEvent*)
 {
-    if (!m_drops->areOver())
+    if (!m_drops->isUnderDrag())
         return;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const int room = height() - (m_footer->isVisible() ? m_footer->height() : 0);
-    const QPainterPath frame = continuousRect(QRectF(0, 0, width(), room).adjusted(9, 9, -9, -9), 18);
-    painter.fillPath(frame, theme::accentSoft);
-    painter.strokePath(frame, QPen(theme::accent, 2));
+    drawDropSign(painter, rect().adjusted(0, 0, 0, m_footer->isVisible() ? -m_footer->height() : 0));
 }
 
 } // namespace folvane

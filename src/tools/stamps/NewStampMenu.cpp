@@ -28,7 +28,7 @@ NewStampMenu::NewStampMenu(AppModel& model, QWidget* parent)
     auto* keys = new QShortcut(QKeySequence::Paste, this);
     connect(keys, &QShortcut::activated, this, &NewStampMenu::paste);
     connect(this, &Button::clicked, this, [this, paste] {
-        paste->setEnabled(offersStamp(*QGuiApplication::clipboard()->mimeData(), StampGesture::Paste));
+        paste->setEnabled(canPaste());
         popUpBelow(*m_menu, *this);
     });
 }
@@ -43,9 +43,17 @@ QCoro::Task<> NewStampMenu::chooseFile()
         emit chosen({files.first()});
 }
 
+// An empty clipboard may have no data at all.
+bool NewStampMenu::canPaste()
+{
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    return data && offersStamp(*data, StampGesture::Paste);
+}
+
 void NewStampMenu::paste()
 {
-    if (auto source = stampFrom(*QGuiApplication::clipboard()->mimeData(), StampGesture::Paste))
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    if (const auto source = data ? stampFrom(*data, StampGesture::Paste) : std::nullopt)
         emit chosen(*source);
 }
 

@@ -21,6 +21,7 @@ signals:
 
 private:
     QCoro::Task<> chooseFile();
+    static bool canPaste();
     void paste();
 
     AppModel& m_model;

@@ -36,10 +36,9 @@ void StampGrid::add(const QUuid& stamp)
     cell->setParent(this);
     cell->installEventFilter(this);
     m_grid->addWidget(cell);
-    if (!m_cells.isEmpty())
-        setTabOrder(m_cells.last(), cell);
     m_stamps.append(stamp);
     m_cells.append(cell);
+    stopTabAt(m_cells.contains(m_stop) ? m_stop : cell);
 }
 
 // It may be in the middle of an event, so it dies later.
@@ -47,10 +46,10 @@ void StampGrid::removeAt(qsizetype index)
 {
     QWidget* cell = m_cells.takeAt(index);
     m_stamps.removeAt(index);
-    const QWidget* withKeyboard = window()->focusWidget();
-    const bool hadKeyboard = cell == withKeyboard || cell->isAncestorOf(withKeyboard);
-    if (hadKeyboard && !m_cells.isEmpty())
-        m_cells[std::min(index, m_cells.size() - 1)]->setFocus();
+    if (cell == m_stop && !m_cells.isEmpty())
+        stopTabAt(m_cells[std::min(index, m_cells.size() - 1)]);
+    if (cell == window()->focusWidget())
+        takeFocus();
     m_grid->removeWidget(cell);
     cell->hide();
     cell->deleteLater();
@@ -59,11 +58,30 @@ void StampGrid::removeAt(qsizetype index)
 bool StampGrid::eventFilter(QObject* cell, QEvent* event)
 {
     const qsizetype index = m_cells.indexOf(cell);
-    if (index >= 0 && event->type() == QEvent::FocusIn)
+    if (index >= 0 && event->type() == QEvent::FocusIn) {
+        stopTabAt(m_cells[index]);
         emit reached(m_cells[index]);
+    }
     if (index >= 0 && event->type() == QEvent::KeyPress)
         return goFrom(index, Qt::Key(static_cast<QKeyEvent*>(event)->key()));
     return QFrame::eventFilter(cell, event);
+}
+
+void StampGrid::stopTabAt(QWidget* cell)
+{
+    m_stop = cell;
+    for (QWidget* each : m_cells) {
+        const int policy = each->focusPolicy();
+        each->setFocusPolicy(Qt::FocusPolicy(each == cell ? policy | Qt::TabFocus : policy & ~Qt::TabFocus));
+    }
+}
+
+bool StampGrid::takeFocus()
+{
+    if (!m_cells.contains(m_stop))
+        return false;
+    m_stop->setFocus();
+    return true;
 }
 
 bool StampGrid::goFrom(qsizetype index, Qt::Key key)

@@ -13,7 +13,7 @@ namespace folvane {
 class AdaptiveGrid;
 
 /// A widget for each stamp of the library, in its order. They come and go with their stamps; where the keyboard was on
-/// one that goes, the one that comes to its place has it. The arrow keys go from one to the next.
+/// one that goes, the one that comes to its place has it. All are one stop of the Tab key; the arrow keys go from one to the next.
 class StampGrid : public QFrame {
     Q_OBJECT
 
@@ -22,8 +22,8 @@ public:
 
     StampGrid(AppModel& model, const AdaptiveColumns& columns, MakeCell makeCell, QWidget* parent = nullptr);
 
-    /// In the order of the library.
-    const QList<QWidget*>& cells() const { return m_cells; }
+    /// Gives the keyboard to the stamp that had it last. False: there is none.
+    bool takeFocus();
 
 signals:
     /// The keyboard came to this one.
@@ -37,12 +37,14 @@ private:
     void add(const QUuid& stamp);
     void removeAt(qsizetype index);
     bool goFrom(qsizetype index, Qt::Key key);
+    void stopTabAt(QWidget* cell);
 
     AppModel& m_model;
     const MakeCell m_makeCell;
     AdaptiveGrid* m_grid;
     QList<QUuid> m_stamps;
     QList<QWidget*> m_cells;
+    QWidget* m_stop = nullptr; ///< where the Tab key leads to; may have gone
     Watches m_watches;
 };
 

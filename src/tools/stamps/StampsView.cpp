@@ -1,0 +1,161 @@
+#include "tools/stamps/StampsView.h"
+
+#include "controls/Panel.h"
+#include "controls/TextLabel.h"
+#include "controls/appearance.h"
+#include "controls/dragging/dropSign.h"
+#include "controls/layouts.h"
+#include "controls/sheets/Alert.h"
+#include "controls/style/Theme.h"
+#include "controls/style/icons.h"
+#include "controls/style/visualMargin.h"
+#include "tools/stamps/NewStampMenu.h"
+#include "tools/stamps/RenameSheet.h"
+#include "tools/stamps/StampCard.h"
+#include "tools/stamps/StampDrops.h"
+#include "tools/stamps/StampGrid.h"
+#include "tools/stamps/openNewStampSheet.h"
+
+#include <QPainter>
+#include <QScrollArea>
+
+namespace folvane {
+
+namespace {
+
+constexpr int padding = 20;
+constexpr int emptyIconSide = 20;
+constexpr AdaptiveColumns columns{200, 16};
+
+} // namespace
+
+StampsView::StampsView(AppModel& model, QWidget* parent)
+    : QWidget(parent), m_model(model), m_drops(new StampDrops(*this)), m_scroll(new QScrollArea(this))
+{
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->setWidget(makePage());
+    m_scroll->widget()->setAutoFillBackground(false); // the sign of a drop lies below
+    m_scroll->viewport()->setAutoFillBackground(false);
+    makeColumn(this, {}, 0)->addWidget(m_scroll);
+    connect(m_new, &NewStampMenu::chosen, this, &StampsView::make);
+    connect(m_drops, &StampDrops::dropped, this, &StampsView::make);
+    connect(m_drops, &StampDrops::underDragChanged, this, qOverload<>(&QWidget::update));
+    connect(m_grid, &StampGrid::reached, this,
+            [this](QWidget* card) { m_scroll->ensureWidgetVisible(card); });
+}
+
+QWidget* StampsView::makePage()
+{
+    auto* page = new QWidget(m_scroll);
+    QWidget* empty = makeEmptyState(page);
+    m_grid = new StampGrid(m_model, columns, [this](const QUuid& stamp) { return makeCard(stamp); }, page);
+    setVisualMargin(*m_grid, Panel::margin());
+    m_grid->layout()->setContentsMargins(Panel::margin());
+    auto* column = makeColumn(page, QMargins() + padding, padding);
+    column->addLayout(makeHeader(page));
+    column->addWidget(empty);
+    column->addWidget(m_grid);
+    column->addStretch();
+    m_watches.keep(
+        [this, empty] {
+            const bool hasStamps = !m_model.stamps.stamps.value().isEmpty();
+            empty->setVisible(!hasStamps);
+            m_grid->setVisible(hasStamps);
+        },
+        m_model.stamps.stamps);
+    return page;
+}
+
+QLayout* StampsView::makeHeader(QWidget* page)
+{
+    auto* words = makeColumn(nullptr, {}, 4);
+    words->addWidget(
+        new TextLabel(tr("Signatures & Stamps"), interfaceFont(24, Weight::Bold), theme::text, page));
+    auto* promise = new TextLabel(
+        tr("Your signature, initials or a company seal, with the paper removed automatically. They stay only "
+           "on this Mac. Folvane puts your own images on documents; it doesn't make a signature legally "
+           "binding by itself."),
+        interfaceFont(13), theme::secondaryText, page);
+    promise->setWordWrap(true);
+    words->addWidget(promise);
+    m_new = new NewStampMenu(m_model, page);
+    auto* row = makeRow(nullptr, {}, 24);
+    row->addLayout(words, 1);
+    row->addWidget(m_new, 0, Qt::AlignTop);
+    return row;
+}
+
+QWidget* StampsView::makeEmptyState(QWidget* page) const
+{
+    auto* panel = new Panel(padding, page);
+    auto* icon = new QLabel(panel);
+    icon->setPixmap(themedIcon(Icon::Gesture, theme::accent)
+                        .pixmap(QSize(emptyIconSide, emptyIconSide), devicePixelRatioF()));
+    auto* title = makeRow(nullptr, {}, 8);
+    title->addWidget(icon);
+    title->addWidget(new TextLabel(tr("No signatures or stamps yet"), interfaceFont(15, Weight::SemiBold),
+                                   theme::text, panel),
+                     1);
+    auto* advice = new TextLabel(
+        tr("Sign a white sheet of paper or stamp it, then take a photo with your iPhone (File › Import from "
+           "iPhone or iPad) or choose a scan. You can also draw with the trackpad or pick a ready stamp like "
+           "PAID or APPROVED."),
+        interfaceFont(13), theme::secondaryText, panel);
+    advice->setWordWrap(true);
+    panel->content().addLayout(title);
+    panel->content().addWidget(advice);
+    return panel;
+}
+
+QWidget* StampsView::makeCard(const QUuid& stamp)
+{
+    auto* card = new StampCard(m_model, stamp);
+    connect(card, &StampCard::renameRequested, this, &StampsView::askForName);
+    connect(card, &StampCard::deleteRequested, this, &StampsView::askToDelete);
+    return card;
+}
+
+void StampsView::make(const StampSource& source)
+{
+    openNewStampSheet(m_model, source, *this);
+}
+
+void StampsView::askForName(const StampRecord& record)
+{
+    auto* sheet = new RenameSheet(record.name, window());
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    connect(sheet, &RenameSheet::renamed, this,
+            [this, id = record.id](const QString& name) { m_model.stamps.rename(id, name); });
+    sheet->open();
+}
+
+void StampsView::askToDelete(const StampRecord& record)
+{
+    auto* alert =
+        new Alert(tr("Delete “%1”?").arg(record.name),
+                  tr("It also leaves pages open in Folvane. Files you already saved keep it."), window());
+    alert->setAttribute(Qt::WA_DeleteOnClose);
+    alert->addButton(tr("Delete"), Alert::Role::Destructive,
+                     [this, id = record.id] { m_model.deleteStamp(id); });
+    alert->addButton(tr("Cancel"), Alert::Role::Cancel);
+    alert->open();
+}
+
+void StampsView::takeFocus()
+{
+    if (!m_grid->takeFocus())
+        m_new->setFocus();
+}
+
+void StampsView::paintEvent(QPaintEvent*)
+{
+    if (!m_drops->isUnderDrag())
+        return;
+    QPainter painter(this);
+    drawDropSign(painter, rect());
+}
+
+} // namespace folvane
