@@ -2,8 +2,6 @@
 
 #include "controls/Button.h"
 #include "controls/ControlGroup.h"
-#include "controls/ElidedLabel.h"
-#include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/layouts.h"
 #include "controls/paletteColors.h"
@@ -13,6 +11,7 @@
 #include "documents/statusLine.h"
 #include "platform/tasks/spawn.h"
 #include "shell/ToolButtons.h"
+#include "viewParts/BarTitle.h"
 #include "viewParts/choosingFiles.h"
 
 #include <QMenu>
@@ -52,27 +51,13 @@ DocumentBar::DocumentBar(AppModel& model, QWidget* parent) : QWidget(parent), m_
     setGround(*this, theme::surface);
 
     auto* row = makeRow(this, {24, 14, 24, 14}, spacing);
-    row->addLayout(makeTitles(), 1);
+    m_title = new BarTitle(this);
+    m_title->setMinimumWidth(narrowestName);
+    row->addWidget(m_title, 1);
     row->addWidget(makePageButtons());
     row->addLayout(makeTools());
     row->addWidget(makeMoreButton());
     row->addWidget(makeSaveButton());
-}
-
-QLayout* DocumentBar::makeTitles()
-{
-    m_name = new ElidedLabel(this);
-    m_name->setFont(interfaceFont(16, Weight::SemiBold));
-    m_name->setMinimumWidth(narrowestName);
-    m_status = new ElidedLabel(this);
-    m_status->setFont(interfaceFont(12));
-    setTextColor(*m_status, theme::secondaryText);
-    auto* titles = makeColumn(nullptr, {}, 2);
-    titles->addStretch();
-    titles->addWidget(m_name);
-    titles->addWidget(m_status);
-    titles->addStretch();
-    return titles;
 }
 
 QWidget* DocumentBar::makePageButtons()
@@ -135,8 +120,8 @@ void DocumentBar::setFile(OpenFilePtr file)
 
 void DocumentBar::refresh()
 {
-    m_name->setText(m_file->name);
-    m_status->setText(statusLine(*m_file));
+    m_title->setTitle(m_file->name);
+    m_title->setDetail(statusLine(*m_file));
     m_password->setSymbol(m_file->password ? Icon::Lock : Icon::LockOutline);
     const bool canDelete = !m_file->selection.value().isEmpty();
     if (!canDelete && m_delete->hasFocus())

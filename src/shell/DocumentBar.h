@@ -7,13 +7,12 @@
 #include <QWidget>
 
 class QAbstractButton;
-class QLabel;
 class QMenu;
 
 namespace folvane {
 
+class BarTitle;
 class Button;
-class ElidedLabel;
 class ToolButtons;
 
 /// The bar over a document: its name and state, and what can be done with it.
@@ -35,7 +34,6 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    QLayout* makeTitles();
     QWidget* makePageButtons();
     QLayout* makeTools();
     QWidget* makeMoreButton();
@@ -48,8 +46,7 @@ private:
     AppModel& m_model;
     OpenFilePtr m_file;
     Watches m_watches;
-    ElidedLabel* m_name;
-    QLabel* m_status;
+    BarTitle* m_title;
     QAbstractButton* m_delete;
     ToolButtons* m_tools;
     Button* m_password;

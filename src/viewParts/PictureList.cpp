@@ -39,6 +39,14 @@ PagePictures::Key PictureList::keyOf(const PageItem& page) const
     return {page.source, page.turn, m_shown.longSide};
 }
 
+QList<PagePictures::Key> PictureList::keysOf(std::span<const PageItem> pages) const
+{
+    QList<PagePictures::Key> keys;
+    for (const PageItem& page : pages)
+        keys.append(keyOf(page));
+    return keys;
+}
+
 PaperPicture PictureList::paperOf(const PageItem& page) const
 {
     const PagePictures::Key key = keyOf(page);

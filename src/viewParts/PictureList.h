@@ -9,6 +9,8 @@
 #include <QBasicTimer>
 #include <QListView>
 
+#include <span>
+
 namespace folvane {
 
 /// The longer side of the pictures that lists of a document's pages share, in pixels.
@@ -37,6 +39,7 @@ protected:
     /// Asks for them: after the rows have changed. Scrolling and a new size do it by themselves.
     void wantPictures();
     PagePictures::Key keyOf(const PageItem& page) const;
+    QList<PagePictures::Key> keysOf(std::span<const PageItem> pages) const;
     /// With its stamps.
     PaperPicture paperOf(const PageItem& page) const;
 

@@ -73,11 +73,8 @@ void PageGrid::selectionChanged(const QItemSelection& selected, const QItemSelec
 
 QList<PagePictures::Key> PageGrid::keysOnScreen() const
 {
-    QList<PagePictures::Key> keys;
     const auto [first, last] = rowsOnScreen();
-    for (int row = first; row < last; ++row)
-        keys.append(keyOf(m_pages.pages()[size_t(row)]));
-    return keys;
+    return keysOf(std::span(m_pages.pages()).subspan(size_t(first), size_t(last - first)));
 }
 
 std::optional<QUuid> PageGrid::pageAt(int row) const

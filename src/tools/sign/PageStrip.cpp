@@ -99,11 +99,8 @@ std::pair<int, int> PageStrip::rowsOnScreen() const
 
 QList<PagePictures::Key> PageStrip::keysOnScreen() const
 {
-    QList<PagePictures::Key> keys;
     const auto [first, last] = rowsOnScreen();
-    for (int row = first; row < last; ++row)
-        keys.append(keyOf(m_pages.pages()[size_t(row)]));
-    return keys;
+    return keysOf(std::span(m_pages.pages()).subspan(size_t(first), size_t(last - first)));
 }
 
 // As wide as the strip: a scroll bar stands beside the pages, in their margin.

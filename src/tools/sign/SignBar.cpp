@@ -2,12 +2,10 @@
 
 #include "controls/Button.h"
 #include "controls/ControlGroup.h"
-#include "controls/ElidedLabel.h"
-#include "controls/TextLabel.h"
-#include "controls/appearance.h"
 #include "controls/layouts.h"
 #include "controls/paletteColors.h"
 #include "controls/style/Theme.h"
+#include "viewParts/BarTitle.h"
 
 #include <QShortcut>
 
@@ -22,8 +20,9 @@ QString withKey(const QString& text, const QKeySequence& key)
 
 } // namespace
 
-SignBar::SignBar(QWidget* parent) : QWidget(parent)
+SignBar::SignBar(QWidget* parent) : QWidget(parent), m_title(new BarTitle(this))
 {
+    m_title->setTitle(tr("Sign & Stamp"));
     setGround(*this, theme::surface);
     auto* back = new Button(Button::Kind::Tool, tr("Pages"), this);
     back->setSymbol(Icon::ChevronLeft);
@@ -33,29 +32,13 @@ SignBar::SignBar(QWidget* parent) : QWidget(parent)
     save->setToolTip(withKey(save->text(), QKeySequence(Qt::CTRL | Qt::Key_S))); // bound in the File menu
     auto* row = makeRow(this, {20, 12, 20, 12}, 12);
     row->addWidget(back);
-    row->addLayout(makeTitles(), 1);
+    row->addWidget(m_title, 1);
     row->addWidget(makeStepButtons());
     row->addWidget(done);
     row->addWidget(save);
     connect(back, &Button::clicked, this, &SignBar::leaveRequested);
     connect(done, &Button::clicked, this, &SignBar::leaveRequested);
     connect(save, &Button::clicked, this, &SignBar::saveRequested);
-}
-
-QLayout* SignBar::makeTitles()
-{
-    auto* title = new ElidedLabel(this);
-    title->setText(tr("Sign & Stamp"));
-    title->setFont(interfaceFont(16, Weight::SemiBold));
-    m_place = new ElidedLabel(this);
-    m_place->setFont(interfaceFont(12));
-    setTextColor(*m_place, theme::secondaryText);
-    auto* titles = makeColumn(nullptr, {}, 2);
-    titles->addStretch();
-    titles->addWidget(title);
-    titles->addWidget(m_place);
-    titles->addStretch();
-    return titles;
 }
 
 QWidget* SignBar::makeStepButtons()
@@ -81,7 +64,7 @@ QAbstractButton* SignBar::addStep(ControlGroup& group, Icon icon, const QString&
 
 void SignBar::setPlace(int index, int count)
 {
-    m_place->setText(tr("Page %1 of %2").arg(index + 1).arg(count));
+    m_title->setDetail(tr("Page %1 of %2").arg(index + 1).arg(count));
     enable(m_previous, index > 0);
     enable(m_next, index < count - 1);
 }

@@ -6,10 +6,10 @@
 
 class QAbstractButton;
 class QKeySequence;
-class QLabel;
 
 namespace folvane {
 
+class BarTitle;
 class ControlGroup;
 
 /// The bar over a page that is being signed.
@@ -30,13 +30,12 @@ signals:
     void keyboardFreed();
 
 private:
-    QLayout* makeTitles();
     QWidget* makeStepButtons();
     QAbstractButton* addStep(ControlGroup& group, Icon icon, const QString& name, const QKeySequence& key,
                              int pages);
     void enable(QAbstractButton* button, bool enabled);
 
-    QLabel* m_place;
+    BarTitle* m_title;
     QAbstractButton* m_previous;
     QAbstractButton* m_next;
 };

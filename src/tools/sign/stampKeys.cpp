@@ -4,6 +4,9 @@
 
 #include <QKeyEvent>
 
+#include <algorithm>
+#include <array>
+
 namespace folvane {
 
 namespace {
@@ -23,28 +26,20 @@ std::optional<QPointF> direction(int key)
     }
 }
 
-// With Shift a key is another one: which, is the layout's choice.
-int growth(int key)
-{
-    switch (key) {
-    case Qt::Key_Plus:
-    case Qt::Key_Equal: return 1;
-    case Qt::Key_Minus:
-    case Qt::Key_Underscore: return -1;
-    default: return 0;
-    }
-}
+/// The two keys that undo each other.
+struct KeyPair {
+    std::array<int, 2> less, more;
 
-int turn(int key)
-{
-    switch (key) {
-    case Qt::Key_BracketRight:
-    case Qt::Key_BraceRight: return 1;
-    case Qt::Key_BracketLeft:
-    case Qt::Key_BraceLeft: return -1;
-    default: return 0;
+    int sign(int key) const
+    {
+        return std::ranges::count(more, key) > 0 ? 1 : std::ranges::count(less, key) > 0 ? -1 : 0;
     }
-}
+};
+
+// With Shift a key is another one: which, is the layout's choice.
+constexpr KeyPair sizeKeys{{Qt::Key_Minus, Qt::Key_Underscore}, {Qt::Key_Plus, Qt::Key_Equal}};
+constexpr KeyPair turnKeys{{Qt::Key_BracketLeft, Qt::Key_BraceLeft},
+                           {Qt::Key_BracketRight, Qt::Key_BraceRight}};
 
 } // namespace
 
@@ -55,11 +50,11 @@ std::optional<StampPlacement> stampAfterKey(StampPlacement stamp, QSizeF page, c
     const bool shift = key.modifiers() & Qt::ShiftModifier;
     if (const std::optional<QPointF> way = direction(key.key()))
         return movedStamp(stamp, page, {}, *way * (shift ? fineStep : step) * page.width());
-    if (const int sign = growth(key.key())) {
+    if (const int sign = sizeKeys.sign(key.key())) {
         stamp.width = reachableWidth(stamp.width + sign * step);
         return stamp;
     }
-    if (const int sign = turn(key.key())) {
+    if (const int sign = turnKeys.sign(key.key())) {
         stamp.rotation = wrappedAngle(stamp.rotation + sign * (shift ? manyDegrees : degree));
         return stamp;
     }
