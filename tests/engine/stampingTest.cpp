@@ -1,9 +1,8 @@
 #include "engine/EngineTest.h"
+#include "support/colourMiddle.h"
 #include "support/madePdf.h"
 #include "support/tools.h"
 
-#include <QColor>
-#include <QImage>
 #include <QTransform>
 
 #include <cmath>
@@ -47,23 +46,6 @@ QImage seen(const QString& pdf, Reader reader)
             : runTool("mutool", {"draw", "-r", "144", "-o", to, pdf, "1"});
     EXPECT_EQ(result.exitCode, 0) << result.errors.constData();
     return QImage(to).convertToFormat(QImage::Format_RGB32);
-}
-
-/// The middle of all pixels of that colour, as fractions of the picture.
-QPointF middle(const QImage& image, const QColor& colour)
-{
-    QPointF sum;
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x) {
-            const QColor pixel = image.pixelColor(x, y);
-            if (std::abs(pixel.red() - colour.red()) < 60 && std::abs(pixel.green() - colour.green()) < 60
-                && std::abs(pixel.blue() - colour.blue()) < 60) {
-                sum += QPointF(x + 0.5, y + 0.5);
-                ++count;
-            }
-        }
-    return {sum.x() / count / image.width(), sum.y() / count / image.height()};
 }
 
 /// The share of pixels that differ, further than `radius` (pixels) from the point.
@@ -130,7 +112,7 @@ TEST_P(StampsOnTurnedPages, LieWhereTheyAreSeenAndLeaveThePageAsItWas)
         const double width = placement.width * after.width();
         const QPointF center(placement.center.x() * after.width(), placement.center.y() * after.height());
         const QPointF quarter = QTransform().rotate(placement.rotation).map(QPointF(width / 4, 0));
-        const QPointF red = middle(after, {220, 30, 40}), blue = middle(after, {30, 40, 220});
+        const QPointF red = middle(after, {QColor(220, 30, 40)}), blue = middle(after, {QColor(30, 40, 220)});
         EXPECT_NEAR(red.x() * after.width(), center.x() - quarter.x(), 1);
         EXPECT_NEAR(red.y() * after.height(), center.y() - quarter.y(), 1);
         EXPECT_NEAR(blue.x() * after.width(), center.x() + quarter.x(), 1);
@@ -238,7 +220,7 @@ TEST_F(Stamps, AreInTheFileOnceWithTheirOwnJpeg)
     EXPECT_EQ(plainText(built(plan)).count("/Subtype /Image"), 0) << "flat, with nothing on it";
     const BuildPlan pictures = Stamps::stamped(Stamps::plan(source, 0));
     const QImage exported = QImage::fromData(engine.pictures(pictures, 72, false)[0]);
-    EXPECT_NEAR(middle(exported, {220, 30, 40}).y(), 0.28, 0.02);
+    EXPECT_NEAR(middle(exported, {QColor(220, 30, 40)}).y(), 0.28, 0.02);
 }
 
 } // namespace folvane
