@@ -9,11 +9,8 @@
 
 namespace folvane::pdf {
 
-/// Fixed notation with a dot, whatever the locale.
-inline std::string number(double value)
-{
-    return QUtil::double_to_string(value, 6);
-}
+/// Fixed notation with a dot and six decimals at most, whatever the locale.
+std::string number(double value);
 
 inline std::string numbers(std::initializer_list<double> values)
 {
@@ -31,7 +28,7 @@ inline std::string matrix(const QTransform& transform)
 
 inline QPDFObjectHandle real(double value)
 {
-    return QPDFObjectHandle::newReal(value, 6);
+    return QPDFObjectHandle::newReal(number(value));
 }
 
 } // namespace folvane::pdf

@@ -15,8 +15,8 @@ const std::set<std::string> keptEntries{"/Type", "/Parent", "/UserUnit", "/Group
 
 QPDFObjectHandle arrayOf(const QRectF& box)
 {
-    return QPDFObjectHandle::newFromRectangle(
-        QPDFObjectHandle::Rectangle(box.left(), box.top(), box.right(), box.bottom()));
+    return QPDFObjectHandle::newArray(
+        {real(box.left()), real(box.top()), real(box.right()), real(box.bottom())});
 }
 
 /// The same data, as they are stored where there is but one stream.
@@ -214,12 +214,6 @@ FlatPage flatten(QPDF& document, QPDFObjectHandle page, const PageGeometry& geom
     if (!annotations.live.empty())
         page.replaceKey("/Annots", QPDFObjectHandle::newArray(annotations.live));
     return flat;
-}
-
-void setContent(QPDF& document, QPDFObjectHandle page, const FlatPage& flat)
-{
-    page.replaceKey("/Resources", flat.resources);
-    page.replaceKey("/Contents", document.newStream(flat.content.toStdString()));
 }
 
 } // namespace folvane::pdf

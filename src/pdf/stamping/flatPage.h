@@ -23,9 +23,7 @@ struct FlatPage {
 
 /// Turns the page into one without rotation whose crop box is its size: what stood on it becomes a form, annotations are
 /// drawn as they look on the screen; links, and what has no appearance of its own, stay what they are. All that led to parts of the old page goes. The content
-/// is for the caller to complete: setContent() puts it there.
+/// is for the caller to complete and to put there.
 FlatPage flatten(QPDF& document, QPDFObjectHandle page, const PageGeometry& geometry);
-
-void setContent(QPDF& document, QPDFObjectHandle page, const FlatPage& flat);
 
 } // namespace folvane::pdf

@@ -62,12 +62,12 @@ void moveLine(Items& items, const std::string& fit, const QTransform& move)
 /// Nothing unless it is a destination on one of the pages.
 std::optional<QPDFObjectHandle> moved(QPDFObjectHandle array, const ObjGenMap<QTransform>& moves)
 {
-    Items items = array.getArrayAsVector();
-    if (items.size() < 2 || !items[0].isIndirect() || !items[1].isName())
+    if (array.getArrayNItems() < 2 || !array.getArrayItem(0).isIndirect() || !array.getArrayItem(1).isName())
         return std::nullopt;
-    const auto move = moves.find(items[0].getObjGen());
+    const auto move = moves.find(array.getArrayItem(0).getObjGen());
     if (move == moves.end())
         return std::nullopt;
+    Items items = array.getArrayAsVector();
     const std::string fit = items[1].getName();
     if (fit == "/XYZ")
         movePoint(items, move->second);
@@ -99,11 +99,9 @@ void moveWithin(QPDFObjectHandle value, const ObjGenMap<QTransform>& moves, int 
     if (value.isArray()) {
         for (int i = 0; i < value.getArrayNItems(); ++i)
             moveEntry(value.getArrayItem(i), moves, depth, [&](auto& to) { value.setArrayItem(i, to); });
-    } else if (value.isDictionary() || value.isStream()) {
-        QPDFObjectHandle dictionary = value.isStream() ? value.getDict() : value;
-        for (const std::string& key : dictionary.getKeys())
-            moveEntry(dictionary.getKey(key), moves, depth,
-                      [&](auto& to) { dictionary.replaceKey(key, to); });
+    } else if (value.isDictionary()) { // that of a stream tells of its data alone
+        for (const std::string& key : value.getKeys())
+            moveEntry(value.getKey(key), moves, depth, [&](auto& to) { value.replaceKey(key, to); });
     }
 }
 

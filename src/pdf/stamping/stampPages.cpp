@@ -96,6 +96,24 @@ private:
     std::map<std::shared_ptr<const CompactStamp>, QPDFObjectHandle> m_images;
 };
 
+/// Pages on which the same is drawn by the same names have one stream for it.
+class ContentStreams {
+public:
+    explicit ContentStreams(QPDF& document) : m_document(document) {}
+
+    QPDFObjectHandle of(const QByteArray& content)
+    {
+        const auto known = m_streams.constFind(content);
+        return known != m_streams.cend()
+                   ? *known
+                   : *m_streams.insert(content, m_document.newStream(content.toStdString()));
+    }
+
+private:
+    QPDF& m_document;
+    QHash<QByteArray, QPDFObjectHandle> m_streams;
+};
+
 } // namespace
 
 void stampPages(QPDF& document, const std::vector<StampedPage>& pages, const QHash<QUuid, QUrl>& files,
@@ -103,6 +121,7 @@ void stampPages(QPDF& document, const std::vector<StampedPage>& pages, const QHa
                 const std::stop_token& stop)
 {
     Stamper stamper(document, files, densityOf(quality), stamps);
+    ContentStreams contents(document);
     ObjGenMap<QTransform> moves;
     std::vector<QPDFObjectHandle> widgets;
     std::vector<long long> structureKeys;
@@ -111,7 +130,8 @@ void stampPages(QPDF& document, const std::vector<StampedPage>& pages, const QHa
         FlatPage flat = flatten(document, page.page, page.geometry);
         for (const StampPlacement& placement : page.stamps)
             stamper.draw(placement, flat);
-        setContent(document, page.page, flat);
+        QPDFObjectHandle(page.page).replaceKey("/Resources", flat.resources);
+        QPDFObjectHandle(page.page).replaceKey("/Contents", contents.of(flat.content));
         widgets.insert(widgets.end(), flat.widgets.begin(), flat.widgets.end());
         structureKeys.insert(structureKeys.end(), flat.structureKeys.begin(), flat.structureKeys.end());
         moves[page.page.getObjGen()] = uprightFrom(page.geometry);
