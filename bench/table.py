@@ -66,6 +66,7 @@ def machine():
                 _version(["pdftoppm", "-v"], r"(\d[\d.]+)", "Poppler"),
                 _version(["mutool", "-v"], r"(\d[\d.]+)", "MuPDF"),
                 _version(["gs", "--version"], r"(\d[\d.]+)", "Ghostscript"),
+                _version(["convert", "-version"], r"ImageMagick ([\d.-]+)", "ImageMagick"),
                 _version(["hyperfine", "--version"], r"(\d[\d.]+)", "hyperfine")]
     return [f"- Machine: {cpu}, {os.cpu_count()} cores, {memory:.0f} GiB of memory, {system}",
             "- Versions: " + ", ".join(versions)]
