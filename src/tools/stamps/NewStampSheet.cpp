@@ -6,9 +6,9 @@
 #include "controls/layouts.h"
 #include "controls/sheets/NoteBanner.h"
 #include "controls/style/Theme.h"
+#include "tools/drawing/DrawingPad.h"
+#include "tools/readyStamps/ReadyStampsPicker.h"
 #include "tools/stamps/StampPreview.h"
-#include "tools/stamps/drawing/DrawingPad.h"
-#include "tools/stamps/ready/ReadyStampsPicker.h"
 
 #include <QPointer>
 

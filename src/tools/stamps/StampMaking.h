@@ -1,7 +1,7 @@
 #pragma once
 
 #include "stamps/StampLibrary.h"
-#include "tools/stamps/drawing/InkDrawing.h"
+#include "tools/drawing/InkDrawing.h"
 
 #include <QImage>
 #include <QProperty>

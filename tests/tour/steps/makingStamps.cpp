@@ -1,7 +1,7 @@
 #include "controls/sheets/NoteBanner.h"
 #include "platform/files/writeFile.h"
 #include "stamps/ReadyStampRenderer.h"
-#include "tools/stamps/drawing/DrawingCanvas.h"
+#include "tools/drawing/DrawingCanvas.h"
 #include "tools/stamps/openNewStampSheet.h"
 #include "tour/steps.h"
 

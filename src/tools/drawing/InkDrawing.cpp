@@ -1,4 +1,4 @@
-#include "tools/stamps/drawing/InkDrawing.h"
+#include "tools/drawing/InkDrawing.h"
 
 #include "stamps/stampPng.h"
 

@@ -2,7 +2,7 @@
 
 #include "documents/AppModel.h"
 #include "stamps/ReadyStamp.h"
-#include "tools/stamps/ready/readyStampRecord.h"
+#include "tools/readyStamps/readyStampRecord.h"
 
 #include <QHash>
 #include <QPixmap>

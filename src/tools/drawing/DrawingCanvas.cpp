@@ -1,4 +1,4 @@
-#include "tools/stamps/drawing/DrawingCanvas.h"
+#include "tools/drawing/DrawingCanvas.h"
 
 #include "controls/style/Theme.h"
 #include "controls/style/continuousRect.h"

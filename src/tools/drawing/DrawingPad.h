@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/stamps/drawing/InkDrawing.h"
+#include "tools/drawing/InkDrawing.h"
 
 #include <QWidget>
 

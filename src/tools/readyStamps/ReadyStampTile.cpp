@@ -1,4 +1,4 @@
-#include "tools/stamps/ready/ReadyStampTile.h"
+#include "tools/readyStamps/ReadyStampTile.h"
 
 #include "controls/style/Theme.h"
 #include "controls/style/continuousRect.h"

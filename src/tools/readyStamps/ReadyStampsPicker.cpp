@@ -1,4 +1,4 @@
-#include "tools/stamps/ready/ReadyStampsPicker.h"
+#include "tools/readyStamps/ReadyStampsPicker.h"
 
 #include "controls/AdaptiveGrid.h"
 #include "controls/Button.h"
@@ -8,8 +8,8 @@
 #include "platform/tasks/spawn.h"
 #include "stamps/ReadyStampRenderer.h"
 #include "stamps/storedPicture.h"
-#include "tools/stamps/drawing/inkPicker.h"
-#include "tools/stamps/ready/ReadyStampTile.h"
+#include "tools/drawing/inkPicker.h"
+#include "tools/readyStamps/ReadyStampTile.h"
 
 #include <QLineEdit>
 

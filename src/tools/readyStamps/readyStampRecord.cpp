@@ -1,4 +1,4 @@
-#include "tools/stamps/ready/readyStampRecord.h"
+#include "tools/readyStamps/readyStampRecord.h"
 
 #include "platform/desktop/Preferences.h"
 #include "platform/tasks/background.h"

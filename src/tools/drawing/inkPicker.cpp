@@ -1,4 +1,4 @@
-#include "tools/stamps/drawing/inkPicker.h"
+#include "tools/drawing/inkPicker.h"
 
 namespace folvane {
 

@@ -1,9 +1,9 @@
-#include "tools/stamps/drawing/DrawingPad.h"
+#include "tools/drawing/DrawingPad.h"
 
 #include "controls/Button.h"
 #include "controls/layouts.h"
-#include "tools/stamps/drawing/DrawingCanvas.h"
-#include "tools/stamps/drawing/inkPicker.h"
+#include "tools/drawing/DrawingCanvas.h"
+#include "tools/drawing/inkPicker.h"
 
 namespace folvane {
 
