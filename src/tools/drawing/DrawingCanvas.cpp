@@ -4,6 +4,7 @@
 #include "controls/style/continuousRect.h"
 
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 
 #include <cmath>
@@ -30,12 +31,17 @@ bool isOtherButton(const QPointerEvent& event)
     return single && single->button() != Qt::NoButton && single->button() != Qt::LeftButton;
 }
 
+/// The second press of a double click is one like any other.
+QEventPoint::State stateOf(const QEventPoint& point, const QPointerEvent& event)
+{
+    return event.type() == QEvent::MouseButtonDblClick ? QEventPoint::Pressed : point.state();
+}
+
 /// Around what another place at its end changes of a line.
 QRect endOf(const Stroke& stroke)
 {
-    constexpr double reach = strokeWidth / 2 + 1;
     const QRectF places = QPolygonF(stroke.last(std::min<qsizetype>(3, stroke.size()))).boundingRect();
-    return places.adjusted(-reach, -reach, reach, reach).toAlignedRect();
+    return places.adjusted(-inkReach, -inkReach, inkReach, inkReach).toAlignedRect();
 }
 
 } // namespace
@@ -95,18 +101,20 @@ void DrawingCanvas::follow(const QPointerEvent& event)
     if (isEmulated(event) || isOtherButton(event))
         return;
     for (const QEventPoint& point : event.points())
-        follow({event.device(), point.id()}, point);
+        follow({event.device(), point.id()}, point.position(), stateOf(point, event));
 }
 
-void DrawingCanvas::follow(const Hand& hand, const QEventPoint& point)
+void DrawingCanvas::follow(const Hand& hand, const QPointF& place, QEventPoint::State state)
 {
-    if (point.state() == QEventPoint::Pressed && !m_hand)
+    if (state == QEventPoint::Pressed && hand == m_hand)
+        finish(); // it let go elsewhere
+    if (state == QEventPoint::Pressed && !m_hand)
         m_hand = hand;
     if (hand != m_hand)
         return;
-    switch (point.state()) {
+    switch (state) {
     case QEventPoint::Pressed:
-    case QEventPoint::Updated: lead(point.position()); break;
+    case QEventPoint::Updated: lead(place); break;
     case QEventPoint::Released: finish(); break;
     default: break;
     }
@@ -125,7 +133,7 @@ void DrawingCanvas::finish()
     if (!m_finished.isNull()) {
         QPainter painter(&m_finished);
         painter.setRenderHint(QPainter::Antialiasing);
-        drawStroke(painter, m_drawing.strokes.last(), m_drawing.ink);
+        drawInk(painter, strokePath(m_drawing.strokes.last()), m_drawing.ink);
     }
     emit strokesChanged();
 }
@@ -148,18 +156,18 @@ const QPixmap& DrawingCanvas::finished()
     QPainter painter(&m_finished);
     painter.setRenderHint(QPainter::Antialiasing);
     for (const Stroke& stroke : m_drawing.strokes)
-        drawStroke(painter, stroke, m_drawing.ink);
+        drawInk(painter, strokePath(stroke), m_drawing.ink);
     return m_finished;
 }
 
-void DrawingCanvas::paintEvent(QPaintEvent*)
+void DrawingCanvas::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillPath(continuousRect(rect(), cornerRadius), theme::surface);
     painter.fillRect(lineInset, height() - lineHeight, width() - 2 * lineInset, 1, theme::hairline);
     painter.drawPixmap(0, 0, finished());
-    drawStroke(painter, m_current, m_drawing.ink);
+    drawInk(painter, strokePath(m_current, event->rect()), m_drawing.ink);
     painter.strokePath(continuousRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius - 0.5),
                        QPen(theme::hairline, 1));
 }

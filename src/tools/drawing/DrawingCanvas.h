@@ -3,14 +3,11 @@
 #include "tools/drawing/InkDrawing.h"
 
 #include <QPixmap>
+#include <QPointerEvent>
 #include <QWidget>
 
 #include <optional>
 #include <utility>
-
-class QEventPoint;
-class QInputDevice;
-class QPointerEvent;
 
 namespace folvane {
 
@@ -39,7 +36,7 @@ private:
     using Hand = std::pair<const QInputDevice*, int>;
 
     void follow(const QPointerEvent& event);
-    void follow(const Hand& hand, const QEventPoint& point);
+    void follow(const Hand& hand, const QPointF& place, QEventPoint::State state);
     void lead(const QPointF& place);
     void finish();
     void drop();

@@ -10,25 +10,42 @@ namespace folvane {
 namespace {
 
 constexpr int outputScale = 4;
+constexpr double penWidth = 3;
+
+bool mayInk(const QRectF& area, const QPolygonF& curve)
+{
+    const QRectF box = curve.boundingRect();
+    return box.adjusted(-inkReach, -inkReach, inkReach, inkReach).intersects(area);
+}
 
 } // namespace
 
 QPainterPath strokePath(const Stroke& stroke)
 {
+    constexpr double far = 1e6;
+    return strokePath(stroke, QRectF(-far, -far, 2 * far, 2 * far));
+}
+
+// Where parts are left out, the ends of the others are out of sight.
+QPainterPath strokePath(const Stroke& stroke, const QRectF& area)
+{
     QPainterPath path;
     if (stroke.size() < 2)
         return path;
     path.moveTo(stroke.first());
-    for (qsizetype i = 0; i + 1 < stroke.size(); ++i)
-        path.quadTo(stroke[i], (stroke[i] + stroke[i + 1]) / 2);
+    QPointF from = stroke.first();
+    for (qsizetype i = 0; i + 1 < stroke.size(); ++i) {
+        const QPointF to = (stroke[i] + stroke[i + 1]) / 2;
+        mayInk(area, {{from, stroke[i], to}}) ? path.quadTo(stroke[i], to) : path.moveTo(to);
+        from = to;
+    }
     path.lineTo(stroke.last());
     return path;
 }
 
-void drawStroke(QPainter& painter, const Stroke& stroke, StampInk ink)
+void drawInk(QPainter& painter, const QPainterPath& line, StampInk ink)
 {
-    const QPen pen(colorOf(ink), strokeWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-    painter.strokePath(strokePath(stroke), pen);
+    painter.strokePath(line, QPen(colorOf(ink), penWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
 
 QByteArray pngOf(const InkDrawing& drawing)
@@ -41,7 +58,7 @@ QByteArray pngOf(const InkDrawing& drawing)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(outputScale, outputScale);
     for (const Stroke& stroke : drawing.strokes)
-        drawStroke(painter, stroke, drawing.ink);
+        drawInk(painter, strokePath(stroke), drawing.ink);
     painter.end();
     return pngOf(canvas);
 }

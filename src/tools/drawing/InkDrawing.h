@@ -14,14 +14,17 @@ namespace folvane {
 /// The places where the pen was, one after the other, in device-independent pixels.
 using Stroke = QList<QPointF>;
 
-inline constexpr double strokeWidth = 3;
+/// How far ink gets from the line of its stroke.
+inline constexpr double inkReach = 3;
 
 /// The line of a stroke, from its first place to its last: smooth, since its curves meet half-way between places. Empty for
 /// fewer than two of them.
 QPainterPath strokePath(const Stroke& stroke);
+/// Those parts of it whose ink can be in `area`.
+QPainterPath strokePath(const Stroke& stroke, const QRectF& area);
 
-/// Draws the line as it looks everywhere, on screen and in what comes out. The painter has to be antialiasing.
-void drawStroke(QPainter& painter, const Stroke& stroke, StampInk ink);
+/// Draws a line as it looks everywhere, on screen and in what comes out. The painter has to be antialiasing.
+void drawInk(QPainter& painter, const QPainterPath& line, StampInk ink);
 
 /// What was drawn by hand, all of it in one ink.
 struct InkDrawing {

@@ -35,7 +35,7 @@ NewStampSheet::NewStampSheet(AppModel& model, StampSource source, QWidget* paren
     std::visit([this](const auto& from) { begin(from); }, source.from);
     addOutcomes();
     addButtons();
-    m_watches.keep([this] { refresh(); }, m_making.result, m_making.errorText);
+    m_watches.keep([this] { refresh(); }, m_making.isWorking, m_making.result, m_making.errorText);
     connect(this, &QDialog::finished, this, [this] { m_making.stop(); });
 }
 
@@ -97,7 +97,7 @@ void NewStampSheet::refresh()
 {
     const std::optional<StampMaking::Result>& result = m_making.result.value();
     const std::optional<QString>& error = m_making.errorText.value();
-    m_progress->setVisible(m_making.isWorking());
+    m_progress->setVisible(m_making.isWorking);
     m_error->setText(error.value_or(QString()));
     m_error->setVisible(error.has_value());
     m_save->setEnabled(result.has_value());

@@ -36,7 +36,7 @@ void StampMaking::start(const Picture& picture)
 {
     stop();
     m_stop = std::stop_source();
-    m_isWorking = true;
+    isWorking = true;
     result = std::nullopt;
     errorText = std::nullopt;
     spawn(work(picture, m_stop.get_token()));
@@ -51,7 +51,7 @@ QCoro::Task<> StampMaking::work(Picture picture, std::stop_token stop)
     const std::optional<QString> failure = co_await failureOf(making, stop, otherwise);
     if (!failure || stop.stop_requested())
         co_return;
-    m_isWorking = false;
+    isWorking = false;
     errorText = failure;
 }
 
@@ -64,7 +64,7 @@ QCoro::Task<> StampMaking::make(Picture picture, std::stop_token stop)
     QCoro::Task<QImage> decoding = inBackground(std::move(decode), stop);
     const QImage preview = co_await decoding;
     throwIfStopped(stop);
-    m_isWorking = false;
+    isWorking = false;
     result = Result{stamp, preview};
 }
 

@@ -29,13 +29,13 @@ public:
     ~StampMaking() { stop(); }
     Q_DISABLE_COPY_MOVE(StampMaking)
 
+    QProperty<bool> isWorking;
     QProperty<std::optional<Result>> result;
     QProperty<std::optional<QString>> errorText;
 
     /// Begins to work on a picture; what went on before is dropped.
     void start(const Picture& picture);
     void stop() { m_stop.request_stop(); }
-    bool isWorking() const { return m_isWorking; }
     /// Puts the result into the library. Nothing when there is none or it cannot be stored, which the library then tells.
     std::optional<StampRecord> save(const QString& name);
 
@@ -45,7 +45,6 @@ private:
 
     StampLibrary& m_library;
     std::stop_source m_stop;
-    bool m_isWorking = false;
 };
 
 } // namespace folvane

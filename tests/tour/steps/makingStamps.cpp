@@ -143,7 +143,8 @@ void showReady(Tour& tour)
     openSheet(tour, {StampSource::Ready()});
     tour.picture("ready-red");
     tour.press("Blue", "ready-blue");
-    tour.press("Add today's date", "ready-dated");
+    tour.hand.tabTo("Add today's date");
+    tour.keys({Qt::Key_Space}, "ready-dated-by-keyboard");
     tour.press("Black", "ready-black");
     tour.hand.tabTo("CONFIDENTIAL · " + today);
     tour.keys({}, "ready-by-keyboard");

@@ -1,0 +1,121 @@
+#include "platform/desktop/Preferences.h"
+#include "stamps/ReadyStampRenderer.h"
+#include "support/MemoryPreferences.h"
+#include "support/TestFolder.h"
+#include "support/await.h"
+#include "tools/readyStamps/readyStampRecord.h"
+#include "tools/stamps/StampMaking.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace folvane {
+namespace {
+
+class NewStamps : public testing::Test, public TestFolder {
+protected:
+    static QByteArray sheet(const QList<QRect>& ink)
+    {
+        QImage image(300, 200, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        for (const QRect& rect : ink)
+            for (int x = rect.left(); x <= rect.right(); ++x)
+                for (int y = rect.top(); y <= rect.bottom(); ++y)
+                    image.setPixel(x, y, qRgb(20, 30, 150));
+        QBuffer buffer;
+        image.save(&buffer, "PNG");
+        return buffer.data();
+    }
+    void runUntilDone()
+    {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !making.isWorking; }));
+    }
+    QString error() const { return making.errorText.value().value_or(QString()); }
+
+    StampLibrary library{path("Stamps")};
+    StampMaking making{library};
+};
+
+TEST_F(NewStamps, TellWhyThereIsNone)
+{
+    const QString unreadable = "This image can't be read.";
+    for (const auto& [picture, text] :
+         {std::pair(StampMaking::Picture(QByteArray("no picture")), unreadable),
+          std::pair(StampMaking::Picture(url("gone.png")), unreadable),
+          std::pair(StampMaking::Picture(sheet({})),
+                    QString("No signature or stamp found. Try a photo of it on white paper.")),
+          std::pair(StampMaking::Picture(InkDrawing{{512, 220}, StampInk::Red, {{{9, 9}}}}),
+                    QString("No signature or stamp found. Try a photo of it on white paper."))}) {
+        making.start(picture);
+        EXPECT_EQ(error(), "");
+        runUntilDone();
+        EXPECT_EQ(error(), text);
+        EXPECT_FALSE(making.result.value() || making.save("Name"));
+    }
+}
+
+TEST_F(NewStamps, AreOfTheLastPictureAndOfNoneThatWasStopped)
+{
+    making.start(sheet({{10, 10, 100, 100}}));
+    making.start(put("wide.png", sheet({{10, 10, 200, 40}})));
+    std::make_unique<StampMaking>(library)->start(sheet({{10, 10, 100, 100}}));
+    runUntilDone();
+    const StampMaker::Stamp stamp = making.result.value()->stamp;
+    EXPECT_EQ(making.result.value()->preview.size(), QSize(int(stamp.pixelWidth), int(stamp.pixelHeight)));
+    EXPECT_GT(stamp.pixelWidth, 3 * stamp.pixelHeight);
+}
+
+TEST_F(NewStamps, StayWhenTheyCannotBeStored)
+{
+    making.start(InkDrawing{{512, 220}, StampInk::Red, {{{50, 50}, {90, 60}}, {{70, 20}, {200, 80}}}});
+    runUntilDone();
+    put("Stamps", "in the way");
+    EXPECT_FALSE(making.save("Mine"));
+    EXPECT_TRUE(library.errorMessage.value() && making.result.value());
+    QFile::remove(path("Stamps"));
+    const std::optional<StampRecord> record = making.save("Mine");
+    ASSERT_TRUE(record && library.record(record->id));
+    EXPECT_EQ(record->name, "Mine");
+    const QImage stored = library.images.value()[record->id];
+    int untouched = 0;
+    for (int x = 0; x < stored.width(); ++x)
+        untouched += stored.pixelColor(x, stored.height() / 2).rgba() == colorOf(StampInk::Red).rgba();
+    EXPECT_GT(untouched, 10) << "a drawing keeps its ink";
+}
+
+TEST_F(NewStamps, AreReadyOncePerContents)
+{
+    const auto choose = [this](const QString& word, const QString& date, StampInk ink) {
+        return await(readyStampRecord(library, {word, date}, ink)).value_or(StampRecord());
+    };
+    const StampRecord paid = choose("PAID", "Nov 23, 2026", StampInk::Red);
+    EXPECT_EQ(paid.name, "PAID · Nov 23, 2026");
+    EXPECT_EQ(paid.id, ReadyStampRenderer::stampID("PAID", "Nov 23, 2026", StampInk::Red));
+    EXPECT_EQ(choose("PAID", "Nov 23, 2026", StampInk::Red), paid);
+    EXPECT_EQ(choose({}, {}, StampInk::Red), StampRecord());
+    EXPECT_EQ(choose({}, "Nov 23, 2026", StampInk::Blue).name, "Nov 23, 2026");
+    EXPECT_EQ(library.stamps.value().size(), 2);
+    std::stop_source stop;
+    QCoro::Task<std::optional<StampRecord>> stopped =
+        readyStampRecord(library, {"COPY", {}}, StampInk::Red, stop.get_token());
+    stop.request_stop();
+    EXPECT_THROW(await(std::move(stopped)), Cancelled);
+    EXPECT_EQ(library.stamps.value().size(), 2);
+}
+
+TEST(ReadyStampSettings, AreRedWithoutADateUnlessToldOtherwise)
+{
+    MemoryPreferences preferences;
+    EXPECT_EQ(ReadyStampSettings::read(preferences), ReadyStampSettings());
+    preferences.setValue("readyStamps.ink", "blue");
+    preferences.setValue("readyStamps.addDate", "true"); // as a settings file gives it
+    EXPECT_EQ(ReadyStampSettings::read(preferences), (ReadyStampSettings{StampInk::Blue, true}));
+    preferences.setValue("readyStamps.ink", "green");
+    EXPECT_EQ(ReadyStampSettings::read(preferences).ink, StampInk::Red);
+}
+
+} // namespace
+} // namespace folvane
