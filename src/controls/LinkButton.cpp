@@ -40,7 +40,8 @@ int LinkButton::symbolWidth() const
 
 QSize LinkButton::sizeHint() const
 {
-    return fontMetrics().size(Qt::TextSingleLine, text()) + QSize(symbolWidth() + 2 * ringRoom, 2);
+    const int air = m_symbol ? 8 : 2; // above and below
+    return fontMetrics().size(Qt::TextSingleLine, text()) + QSize(symbolWidth() + 2 * ringRoom, air);
 }
 
 void LinkButton::draw(QPainter& painter, const ControlState& state) const

@@ -1,11 +1,11 @@
 #include "controls/sheets/Alert.h"
 
+#include "controls/PlainScrollArea.h"
 #include "controls/appearance.h"
 #include "controls/breakableText.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -19,18 +19,12 @@ constexpr int highestText = 320; // what is longer scrolls, so that the buttons 
 } // namespace
 
 Alert::Alert(const QString& title, const QString& text, QWidget* parent)
-    : SheetFrame(title, parent), m_text(new QLabel), m_scroll(new QScrollArea(this))
+    : SheetFrame(title, parent), m_text(new QLabel), m_scroll(new PlainScrollArea(this))
 {
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
     m_text->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setFocusPolicy(Qt::NoFocus);
-    m_scroll->viewport()->setAutoFillBackground(false);
-    m_scroll->setWidget(m_text);
-    m_text->setAutoFillBackground(false); // the scroll area has switched it on
+    m_scroll->setPage(m_text);
     content().addWidget(m_scroll);
     setText(text);
 }

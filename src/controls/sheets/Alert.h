@@ -7,9 +7,10 @@
 #include <functional>
 
 class QLabel;
-class QScrollArea;
 
 namespace folvane {
+
+class PlainScrollArea;
 
 /// A title, a text, and buttons in a row. Escape and the window's close do what the Cancel button does. The keyboard is on
 /// the Default button, which Return presses; an alert without one has it, in sight, on Cancel: what could destroy
@@ -33,7 +34,7 @@ private:
     void putReturnOn(Button& button, Role role);
 
     QLabel* m_text;
-    QScrollArea* m_scroll;
+    PlainScrollArea* m_scroll;
     QList<Button*> m_fromLeft;
     bool m_marksKeyboard = false; ///< nothing but its ring shows where Return goes
 };

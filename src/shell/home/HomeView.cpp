@@ -1,6 +1,7 @@
 #include "shell/home/HomeView.h"
 
 #include "controls/BrandMark.h"
+#include "controls/NoteLabel.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/dragging/DropZone.h"
@@ -38,14 +39,10 @@ QCoro::Task<> openOne(AppModel& model, Tool tool)
 
 } // namespace
 
-HomeView::HomeView(AppModel& model, QWidget* parent) : QScrollArea(parent), m_model(model)
+HomeView::HomeView(AppModel& model, QWidget* parent) : PlainScrollArea(parent), m_model(model)
 {
-    setFrameShape(QFrame::NoFrame);
-    setWidgetResizable(true);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setFocusPolicy(Qt::NoFocus);
     setAlignment(Qt::AlignHCenter);
-    setWidget(makePage());
+    setPage(makePage());
 }
 
 void HomeView::takeFocus()
@@ -86,11 +83,8 @@ QLayout* HomeView::makeHeader(QWidget* page) const
     auto* words = makeColumn(nullptr, {}, 2);
     words->addWidget(
         new TextLabel(tr("Folvane for Mac"), interfaceFont(26, Weight::Bold), theme::text, page));
-    auto* promise =
-        new TextLabel(tr("PDF tools, signatures and stamps, QR codes. Private by design · 100% on-device."),
-                      interfaceFont(13), theme::secondaryText, page);
-    promise->setWordWrap(true);
-    words->addWidget(promise);
+    words->addWidget(new NoteLabel(
+        tr("PDF tools, signatures and stamps, QR codes. Private by design · 100% on-device."), 13, page));
     auto* row = makeRow(nullptr, {}, 16);
     row->addWidget(new BrandMark(logoSide, page), 0, Qt::AlignVCenter);
     row->addLayout(words, 1);

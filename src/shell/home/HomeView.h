@@ -1,15 +1,14 @@
 #pragma once
 
+#include "controls/PlainScrollArea.h"
 #include "documents/AppModel.h"
-
-#include <QScrollArea>
 
 namespace folvane {
 
 class DropZone;
 
 /// The first page: a welcome, a place to drop files, and the tools.
-class HomeView : public QScrollArea {
+class HomeView : public PlainScrollArea {
     Q_OBJECT
 
 public:

@@ -1,5 +1,6 @@
 #include "shell/home/TileGrid.h"
 
+#include "controls/AdaptiveColumns.h"
 #include "controls/style/visualMargin.h"
 #include "shell/home/ToolTile.h"
 
@@ -11,19 +12,7 @@ namespace folvane {
 
 namespace {
 
-constexpr int narrowestTile = 250;
-constexpr int spacing = 14;
-
-int columnsIn(int width)
-{
-    return std::max(1, (width + spacing) / (narrowestTile + spacing));
-}
-
-int tileWidth(int width)
-{
-    const int columns = columnsIn(width);
-    return (width - (columns - 1) * spacing) / columns;
-}
+constexpr AdaptiveColumns grid{250, 14};
 
 int highestText(const QList<ToolTile*>& tiles, int tileWidth)
 {
@@ -59,17 +48,18 @@ int TileGrid::heightForWidth(int width) const
 {
     const QMargins margin = ToolTile::margin();
     const int inside = width - margin.left() - margin.right();
-    int height = margin.top() + margin.bottom() - spacing;
-    const int columns = columnsIn(inside);
+    int height = margin.top() + margin.bottom() - grid.spacing;
+    const int columns = grid.in(inside);
     for (qsizetype first = 0; first < m_tiles.size(); first += columns)
-        height += ToolTile::frameHeight(highestText(row(first, columns), tileWidth(inside))) + spacing;
+        height +=
+            ToolTile::frameHeight(highestText(row(first, columns), grid.columnWidth(inside))) + grid.spacing;
     return std::max(0, height);
 }
 
 // As high as the present width needs: a scroll area asks for no height at a width.
 QSize TileGrid::sizeHint() const
 {
-    return {narrowestTile, heightForWidth(width())};
+    return {grid.narrowest, heightForWidth(width())};
 }
 
 void TileGrid::resizeEvent(QResizeEvent* event)
@@ -77,8 +67,8 @@ void TileGrid::resizeEvent(QResizeEvent* event)
     if (heightForWidth(event->oldSize().width()) != heightForWidth(width()))
         updateGeometry();
     const QRect inside = rect().marginsRemoved(ToolTile::margin());
-    const int columns = columnsIn(inside.width());
-    const int width = tileWidth(inside.width());
+    const int columns = grid.in(inside.width());
+    const int width = grid.columnWidth(inside.width());
     QRect frame(inside.topLeft(), QSize(width, 0));
     for (qsizetype first = 0; first < m_tiles.size(); first += columns) {
         const QList<ToolTile*> tiles = row(first, columns);
@@ -88,9 +78,9 @@ void TileGrid::resizeEvent(QResizeEvent* event)
         for (ToolTile* tile : tiles) {
             tile->alignTo(text);
             tile->setGeometry(frame.marginsAdded(ToolTile::margin()));
-            frame.translate(width + spacing, 0);
+            frame.translate(width + grid.spacing, 0);
         }
-        frame.translate(0, frame.height() + spacing);
+        frame.translate(0, frame.height() + grid.spacing);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "shell/pageGrid/PageGridLayout.h"
 
+#include "controls/AdaptiveColumns.h"
 #include "shell/pageGrid/pageCell.h"
 
 #include <algorithm>
@@ -9,22 +10,20 @@ namespace folvane {
 namespace {
 
 constexpr int padding = 24;
-constexpr int columnSpacing = 18;
+constexpr AdaptiveColumns adaptive{pageCellMetrics.narrowest, 18};
 constexpr int rowSpacing = 22;
-constexpr int narrowestColumn = pageCellMetrics.narrowest;
 constexpr int rowStep = pageCellMetrics.height() + rowSpacing;
 
 int columnWidth(const PageGridLayout& layout)
 {
-    const int columns = layout.columns();
-    return std::clamp((layout.width - 2 * padding - (columns - 1) * columnSpacing) / columns, narrowestColumn,
+    return std::clamp(adaptive.columnWidth(layout.width - 2 * padding), adaptive.narrowest,
                       pageCellMetrics.widest);
 }
 
 int left(const PageGridLayout& layout)
 {
     const int columns = layout.columns();
-    const int used = columns * columnWidth(layout) + (columns - 1) * columnSpacing;
+    const int used = columns * columnWidth(layout) + (columns - 1) * adaptive.spacing;
     return std::max(padding, (layout.width - used) / 2);
 }
 
@@ -32,7 +31,7 @@ int left(const PageGridLayout& layout)
 
 int PageGridLayout::columns() const
 {
-    return std::max(1, (width - 2 * padding + columnSpacing) / (narrowestColumn + columnSpacing));
+    return adaptive.in(width - 2 * padding);
 }
 
 int PageGridLayout::height() const
@@ -42,7 +41,7 @@ int PageGridLayout::height() const
 
 QRect PageGridLayout::cell(int index) const
 {
-    const int columnStep = columnWidth(*this) + columnSpacing;
+    const int columnStep = columnWidth(*this) + adaptive.spacing;
     return {left(*this) + index % columns() * columnStep, padding + index / columns() * rowStep,
             columnWidth(*this), pageCellMetrics.height()};
 }

@@ -19,23 +19,17 @@ constexpr int fewestRows = 2; // that stay in sight however low the window is
 
 } // namespace
 
-FileList::FileList(AppModel& model, QWidget* parent) : QScrollArea(parent), m_model(model)
+FileList::FileList(AppModel& model, QWidget* parent) : PlainScrollArea(parent), m_model(model)
 {
     installFileListAccessibility();
-    setFrameShape(QFrame::NoFrame);
-    setWidgetResizable(true);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setFocusPolicy(Qt::NoFocus);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     auto* rows = new QWidget(this);
     m_column = new QVBoxLayout(rows);
     m_column->setContentsMargins(0, 0, 0, 0);
     m_column->setSpacing(gap);
     m_column->setAlignment(Qt::AlignTop);
-    setWidget(rows);
+    setPage(rows);
     rows->setAccessibleName(tr("Files"));
-    rows->setAutoFillBackground(false); // the scroll area has switched it on
-    viewport()->setAutoFillBackground(false);
     // New rows have their places only once the list has scrolled room for them.
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] {
         if (FileRow* row = currentRow())
@@ -123,7 +117,7 @@ bool FileList::eventFilter(QObject* watched, QEvent* event)
         ensureWidgetVisible(row, 0, 0);
     else if (row && event->type() == QEvent::KeyPress)
         return walk(*row, static_cast<QKeyEvent*>(event)->key());
-    return QScrollArea::eventFilter(watched, event);
+    return PlainScrollArea::eventFilter(watched, event);
 }
 
 bool FileList::walk(FileRow& from, int key)

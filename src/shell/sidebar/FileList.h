@@ -1,10 +1,9 @@
 #pragma once
 
+#include "controls/PlainScrollArea.h"
 #include "controls/Watches.h"
 
 #include "documents/AppModel.h"
-
-#include <QScrollArea>
 
 class QVBoxLayout;
 
@@ -14,7 +13,7 @@ class FileRow;
 
 /// The open documents, a row each, as high as they need and no higher than there is room: then they scroll. The Tab key
 /// stops once, at the document that is shown or else at the first; the arrow keys, Home and End go on from there.
-class FileList : public QScrollArea {
+class FileList : public PlainScrollArea {
     Q_OBJECT
 
 public:

@@ -1,6 +1,7 @@
 #include "shell/sidebar/FileRow.h"
 
 #include "controls/appearance.h"
+#include "controls/smallButton.h"
 #include "controls/style/Theme.h"
 #include "documents/addToMerge.h"
 #include "platform/tasks/spawn.h"
@@ -17,6 +18,7 @@ namespace folvane {
 namespace {
 
 constexpr int closeSide = 22;
+constexpr int closeIcon = 14;
 constexpr int dotSide = 6;
 constexpr int gap = 8;
 
@@ -38,13 +40,8 @@ FileRow::FileRow(AppModel& model, OpenFilePtr file, QWidget* parent)
     : SidebarRow(file->isPDF ? Icon::Document : Icon::Pictures, file->name, parent),
       m_model(model),
       m_file(std::move(file)),
-      m_close(new QToolButton(this))
+      m_close(makeSmallButton(Icon::Close, closeSide, closeIcon, this))
 {
-    m_close->setIcon(themedIcon(Icon::Close, theme::secondaryText));
-    m_close->setIconSize(QSize(14, 14));
-    m_close->setFixedSize(closeSide, closeSide);
-    m_close->setAutoRaise(true);
-    m_close->setFocusPolicy(Qt::NoFocus); // the menu of the row closes by keyboard
     m_close->setToolTip(tr("Close"));
     m_close->setAccessibleName(tr("Close “%1”").arg(m_file->name));
     connect(m_close, &QToolButton::clicked, this, [this] { m_model.requestClose(m_file); });

@@ -1,6 +1,7 @@
 #include "tools/merge/MergeView.h"
 
 #include "controls/Button.h"
+#include "controls/NoteLabel.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/dragging/FileDrops.h"
@@ -51,12 +52,10 @@ QLayout* MergeView::makeHeader()
 {
     auto* words = makeColumn(nullptr, {}, 4);
     words->addWidget(new TextLabel(tr("Merge PDFs"), interfaceFont(24, Weight::Bold), theme::text, this));
-    auto* subtitle = new TextLabel(
+    words->addWidget(new NoteLabel(
         tr("Drop PDFs and images here, drag them into order, then Merge. Open files join as they are now, "
            "with their turns, removed pages and stamps."),
-        interfaceFont(13), theme::secondaryText, this);
-    subtitle->setWordWrap(true);
-    words->addWidget(subtitle);
+        13, this));
     auto* row = makeRow(nullptr, {padding, 0, padding, 0}, 24);
     row->addLayout(words, 1);
     row->addWidget(makeAddButton(), 0, Qt::AlignTop);

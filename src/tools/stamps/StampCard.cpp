@@ -4,8 +4,7 @@
 #include "controls/appearance.h"
 #include "controls/layouts.h"
 #include "controls/popUpBelow.h"
-#include "controls/style/Theme.h"
-#include "controls/style/icons.h"
+#include "controls/smallButton.h"
 #include "tools/stamps/StampTile.h"
 
 #include <QAction>
@@ -27,10 +26,10 @@ constexpr int moreIcon = 18;
 
 StampCard::StampCard(AppModel& model, const QUuid& stamp, QWidget* parent)
     : Panel(padding, parent),
-      m_model(model),
       m_record{.id = stamp, .name = {}},
+      m_model(model),
       m_name(new ElidedLabel(this)),
-      m_more(new QToolButton(this))
+      m_more(makeSmallButton(Icon::More, moreSide, moreIcon, this))
 {
     setFocusPolicy(Qt::StrongFocus);
     content().addWidget(new StampTile(model, stamp, tileHeight, this));
@@ -42,11 +41,6 @@ StampCard::StampCard(AppModel& model, const QUuid& stamp, QWidget* parent)
 QLayout* StampCard::makeFoot()
 {
     m_name->setFont(interfaceFont(13, Weight::Medium));
-    m_more->setIcon(themedIcon(Icon::More, theme::secondaryText));
-    m_more->setIconSize(QSize(moreIcon, moreIcon));
-    m_more->setFixedSize(moreSide, moreSide);
-    m_more->setAutoRaise(true);
-    m_more->setFocusPolicy(Qt::NoFocus); // the card itself opens the menu by keyboard
     m_more->setToolTip(tr("Rename or delete"));
     auto* foot = makeRow(nullptr, {2, 0, 0, 0}, 4);
     foot->addWidget(m_name, 1);

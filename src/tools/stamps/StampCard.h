@@ -32,8 +32,8 @@ private:
     void popUp();
     void refresh();
 
-    AppModel& m_model;
     StampRecord m_record;
+    AppModel& m_model;
     QLabel* m_name;
     QToolButton* m_more;
     Watches m_watches;

@@ -28,6 +28,20 @@ void StampGrid::refresh()
         if (!m_stamps.contains(stamp))
             add(stamp);
     }
+    showEmptyState();
+}
+
+void StampGrid::setEmptyState(QWidget* empty)
+{
+    m_empty = empty;
+    showEmptyState();
+}
+
+void StampGrid::showEmptyState()
+{
+    setVisible(!m_cells.isEmpty());
+    if (m_empty)
+        m_empty->setVisible(m_cells.isEmpty());
 }
 
 void StampGrid::add(const QUuid& stamp)

@@ -22,6 +22,8 @@ public:
 
     StampGrid(AppModel& model, const AdaptiveColumns& columns, MakeCell makeCell, QWidget* parent = nullptr);
 
+    /// Stands there instead while the library is empty.
+    void setEmptyState(QWidget* empty);
     /// Gives the keyboard to the stamp that had it last. False: there is none.
     bool takeFocus();
 
@@ -36,6 +38,7 @@ private:
     void refresh();
     void add(const QUuid& stamp);
     void removeAt(qsizetype index);
+    void showEmptyState();
     bool goFrom(qsizetype index, Qt::Key key);
     void stopTabAt(QWidget* cell);
 
@@ -45,6 +48,7 @@ private:
     QList<QUuid> m_stamps;
     QList<QWidget*> m_cells;
     QWidget* m_stop = nullptr; ///< where the Tab key leads to; may have gone
+    QWidget* m_empty = nullptr;
     Watches m_watches;
 };
 

@@ -1,5 +1,7 @@
 #include "tools/stamps/StampLibraryPanel.h"
 
+#include "controls/NoteLabel.h"
+#include "controls/PlainScrollArea.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/layouts.h"
@@ -11,8 +13,6 @@
 #include "tools/stamps/StampButton.h"
 #include "tools/stamps/StampGrid.h"
 #include "tools/stamps/openNewStampSheet.h"
-
-#include <QScrollArea>
 
 namespace folvane {
 
@@ -26,28 +26,17 @@ constexpr int tileSpacing = 10;
 constexpr AdaptiveColumns columns{narrowestTile + 2 * StampButton::margin,
                                   tileSpacing - 2 * StampButton::margin};
 
-QLabel* makeNote(const QString& text, double pixels, QWidget* parent)
-{
-    auto* note = new TextLabel(text, interfaceFont(pixels), theme::secondaryText, parent);
-    note->setWordWrap(true);
-    return note;
-}
-
 } // namespace
 
 StampLibraryPanel::StampLibraryPanel(AppModel& model, QWidget* parent)
     : QWidget(parent),
       m_model(model),
-      m_scroll(new QScrollArea(this)),
+      m_scroll(new PlainScrollArea(this)),
       m_selected(new SelectedStamp(model, this))
 {
     setFixedWidth(panelWidth);
     setGround(*this, theme::surface);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->setFocusPolicy(Qt::NoFocus);
-    m_scroll->setWidget(makeLibrary());
+    m_scroll->setPage(makeLibrary());
     auto* column = makeColumn(this, {}, 0);
     column->addWidget(m_scroll, 1);
     column->addWidget(m_selected);
@@ -59,14 +48,15 @@ StampLibraryPanel::StampLibraryPanel(AppModel& model, QWidget* parent)
 QWidget* StampLibraryPanel::makeLibrary()
 {
     auto* library = new QWidget(m_scroll);
-    setGround(*library, theme::surface);
     auto* title =
         new TextLabel(tr("Signatures & Stamps"), interfaceFont(14, Weight::SemiBold), theme::text, library);
-    auto* empty = makeNote(tr("Add your signature or a company seal once; it stays in Folvane on this Mac "
-                              "for every document."),
-                           12, library);
+    auto* empty =
+        new NoteLabel(tr("Add your signature or a company seal once; it stays in Folvane on this Mac "
+                         "for every document."),
+                      12, library);
     m_grid =
         new StampGrid(m_model, columns, [this](const QUuid& stamp) { return makeButton(stamp); }, library);
+    m_grid->setEmptyState(empty);
     setVisualMargin(*m_grid, QMargins() + StampButton::margin);
     connect(m_grid, &StampGrid::reached, this,
             [this](QWidget* button) { m_scroll->ensureWidgetVisible(button); });
@@ -80,16 +70,9 @@ QWidget* StampLibraryPanel::makeLibrary()
     column->addWidget(empty);
     column->addWidget(m_grid);
     column->addWidget(menu, 0, Qt::AlignLeft);
-    column->addWidget(
-        makeNote(tr("Or take a photo with your iPhone: File › Import from iPhone or iPad."), 11.5, library));
+    column->addWidget(new NoteLabel(
+        tr("Or take a photo with your iPhone: File › Import from iPhone or iPad."), 11.5, library));
     column->addStretch();
-    m_watches.keep(
-        [this, empty] {
-            const bool hasStamps = !m_model.stamps.stamps.value().isEmpty();
-            empty->setVisible(!hasStamps);
-            m_grid->setVisible(hasStamps);
-        },
-        m_model.stamps.stamps);
     return library;
 }
 

@@ -1,15 +1,13 @@
 #pragma once
 
-#include "controls/Watches.h"
 #include "documents/AppModel.h"
 #include "tools/stamps/StampSource.h"
 
 #include <QWidget>
 
-class QScrollArea;
-
 namespace folvane {
 
+class PlainScrollArea;
 class SelectedStamp;
 class StampGrid;
 
@@ -34,10 +32,9 @@ private:
     void place(const QUuid& stamp);
 
     AppModel& m_model;
-    QScrollArea* m_scroll;
+    PlainScrollArea* m_scroll;
     StampGrid* m_grid;
     SelectedStamp* m_selected;
-    Watches m_watches;
 };
 
 } // namespace folvane

@@ -1,6 +1,8 @@
 #include "tools/stamps/StampsView.h"
 
+#include "controls/NoteLabel.h"
 #include "controls/Panel.h"
+#include "controls/PlainScrollArea.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/dragging/dropSign.h"
@@ -17,7 +19,6 @@
 #include "tools/stamps/openNewStampSheet.h"
 
 #include <QPainter>
-#include <QScrollArea>
 
 namespace folvane {
 
@@ -30,15 +31,9 @@ constexpr AdaptiveColumns columns{200, 16};
 } // namespace
 
 StampsView::StampsView(AppModel& model, QWidget* parent)
-    : QWidget(parent), m_model(model), m_drops(new StampDrops(*this)), m_scroll(new QScrollArea(this))
+    : QWidget(parent), m_model(model), m_drops(new StampDrops(*this)), m_scroll(new PlainScrollArea(this))
 {
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->setFocusPolicy(Qt::NoFocus);
-    m_scroll->setWidget(makePage());
-    m_scroll->widget()->setAutoFillBackground(false); // the sign of a drop lies below
-    m_scroll->viewport()->setAutoFillBackground(false);
+    m_scroll->setPage(makePage());
     makeColumn(this, {}, 0)->addWidget(m_scroll);
     connect(m_new, &NewStampMenu::chosen, this, &StampsView::make);
     connect(m_drops, &StampDrops::dropped, this, &StampsView::make);
@@ -52,6 +47,7 @@ QWidget* StampsView::makePage()
     auto* page = new QWidget(m_scroll);
     QWidget* empty = makeEmptyState(page);
     m_grid = new StampGrid(m_model, columns, [this](const QUuid& stamp) { return makeCard(stamp); }, page);
+    m_grid->setEmptyState(empty);
     setVisualMargin(*m_grid, Panel::margin());
     m_grid->layout()->setContentsMargins(Panel::margin());
     auto* column = makeColumn(page, QMargins() + padding, padding);
@@ -59,13 +55,6 @@ QWidget* StampsView::makePage()
     column->addWidget(empty);
     column->addWidget(m_grid);
     column->addStretch();
-    m_watches.keep(
-        [this, empty] {
-            const bool hasStamps = !m_model.stamps.stamps.value().isEmpty();
-            empty->setVisible(!hasStamps);
-            m_grid->setVisible(hasStamps);
-        },
-        m_model.stamps.stamps);
     return page;
 }
 
@@ -74,13 +63,11 @@ QLayout* StampsView::makeHeader(QWidget* page)
     auto* words = makeColumn(nullptr, {}, 4);
     words->addWidget(
         new TextLabel(tr("Signatures & Stamps"), interfaceFont(24, Weight::Bold), theme::text, page));
-    auto* promise = new TextLabel(
+    words->addWidget(new NoteLabel(
         tr("Your signature, initials or a company seal, with the paper removed automatically. They stay only "
            "on this Mac. Folvane puts your own images on documents; it doesn't make a signature legally "
            "binding by itself."),
-        interfaceFont(13), theme::secondaryText, page);
-    promise->setWordWrap(true);
-    words->addWidget(promise);
+        13, page));
     m_new = new NewStampMenu(m_model, page);
     auto* row = makeRow(nullptr, {}, 24);
     row->addLayout(words, 1);
@@ -99,14 +86,12 @@ QWidget* StampsView::makeEmptyState(QWidget* page) const
     title->addWidget(new TextLabel(tr("No signatures or stamps yet"), interfaceFont(15, Weight::SemiBold),
                                    theme::text, panel),
                      1);
-    auto* advice = new TextLabel(
+    panel->content().addLayout(title);
+    panel->content().addWidget(new NoteLabel(
         tr("Sign a white sheet of paper or stamp it, then take a photo with your iPhone (File › Import from "
            "iPhone or iPad) or choose a scan. You can also draw with the trackpad or pick a ready stamp like "
            "PAID or APPROVED."),
-        interfaceFont(13), theme::secondaryText, panel);
-    advice->setWordWrap(true);
-    panel->content().addLayout(title);
-    panel->content().addWidget(advice);
+        13, panel));
     return panel;
 }
 

@@ -1,16 +1,14 @@
 #pragma once
 
-#include "controls/Watches.h"
 #include "documents/AppModel.h"
 #include "tools/stamps/StampSource.h"
 
 #include <QWidget>
 
-class QScrollArea;
-
 namespace folvane {
 
 class NewStampMenu;
+class PlainScrollArea;
 class StampDrops;
 class StampGrid;
 
@@ -38,10 +36,9 @@ private:
 
     AppModel& m_model;
     StampDrops* m_drops;
-    QScrollArea* m_scroll;
+    PlainScrollArea* m_scroll;
     NewStampMenu* m_new;
     StampGrid* m_grid;
-    Watches m_watches;
 };
 
 } // namespace folvane

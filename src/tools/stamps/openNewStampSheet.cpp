@@ -6,10 +6,10 @@
 
 namespace folvane {
 
-// A drop reaches the window even then.
+// Drops reach the window under a dialog, and keys the view under the overlay of a job.
 void openNewStampSheet(AppModel& model, const StampSource& source, QWidget& view, UseStamp use)
 {
-    if (QApplication::activeModalWidget())
+    if (QApplication::activeModalWidget() || model.busy.value())
         return;
     auto* sheet = new NewStampSheet(model, source, view.window());
     sheet->setAttribute(Qt::WA_DeleteOnClose);
