@@ -17,10 +17,39 @@
     </message>
 </context>
 <context>
+    <name>folvane::NewStampMenu</name>
+    <message>
+        <source>Draw with Trackpad or Mouse…</source>
+        <translation>Draw with Touchpad or Mouse…</translation>
+    </message>
+</context>
+<context>
     <name>folvane::PasswordPrompt</name>
     <message>
         <source>Enter its password to open it. The password stays on this Mac.</source>
         <translation>Enter its password to open it. The password stays on this computer.</translation>
+    </message>
+</context>
+<context>
+    <name>folvane::StampLibraryPanel</name>
+    <message>
+        <source>Add your signature or a company seal once; it stays in Folvane on this Mac for every document.</source>
+        <translation>Add your signature or a company seal once; it stays in Folvane on this computer for every document.</translation>
+    </message>
+    <message>
+        <source>Or take a photo with your iPhone: File › Import from iPhone or iPad.</source>
+        <translation>Or copy a photo or scan of it, and paste it here.</translation>
+    </message>
+</context>
+<context>
+    <name>folvane::StampsView</name>
+    <message>
+        <source>Sign a white sheet of paper or stamp it, then take a photo with your iPhone (File › Import from iPhone or iPad) or choose a scan. You can also draw with the trackpad or pick a ready stamp like PAID or APPROVED.</source>
+        <translation>Sign a white sheet of paper or stamp it, then take a photo or scan it, and choose, drop or paste the picture here. You can also draw with the touchpad or mouse, or pick a ready stamp like PAID or APPROVED.</translation>
+    </message>
+    <message>
+        <source>Your signature, initials or a company seal, with the paper removed automatically. They stay only on this Mac. Folvane puts your own images on documents; it doesn't make a signature legally binding by itself.</source>
+        <translation>Your signature, initials or a company seal, with the paper removed automatically. They stay only on this computer. Folvane puts your own images on documents; it doesn't make a signature legally binding by itself.</translation>
     </message>
 </context>
 <context>

@@ -1,8 +1,12 @@
 #include "controls/sliders/NumberSlider.h"
 #include "documents/ModelTest.h"
+#include "tools/stamps/NewStampMenu.h"
 #include "tools/stamps/SelectedStamp.h"
+#include "tools/stamps/StampsView.h"
 
 #include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 
 namespace folvane {
@@ -43,6 +47,42 @@ TEST_F(StampViews, TheSliderAndTheSelectedStampStayInStep)
         EXPECT_EQ(asked, step.asked) << step.selected;
         EXPECT_TRUE(shows(step.label)) << step.label;
     }
+}
+
+TEST_F(StampViews, ChangesOfTheLibraryKeepTheScrollAndTheKeyboard)
+{
+    QList<QUuid> stamps;
+    for (int n = 0; n < 40; ++n)
+        stamps.append(model->stamps.add({"no picture", 1, 1}, QString::number(n))->id);
+    StampsView view(*model);
+    view.resize(700, 500);
+    view.show();
+    QTest::qWait(0);
+    view.takeFocus();
+    QScrollBar& bar = *view.findChild<QScrollArea*>()->verticalScrollBar();
+    const auto keyboard = [&view] { return view.window()->focusWidget()->accessibleName(); };
+    const auto change = [&bar](const std::function<void()>& change) {
+        const int before = bar.value();
+        change();
+        QTest::qWait(0);
+        EXPECT_EQ(bar.value(), before);
+    };
+    for (int n = 0; n < 20; ++n)
+        QTest::keyClick(view.window()->focusWidget(), Qt::Key_Right);
+    EXPECT_EQ(keyboard(), "20");
+    EXPECT_GT(bar.value(), 0);
+    change([&] { model->stamps.rename(stamps[20], "Twenty"); });
+    change([&] { model->stamps.add({"no picture", 1, 1}, "Another"); });
+    EXPECT_EQ(keyboard(), "Twenty");
+    change([&] { model->stamps.remove(stamps[20]); });
+    EXPECT_EQ(keyboard(), "21");
+    change([&] { model->stamps.remove(stamps[30]); });
+    QTest::keyClick(view.window()->focusWidget(), Qt::Key_End);
+    model->stamps.remove(model->stamps.stamps.value().last().id);
+    EXPECT_EQ(keyboard(), "39") << "the last one that is left";
+    while (!model->stamps.stamps.value().isEmpty())
+        model->stamps.remove(model->stamps.stamps.value().first().id);
+    EXPECT_EQ(view.window()->focusWidget(), view.findChild<NewStampMenu*>());
 }
 
 } // namespace

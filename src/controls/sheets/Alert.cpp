@@ -1,8 +1,8 @@
 #include "controls/sheets/Alert.h"
 
-#include "controls/PlainScrollArea.h"
 #include "controls/appearance.h"
 #include "controls/breakableText.h"
+#include "controls/containers/PlainScrollArea.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/PlainScrollArea.h"
+#include "controls/containers/PlainScrollArea.h"
 #include "documents/AppModel.h"
 
 namespace folvane {

@@ -1,6 +1,6 @@
 #include "shell/home/TileGrid.h"
 
-#include "controls/AdaptiveColumns.h"
+#include "controls/containers/AdaptiveColumns.h"
 #include "controls/style/visualMargin.h"
 #include "shell/home/ToolTile.h"
 

@@ -1,6 +1,6 @@
 #include "shell/pageGrid/PageGridLayout.h"
 
-#include "controls/AdaptiveColumns.h"
+#include "controls/containers/AdaptiveColumns.h"
 #include "shell/pageGrid/pageCell.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/PlainScrollArea.h"
 #include "controls/Watches.h"
+#include "controls/containers/PlainScrollArea.h"
 
 #include "documents/AppModel.h"
 

@@ -1,8 +1,8 @@
 #include "tools/readyStamps/ReadyStampsPicker.h"
 
-#include "controls/AdaptiveGrid.h"
 #include "controls/Button.h"
 #include "controls/choices/CheckBox.h"
+#include "controls/containers/AdaptiveGrid.h"
 #include "controls/layouts.h"
 #include "platform/tasks/background.h"
 #include "platform/tasks/spawn.h"

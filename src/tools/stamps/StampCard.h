@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/Panel.h"
 #include "controls/Watches.h"
+#include "controls/containers/Panel.h"
 #include "documents/AppModel.h"
 
 class QLabel;

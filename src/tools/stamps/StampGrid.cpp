@@ -1,6 +1,6 @@
 #include "tools/stamps/StampGrid.h"
 
-#include "controls/AdaptiveGrid.h"
+#include "controls/containers/AdaptiveGrid.h"
 
 #include <QKeyEvent>
 
@@ -55,16 +55,17 @@ void StampGrid::add(const QUuid& stamp)
     stopTabAt(m_cells.contains(m_stop) ? m_stop : cell);
 }
 
-// It may be in the middle of an event, so it dies later.
+// It may be in the middle of an event, so it dies later. Whoever gets the keyboard has to be in its place by then, as views scroll there.
 void StampGrid::removeAt(qsizetype index)
 {
     QWidget* cell = m_cells.takeAt(index);
     m_stamps.removeAt(index);
     if (cell == m_stop && !m_cells.isEmpty())
         stopTabAt(m_cells[std::min(index, m_cells.size() - 1)]);
-    if (cell == window()->focusWidget())
-        takeFocus();
     m_grid->removeWidget(cell);
+    m_grid->activate();
+    if (cell == window()->focusWidget() && !takeFocus())
+        emit left();
     cell->hide();
     cell->deleteLater();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/AdaptiveColumns.h"
 #include "controls/Watches.h"
+#include "controls/containers/AdaptiveColumns.h"
 #include "documents/AppModel.h"
 
 #include <QFrame>
@@ -30,6 +30,8 @@ public:
 signals:
     /// The keyboard came to this one.
     void reached(QWidget* cell);
+    /// The keyboard was on the last stamp that there was.
+    void left();
 
 protected:
     bool eventFilter(QObject* cell, QEvent* event) override;

@@ -1,9 +1,9 @@
 #include "tools/stamps/StampLibraryPanel.h"
 
 #include "controls/NoteLabel.h"
-#include "controls/PlainScrollArea.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
+#include "controls/containers/PlainScrollArea.h"
 #include "controls/layouts.h"
 #include "controls/paletteColors.h"
 #include "controls/style/Theme.h"

@@ -1,10 +1,10 @@
 #include "tools/stamps/StampsView.h"
 
 #include "controls/NoteLabel.h"
-#include "controls/Panel.h"
-#include "controls/PlainScrollArea.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
+#include "controls/containers/Panel.h"
+#include "controls/containers/PlainScrollArea.h"
 #include "controls/dragging/dropSign.h"
 #include "controls/layouts.h"
 #include "controls/sheets/Alert.h"
@@ -38,6 +38,7 @@ StampsView::StampsView(AppModel& model, QWidget* parent)
     connect(m_new, &NewStampMenu::chosen, this, &StampsView::make);
     connect(m_drops, &StampDrops::dropped, this, &StampsView::make);
     connect(m_drops, &StampDrops::underDragChanged, this, qOverload<>(&QWidget::update));
+    connect(m_grid, &StampGrid::left, this, &StampsView::takeFocus);
     connect(m_grid, &StampGrid::reached, this,
             [this](QWidget* card) { m_scroll->ensureWidgetVisible(card); });
 }
@@ -60,19 +61,19 @@ QWidget* StampsView::makePage()
 
 QLayout* StampsView::makeHeader(QWidget* page)
 {
-    auto* words = makeColumn(nullptr, {}, 4);
-    words->addWidget(
+    m_new = new NewStampMenu(m_model, page);
+    auto* row = makeRow(nullptr, {}, 24);
+    row->addWidget(
         new TextLabel(tr("Signatures & Stamps"), interfaceFont(24, Weight::Bold), theme::text, page));
-    words->addWidget(new NoteLabel(
+    row->addWidget(m_new);
+    auto* header = makeColumn(nullptr, {}, 8);
+    header->addLayout(row);
+    header->addWidget(new NoteLabel(
         tr("Your signature, initials or a company seal, with the paper removed automatically. They stay only "
            "on this Mac. Folvane puts your own images on documents; it doesn't make a signature legally "
            "binding by itself."),
         13, page));
-    m_new = new NewStampMenu(m_model, page);
-    auto* row = makeRow(nullptr, {}, 24);
-    row->addLayout(words, 1);
-    row->addWidget(m_new, 0, Qt::AlignTop);
-    return row;
+    return header;
 }
 
 QWidget* StampsView::makeEmptyState(QWidget* page) const

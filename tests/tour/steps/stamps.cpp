@@ -105,8 +105,8 @@ void showMany(Tour& tour)
 
 void showStamps(Tour& tour)
 {
-    for (const StampRecord& record : tour.model.stamps.stamps.value())
-        tour.model.stamps.remove(record.id);
+    while (!tour.model.stamps.stamps.value().isEmpty())
+        tour.model.stamps.remove(tour.model.stamps.stamps.value().first().id);
     showWays(tour);
     showChanges(tour);
     showMany(tour);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/AdaptiveColumns.h"
+#include "controls/containers/AdaptiveColumns.h"
 
 #include <QLayout>
 

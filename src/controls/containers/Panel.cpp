@@ -1,4 +1,4 @@
-#include "controls/Panel.h"
+#include "controls/containers/Panel.h"
 
 #include "controls/layouts.h"
 #include "controls/style/Shadow.h"

@@ -1,4 +1,4 @@
-#include "controls/AdaptiveGrid.h"
+#include "controls/containers/AdaptiveGrid.h"
 
 namespace folvane {
 

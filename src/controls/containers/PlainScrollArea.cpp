@@ -1,4 +1,4 @@
-#include "controls/PlainScrollArea.h"
+#include "controls/containers/PlainScrollArea.h"
 
 namespace folvane {
 
