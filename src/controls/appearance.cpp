@@ -4,6 +4,7 @@
 #include "controls/style/FolvaneStyle.h"
 #include "controls/style/Theme.h"
 #include "controls/style/brandPictures.h"
+#include "controls/style/menuKey.h"
 #include "controls/style/mnemonics.h"
 #include "controls/style/returnKey.h"
 
@@ -55,6 +56,7 @@ void applyAppearance(QApplication& application)
     QToolTip::setFont(interfaceFont(12));
     installAccessibility();
     letReturnPressButtons(application);
+    letShiftF10OpenMenus(application);
     installMnemonics(application);
 }
 
