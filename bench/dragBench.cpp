@@ -1,0 +1,110 @@
+// Measures how long the window takes for each step of a drag of a stamp over the first page of FILE, from the mouse's move until all is
+// painted, and tells it as one JSON object in milliseconds:
+//     folvane-drag-bench FILE
+
+#include "platform/tasks/spawn.h"
+#include "stamps/ReadyStampRenderer.h"
+#include "tools/sign/PageArea.h"
+#include "tools/sign/SignView.h"
+#include "tour/Stage.h"
+#include "tour/waiting.h"
+
+#include <QApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+using namespace folvane;
+using Time = std::chrono::steady_clock;
+
+constexpr int moves = 1000;
+constexpr int usageFault = 2;
+
+void sign(Stage& stage, const QUrl& file)
+{
+    const StampRecord stamp = *stage.model.stamps.add(
+        *ReadyStampRenderer::render("RECEIVED WITH THANKS", {}, StampInk::Blue), "Stamp");
+    spawn(stage.model.open({file}, Tool::Sign));
+    waitUntil(QStringLiteral("The opening"), [&stage] { return stage.model.files.value().size() == 1; });
+    const OpenFilePtr opened = stage.model.files.value().first();
+    stage.model.place(stamp, opened, opened->pages.value().front().id);
+    waitUntil(QStringLiteral("The large page"),
+              [&stage] { return !stage.window.signView().pageArea().pageRect().isEmpty(); });
+    waitUntilStill();
+}
+
+/// Round the middle of the page, which leads over all of the stamp's neighbourhood.
+QPoint onTheWay(const PageArea& area, int move)
+{
+    const QRectF page = area.pageRect();
+    const double angle = 0.05 * move;
+    return area
+        .mapTo(area.window(),
+               page.center()
+                   + QPointF(page.width() * 0.3 * std::sin(angle), page.height() * 0.3 * std::cos(angle)))
+        .toPoint();
+}
+
+std::vector<double> dragTimes(Stage& stage)
+{
+    QWindow* window = stage.window.windowHandle();
+    const PageArea& area = stage.window.signView().pageArea();
+    const QRectF page = area.pageRect();
+    const QPointF stamp(page.left() + 0.5 * page.width(), page.top() + 0.62 * page.height());
+    QTest::mousePress(window, Qt::LeftButton, {}, area.mapTo(&stage.window, stamp).toPoint());
+    std::vector<double> times;
+    for (int move = 0; move < moves; ++move) {
+        const Time::time_point start = Time::now();
+        QTest::mouseMove(window, onTheWay(area, move));
+        QCoreApplication::processEvents();
+        times.push_back(std::chrono::duration<double, std::milli>(Time::now() - start).count());
+    }
+    QTest::mouseRelease(window, Qt::LeftButton);
+    return times;
+}
+
+QJsonObject measure(const QUrl& file)
+{
+    Stage stage;
+    sign(stage, file);
+    std::vector<double> times = dragTimes(stage);
+    const StampPlacement stamp = stage.model.files.value().first()->pages.value().front().stamps.front();
+    if (QLineF(stamp.center, {0.5, 0.5}).length() < 0.2)
+        throw TourFailed("The stamp did not come along.");
+    std::ranges::sort(times);
+    return {{QStringLiteral("median"), times[times.size() / 2]},
+            {QStringLiteral("p99"), times[times.size() * 99 / 100]},
+            {QStringLiteral("longest"), times.back()}};
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QTemporaryDir home;
+    prepareEnvironment(home.path());
+    const QApplication application(argc, argv);
+    prepareApplication();
+    const QStringList words = QCoreApplication::arguments();
+    if (words.size() != 2) {
+        std::fprintf(stderr, "folvane-drag-bench FILE\n");
+        return usageFault;
+    }
+    try {
+        const QJsonObject measured = measure(QUrl::fromLocalFile(words[1]));
+        std::printf("%s\n", QJsonDocument(measured).toJson(QJsonDocument::Compact).constData());
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+    return 0;
+}
