@@ -14,6 +14,8 @@ namespace folvane {
 
 namespace {
 
+constexpr char roleProperty[] = "folvaneSpokenRole";
+
 // Only for the eyes: screen readers leave out what is invisible.
 class Decoration : public QAccessibleWidget {
 public:
@@ -69,6 +71,8 @@ QAccessibleInterface* interfaceFor(const QString&, QObject* object)
     if (qobject_cast<BrandMark*>(widget)
         || qobject_cast<Spinner*>(widget)) // beside a spinner stands what it waits for
         return new Decoration(widget);
+    if (const QVariant role = object->property(roleProperty); widget && role.isValid())
+        return new QAccessibleWidget(widget, QAccessible::Role(role.toInt()));
     if (auto* slider = qobject_cast<KnobSlider*>(widget))
         return new Slider(slider);
     if (qobject_cast<SectionHeader*>(widget))
@@ -83,6 +87,11 @@ QAccessibleInterface* interfaceFor(const QString&, QObject* object)
 void installAccessibility()
 {
     QAccessible::installFactory(interfaceFor);
+}
+
+void setSpokenRole(QWidget& widget, QAccessible::Role role)
+{
+    widget.setProperty(roleProperty, int(role));
 }
 
 } // namespace folvane

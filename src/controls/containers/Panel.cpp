@@ -1,5 +1,6 @@
 #include "controls/containers/Panel.h"
 
+#include "controls/accessibility.h"
 #include "controls/layouts.h"
 #include "controls/style/Shadow.h"
 #include "controls/style/focusRing.h"
@@ -25,6 +26,7 @@ Panel::Panel(int padding, QWidget* parent)
     : QFrame(parent), m_content(makeColumn(this, margin() + padding, 8))
 {
     setVisualMargin(*this, margin());
+    setSpokenRole(*this, QAccessible::Grouping);
 }
 
 void Panel::paintEvent(QPaintEvent*)

@@ -1,6 +1,7 @@
 #include "tools/stamps/StampCard.h"
 
 #include "controls/ElidedLabel.h"
+#include "controls/accessibility.h"
 #include "controls/appearance.h"
 #include "controls/layouts.h"
 #include "controls/popUpBelow.h"
@@ -32,6 +33,7 @@ StampCard::StampCard(AppModel& model, const QUuid& stamp, QWidget* parent)
       m_more(makeSmallButton(Icon::More, moreSide, moreIcon, this))
 {
     setFocusPolicy(Qt::StrongFocus);
+    setSpokenRole(*this, QAccessible::ListItem);
     content().addWidget(new StampTile(model, stamp, tileHeight, this));
     content().addLayout(makeFoot());
     connect(m_more, &QToolButton::clicked, this, &StampCard::popUp);

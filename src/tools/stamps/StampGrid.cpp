@@ -1,5 +1,6 @@
 #include "tools/stamps/StampGrid.h"
 
+#include "controls/accessibility.h"
 #include "controls/containers/AdaptiveGrid.h"
 
 #include <QKeyEvent>
@@ -11,6 +12,8 @@ namespace folvane {
 StampGrid::StampGrid(AppModel& model, const AdaptiveColumns& columns, MakeCell makeCell, QWidget* parent)
     : QFrame(parent), m_model(model), m_makeCell(std::move(makeCell)), m_grid(new AdaptiveGrid(columns, this))
 {
+    setSpokenRole(*this, QAccessible::List);
+    setAccessibleName(tr("Signatures & Stamps"));
     m_watches.keep([this] { refresh(); }, model.stamps.stamps);
 }
 

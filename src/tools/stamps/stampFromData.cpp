@@ -18,7 +18,7 @@ QUrl localFile(const QString& line)
 {
     if (line.startsWith(u'/'))
         return QUrl::fromLocalFile(line);
-    const QUrl url(line, QUrl::StrictMode);
+    const QUrl url(line);
     return url.isLocalFile() ? url : QUrl();
 }
 
