@@ -20,7 +20,7 @@
     <name>folvane::NewStampMenu</name>
     <message>
         <source>Draw with Trackpad or Mouse…</source>
-        <translation>Draw with Touchpad or Mouse…</translation>
+        <translation>Draw with Mouse, Touchpad or Pen…</translation>
     </message>
 </context>
 <context>
@@ -38,14 +38,14 @@
     </message>
     <message>
         <source>Or take a photo with your iPhone: File › Import from iPhone or iPad.</source>
-        <translation>Or copy a photo or scan of it, and paste it here.</translation>
+        <translation>Or take a photo with your phone, then paste it here.</translation>
     </message>
 </context>
 <context>
     <name>folvane::StampsView</name>
     <message>
         <source>Sign a white sheet of paper or stamp it, then take a photo with your iPhone (File › Import from iPhone or iPad) or choose a scan. You can also draw with the trackpad or pick a ready stamp like PAID or APPROVED.</source>
-        <translation>Sign a white sheet of paper or stamp it, then take a photo or scan it, and choose, drop or paste the picture here. You can also draw with the touchpad or mouse, or pick a ready stamp like PAID or APPROVED.</translation>
+        <translation>Sign a white sheet of paper or stamp it, then choose, drop or paste a photo or scan of it. You can also draw with mouse, touchpad or pen, or pick a ready stamp like PAID or APPROVED.</translation>
     </message>
     <message>
         <source>Your signature, initials or a company seal, with the paper removed automatically. They stay only on this Mac. Folvane puts your own images on documents; it doesn't make a signature legally binding by itself.</source>
