@@ -16,7 +16,7 @@ constexpr float low = 0.12F;       // what is less darker than this is paper
 constexpr float high = 0.42F;      // what is as dark is ink alone
 constexpr float darkestPaper = 40; // below it a dark corner would be stretched to white
 constexpr float leastAlpha = 0.02F;
-constexpr size_t channels = 4;
+constexpr size_t channels = 4, paperChannels = 3;
 
 float smoothStep(float t)
 {
@@ -49,7 +49,7 @@ void liftPixel(uint8_t* __restrict pixel, const uint8_t* __restrict paper)
 
 void liftRow(uint8_t* pixels, const uint8_t* paper, int width)
 {
-    for (int x = 0; x < width; ++x, pixels += channels, paper += channels)
+    for (int x = 0; x < width; ++x, pixels += channels, paper += paperChannels)
         liftPixel(pixels, paper);
 }
 

@@ -14,7 +14,7 @@ bool hasTransparency(const ImageSamples& pixels);
 
 /// Divides the paper out, makes what remains as opaque as it is dark, and takes the white out of its colour: a pixel less
 /// than 12 % darker than its paper vanishes, one 42 % darker keeps its colour, those between ramp smoothly. Over white all
-/// look as they did. `paper` is as large. Throws Cancelled.
+/// look as they did. `paper` is as large, in three channels. Throws Cancelled.
 ImageSamples liftInk(ImageSamples pixels, ImageSamples paper, const std::stop_token& stop);
 
 } // namespace folvane

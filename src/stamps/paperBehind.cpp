@@ -14,18 +14,28 @@ namespace {
 constexpr double radiusOfLongSide = 1.0 / 120;
 constexpr double leastRadius = 3; // pixels
 constexpr double blurOfRadius = 2;
+constexpr int colours = 3;
 
 using Shared = std::shared_ptr<ImageSamples>;
 
 cv::Mat matOver(const Shared& picture)
 {
-    return {picture->size.height(), picture->size.width(), CV_8UC4, picture->bytes.data()};
+    return {picture->size.height(), picture->size.width(), CV_8UC(picture->channels), picture->bytes.data()};
 }
 
 Shared blank(QSize size)
 {
     return std::make_shared<ImageSamples>(
-        ImageSamples{size, 4, std::vector<uint8_t>(static_cast<size_t>(pixelCount(size) * 4))});
+        ImageSamples{size, colours, std::vector<uint8_t>(static_cast<size_t>(pixelCount(size) * colours))});
+}
+
+Shared withoutAlpha(const ImageSamples& picture)
+{
+    const Shared result = blank(picture.size);
+    const uint8_t* from = picture.bytes.data();
+    for (auto to = result->bytes.begin(); to != result->bytes.end(); to += colours, from += picture.channels)
+        std::copy_n(from, colours, to);
+    return result;
 }
 
 /// The neighbourhood of a pixel: all whose centres lie within the radius.
@@ -63,7 +73,7 @@ ImageSamples paperBehind(const ImageSamples& picture, const std::stop_token& sto
     const auto blurred = [deviation = blurOfRadius * radius](const cv::Mat& from, cv::Mat& to) {
         cv::GaussianBlur(from, to, {}, deviation, deviation, cv::BORDER_REPLICATE);
     };
-    const Shared paper = filtered(std::make_shared<ImageSamples>(picture), stop, brightest);
+    const Shared paper = filtered(withoutAlpha(picture), stop, brightest);
     return std::move(*filtered(paper, stop, blurred));
 }
 

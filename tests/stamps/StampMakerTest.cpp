@@ -76,7 +76,7 @@ TEST(StampMakers, TakeThePaperOnlyWhereThereIsSome)
     EXPECT_FALSE(hasTransparency(partly(200)));
     EXPECT_TRUE(hasTransparency(partly(201)));
     const auto lifted = [](uint8_t ink) {
-        return liftInk({{1, 1}, 4, {ink, 255, 255, 255}}, {{1, 1}, 4, {255, 255, 255, 255}}, {}).bytes;
+        return liftInk({{1, 1}, 4, {ink, 255, 255, 255}}, {{1, 1}, 3, {255, 255, 255}}, {}).bytes;
     };
     EXPECT_EQ(lifted(255), std::vector<uint8_t>({0, 0, 0, 0}));
     EXPECT_EQ(lifted(225)[3], 0) << "less than 12 percent darker";

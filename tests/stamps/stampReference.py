@@ -65,7 +65,7 @@ def paper_behind(pixels):
 
 def lifted(pixels, paper):
     low, high = F(0.12), F(0.42)
-    flat = np.minimum(pixels[..., :3].astype(F) / np.maximum(paper[..., :3].astype(F), F(40)), F(1))
+    flat = np.minimum(pixels[..., :3].astype(F) / np.maximum(paper.astype(F), F(40)), F(1))
     darkness = F(1) - flat.min(axis=2)
     t = np.clip((darkness - low) / (high - low), F(0), F(1))
     alpha = t * t * (F(3) - F(2) * t)
@@ -119,13 +119,13 @@ def agrees(steps, width, height, seed, folder):
     told = subprocess.run([steps, picture, folder], capture_output=True, text=True, check=True).stdout.split()
     size = [int(number) for number in told]
 
-    def step(name, across, down):
-        return np.frombuffer((folder / name).read_bytes(), np.uint8).reshape(down, across, 4)
+    def step(name, across, down, channels=4):
+        return np.frombuffer((folder / name).read_bytes(), np.uint8).reshape(down, across, channels)
 
-    pixels, paper, ink = (step(name, size[0], size[1]) for name in ("pixels", "paper", "lifted"))
-    stamp, expected = step("stamp", size[2], size[3]), cut_out(ink)
+    pixels, ink = (step(name, size[0], size[1]) for name in ("pixels", "lifted"))
+    paper, stamp, expected = step("paper", size[0], size[1], 3), step("stamp", size[2], size[3]), cut_out(ink)
     print(f"{width} x {height}: stamp of {size[2]} x {size[3]}")
-    return all([np.array_equal(ink, lifted(pixels, paper)), close("paper", paper, paper_behind(pixels)),
+    return all([np.array_equal(ink, lifted(pixels, paper)), close("paper", paper, paper_behind(pixels[..., :3])),
                 stamp.shape == expected.shape and close("stamp", stamp, expected)])
 
 

@@ -8,7 +8,7 @@
 
 #include <cstdio>
 
-// Makes a stamp of a picture and leaves what each step gave beside it, for stampReference.py: four channels without padding.
+// Makes a stamp of a picture and leaves what each step gave beside it, for stampReference.py: four channels without padding, paper in three.
 // folvane-stamp-steps PICTURE FOLDER prints width and height, and those of the stamp when there is ink.
 
 namespace {
