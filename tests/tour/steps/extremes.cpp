@@ -13,7 +13,7 @@ void showNarrowest(Tour& tour)
 {
     const int sidebar = tour.window.findChild<SidebarView*>()->maximumWidth();
     const QSize least = tour.window.minimumSize();
-    for (const QSize& size : {least, QSize(1180, 780), least}) {
+    for (const QSize& size : {least, QSize(1280, 780), least}) {
         tour.resize(size);
         tour.window.findChild<QSplitter*>()->setSizes({sidebar, size.width() - sidebar});
         const QSize tool = tour.hand.placeOf("Split").size();
