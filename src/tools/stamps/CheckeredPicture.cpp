@@ -13,6 +13,8 @@ CheckeredPicture::CheckeredPicture(int padding, QWidget* parent) : QWidget(paren
 
 void CheckeredPicture::setPicture(const QImage& picture)
 {
+    if (picture.cacheKey() == m_picture.cacheKey())
+        return;
     m_picture = picture;
     m_shown = QPixmap();
     update();

@@ -23,7 +23,11 @@ StampButton::StampButton(AppModel& model, const QUuid& stamp, QWidget* parent)
     setToolTip(tr("Put on this page"));
     setCursor(Qt::PointingHandCursor);
     m_watches.keep(
-        [this, &model, stamp] { setAccessibleName(model.stamps.record(stamp).value_or(StampRecord()).name); },
+        [this, &model, stamp] {
+            const std::optional<StampRecord> record = model.stamps.record(stamp);
+            if (record && record->name != accessibleName())
+                setAccessibleName(record->name);
+        },
         model.stamps.stamps);
 }
 

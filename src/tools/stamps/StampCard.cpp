@@ -52,7 +52,10 @@ QLayout* StampCard::makeFoot()
 
 void StampCard::refresh()
 {
-    m_record = m_model.stamps.record(m_record.id).value_or(m_record);
+    const std::optional<StampRecord> now = m_model.stamps.record(m_record.id);
+    if (!now || now == m_record)
+        return;
+    m_record = *now;
     m_name->setText(m_record.name);
     setAccessibleName(m_record.name);
     m_more->setAccessibleName(tr("Rename or delete “%1”").arg(m_record.name));

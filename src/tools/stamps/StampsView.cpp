@@ -26,6 +26,7 @@ namespace {
 
 constexpr int padding = 20;
 constexpr int emptyIconSide = 20;
+constexpr int widestAskedName = 800; // about two lines of a title
 constexpr AdaptiveColumns columns{200, 16};
 
 } // namespace
@@ -120,8 +121,10 @@ void StampsView::askForName(const StampRecord& record)
 
 void StampsView::askToDelete(const StampRecord& record)
 {
+    const QFontMetrics title(interfaceFont(17, Weight::Bold));
+    const QString name = title.elidedText(record.name, Qt::ElideRight, widestAskedName);
     auto* alert =
-        new Alert(tr("Delete “%1”?").arg(record.name),
+        new Alert(tr("Delete “%1”?").arg(name),
                   tr("It also leaves pages open in Folvane. Files you already saved keep it."), window());
     alert->setAttribute(Qt::WA_DeleteOnClose);
     alert->addButton(tr("Delete"), Alert::Role::Destructive,

@@ -88,6 +88,9 @@ void showChanges(Tour& tour)
     tour.press("Delete", "stamps-deleted");
     Tour::check(names(tour).last() == "Signed" && names(tour).size() == 6, "the long one has gone");
     tour.keys({Qt::Key_F2});
+    tour.type(QStringLiteral("Without end ").repeated(50));
+    tour.keys({Qt::Key_Return, Qt::Key_Delete}, "stamps-delete-endless-name");
+    tour.keys({Qt::Key_Return, Qt::Key_F2});
     tour.type("Last");
     tour.keys({Qt::Key_Return});
     Tour::check(names(tour).last() == "Last", "the keyboard went to the stamp that came there");
