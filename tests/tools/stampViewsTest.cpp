@@ -12,7 +12,16 @@
 namespace folvane {
 namespace {
 
-using StampViews = ModelTest;
+class StampViews : public ModelTest {
+protected:
+    void SetUp() override { emptyLibrary(); } // all tests have one home
+
+    void emptyLibrary() const
+    {
+        while (!model->stamps.stamps.value().isEmpty())
+            model->stamps.remove(model->stamps.stamps.value().first().id);
+    }
+};
 
 TEST_F(StampViews, TheSliderAndTheSelectedStampStayInStep)
 {
@@ -57,7 +66,8 @@ TEST_F(StampViews, ChangesOfTheLibraryKeepTheScrollAndTheKeyboard)
     StampsView view(*model);
     view.resize(700, 500);
     view.show();
-    QTest::qWait(0);
+    view.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
     view.takeFocus();
     QScrollBar& bar = *view.findChild<QScrollArea*>()->verticalScrollBar();
     const auto keyboard = [&view] { return view.window()->focusWidget()->accessibleName(); };
@@ -80,8 +90,7 @@ TEST_F(StampViews, ChangesOfTheLibraryKeepTheScrollAndTheKeyboard)
     QTest::keyClick(view.window()->focusWidget(), Qt::Key_End);
     model->stamps.remove(model->stamps.stamps.value().last().id);
     EXPECT_EQ(keyboard(), "39") << "the last one that is left";
-    while (!model->stamps.stamps.value().isEmpty())
-        model->stamps.remove(model->stamps.stamps.value().first().id);
+    emptyLibrary();
     EXPECT_EQ(view.window()->focusWidget(), view.findChild<NewStampMenu*>());
 }
 
