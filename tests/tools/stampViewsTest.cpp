@@ -1,10 +1,16 @@
 #include "controls/sliders/NumberSlider.h"
 #include "documents/ModelTest.h"
 #include "tools/stamps/NewStampMenu.h"
+#include "tools/stamps/NewStampSheet.h"
 #include "tools/stamps/SelectedStamp.h"
+#include "tools/stamps/StampLibraryPanel.h"
 #include "tools/stamps/StampsView.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
@@ -92,6 +98,26 @@ TEST_F(StampViews, ChangesOfTheLibraryKeepTheScrollAndTheKeyboard)
     EXPECT_EQ(keyboard(), "39") << "the last one that is left";
     emptyLibrary();
     EXPECT_EQ(view.window()->focusWidget(), view.findChild<NewStampMenu*>());
+}
+
+TEST_F(StampViews, ThePanelTakesWhatIsPastedButNotFromATextField)
+{
+    QWidget window;
+    QLineEdit field(&window);
+    QPushButton elsewhere(&window);
+    new StampLibraryPanel(*model, &window);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QGuiApplication::clipboard()->setText("/nowhere/picture.png");
+    const auto pasteInto = [&window](QWidget& widget) {
+        widget.setFocus();
+        QTest::keyClick(window.windowHandle(), Qt::Key_V, Qt::ControlModifier);
+        return window.findChild<NewStampSheet*>() != nullptr;
+    };
+    EXPECT_FALSE(pasteInto(field));
+    EXPECT_EQ(field.text(), "/nowhere/picture.png");
+    EXPECT_TRUE(pasteInto(elsewhere));
 }
 
 } // namespace
