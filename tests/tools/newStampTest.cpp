@@ -1,13 +1,12 @@
-#include "platform/desktop/Preferences.h"
+#include "documents/ModelTest.h"
+#include "platform/tasks/background.h"
 #include "stamps/ReadyStampRenderer.h"
-#include "support/MemoryPreferences.h"
-#include "support/TestFolder.h"
-#include "support/await.h"
+#include "tools/readyStamps/ReadyStampTile.h"
 #include "tools/readyStamps/readyStampRecord.h"
-#include "tools/stamps/StampMaking.h"
+#include "tools/stamps/NewStampSheet.h"
 
 #include <QBuffer>
-#include <QDir>
+#include <QFile>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -104,6 +103,30 @@ TEST_F(NewStamps, AreReadyOncePerContents)
     stop.request_stop();
     EXPECT_THROW(await(std::move(stopped)), Cancelled);
     EXPECT_EQ(library.stamps.value().size(), 2);
+}
+
+using NewStampSheets = ModelTest;
+
+TEST_F(NewStampSheets, MayGoAtAnyMoment)
+{
+    for (const StampSource& source : {StampSource{QByteArray("no picture")}, StampSource{url("gone.png")},
+                                      StampSource{StampSource::Ready()}, StampSource{StampSource::Drawing()}})
+        NewStampSheet(*model, source).open();
+    auto sheet = std::make_unique<NewStampSheet>(*model, StampSource{StampSource::Ready()});
+    QStringList heard;
+    QObject::connect(sheet.get(), &NewStampSheet::saved, model.get(), [&](const StampRecord& record) {
+        heard.append(record.name);
+        sheet.reset();
+        model->stamps.remove(record.id); // the next test begins with the same library
+    });
+    sheet->open();
+    for (int press = 0; press < 2; ++press)
+        sheet->findChildren<ReadyStampTile*>().first()->click();
+    runUntil([&sheet] { return !sheet; });
+    const auto nothing = [] {};
+    for (int i = 0; i < 20; ++i)
+        await(inBackground(nothing));
+    EXPECT_EQ(heard, QStringList{"APPROVED"}) << "once";
 }
 
 TEST(ReadyStampSettings, AreRedWithoutADateUnlessToldOtherwise)
