@@ -35,7 +35,7 @@ TEST_F(StampViews, TheSliderAndTheSelectedStampStayInStep)
         double selected; ///< the stamp's angle
         Qt::Key key;     ///< pressed then; 0 for none
         const char* label;
-        QList<double> asked;
+        std::vector<double> asked;
     };
     constexpr Qt::Key noKey{};
     SelectedStamp controls(*model);
@@ -44,9 +44,9 @@ TEST_F(StampViews, TheSliderAndTheSelectedStampStayInStep)
         const QList<QLabel*> labels = controls.findChildren<QLabel*>();
         return std::ranges::any_of(labels, [&text](const QLabel* label) { return label->text() == text; });
     };
-    QList<double> asked;
+    std::vector<double> asked;
     QObject::connect(&controls, &SelectedStamp::rotateRequested,
-                     [&asked](double degrees) { asked.append(degrees); });
+                     [&asked](double degrees) { asked.push_back(degrees); });
     for (const Step& step : {Step{0, noKey, "0°", {}}, Step{44, Qt::Key_Right, "45°", {45}},
                              Step{12.4, noKey, "12°", {}}, Step{12.6, Qt::Key_Left, "12°", {12}},
                              Step{30, Qt::Key_PageUp, "45°", {45}}, Step{0, Qt::Key_Home, "-180°", {-180}},
@@ -56,7 +56,7 @@ TEST_F(StampViews, TheSliderAndTheSelectedStampStayInStep)
         StampPlacement placement;
         placement.rotation = step.selected;
         controls.setSelected(placement);
-        EXPECT_EQ(asked, QList<double>()) << "selecting asks for nothing";
+        EXPECT_EQ(asked, std::vector<double>()) << "selecting asks for nothing";
         if (step.key != noKey)
             QTest::keyClick(&slider, step.key);
         EXPECT_EQ(asked, step.asked) << step.selected;
