@@ -6,7 +6,7 @@
 #include "tools/stamps/NewStampSheet.h"
 
 #include <QBuffer>
-#include <QFile>
+#include <QPainter>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -16,21 +16,18 @@ namespace {
 
 class NewStamps : public testing::Test, public TestFolder {
 protected:
-    static QByteArray sheet(const QList<QRect>& ink)
+    static QByteArray sheet(const QRect& ink)
     {
         QImage image(300, 200, QImage::Format_RGB32);
         image.fill(Qt::white);
-        for (const QRect& rect : ink)
-            for (int x = rect.left(); x <= rect.right(); ++x)
-                for (int y = rect.top(); y <= rect.bottom(); ++y)
-                    image.setPixel(x, y, qRgb(20, 30, 150));
+        QPainter(&image).fillRect(ink, Qt::darkBlue);
         QBuffer buffer;
         image.save(&buffer, "PNG");
         return buffer.data();
     }
     void runUntilDone()
     {
-        EXPECT_TRUE(QTest::qWaitFor([this] { return !making.isWorking; }));
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !making.isWorking; }, 60'000));
     }
     QString error() const { return making.errorText.value().value_or(QString()); }
 
@@ -41,13 +38,15 @@ protected:
 TEST_F(NewStamps, TellWhyThereIsNone)
 {
     const QString unreadable = "This image can't be read.";
+    const QString noInk = "No signature or stamp found. Try a photo of it on white paper.";
+    struct Row {
+        StampMaking::Picture picture;
+        QString text;
+    };
+    const InkDrawing click{{512, 220}, StampInk::Red, {{{9, 9}}}};
     for (const auto& [picture, text] :
-         {std::pair(StampMaking::Picture(QByteArray("no picture")), unreadable),
-          std::pair(StampMaking::Picture(url("gone.png")), unreadable),
-          std::pair(StampMaking::Picture(sheet({})),
-                    QString("No signature or stamp found. Try a photo of it on white paper.")),
-          std::pair(StampMaking::Picture(InkDrawing{{512, 220}, StampInk::Red, {{{9, 9}}}}),
-                    QString("No signature or stamp found. Try a photo of it on white paper."))}) {
+         {Row{QByteArray("no picture"), unreadable}, Row{url("gone"), unreadable}, Row{sheet({}), noInk},
+          Row{click, noInk}}) {
         making.start(picture);
         EXPECT_EQ(error(), "");
         runUntilDone();
@@ -58,9 +57,9 @@ TEST_F(NewStamps, TellWhyThereIsNone)
 
 TEST_F(NewStamps, AreOfTheLastPictureAndOfNoneThatWasStopped)
 {
-    making.start(sheet({{10, 10, 100, 100}}));
-    making.start(put("wide.png", sheet({{10, 10, 200, 40}})));
-    std::make_unique<StampMaking>(library)->start(sheet({{10, 10, 100, 100}}));
+    making.start(sheet({10, 10, 100, 100}));
+    making.start(put("wide.png", sheet({10, 10, 200, 40})));
+    std::make_unique<StampMaking>(library)->start(sheet({10, 10, 100, 100}));
     runUntilDone();
     const StampMaker::Stamp stamp = making.result.value()->stamp;
     EXPECT_EQ(making.result.value()->preview.size(), QSize(int(stamp.pixelWidth), int(stamp.pixelHeight)));
@@ -75,14 +74,7 @@ TEST_F(NewStamps, StayWhenTheyCannotBeStored)
     EXPECT_FALSE(making.save("Mine"));
     EXPECT_TRUE(library.errorMessage.value() && making.result.value());
     QFile::remove(path("Stamps"));
-    const std::optional<StampRecord> record = making.save("Mine");
-    ASSERT_TRUE(record && library.record(record->id));
-    EXPECT_EQ(record->name, "Mine");
-    const QImage stored = library.images.value()[record->id];
-    int untouched = 0;
-    for (int x = 0; x < stored.width(); ++x)
-        untouched += stored.pixelColor(x, stored.height() / 2).rgba() == colorOf(StampInk::Red).rgba();
-    EXPECT_GT(untouched, 10) << "a drawing keeps its ink";
+    EXPECT_EQ(making.save("Mine").value_or(StampRecord()).name, "Mine");
 }
 
 TEST_F(NewStamps, AreReadyOncePerContents)
@@ -127,17 +119,6 @@ TEST_F(NewStampSheets, MayGoAtAnyMoment)
     for (int i = 0; i < 20; ++i)
         await(inBackground(nothing));
     EXPECT_EQ(heard, QStringList{"APPROVED"}) << "once";
-}
-
-TEST(ReadyStampSettings, AreRedWithoutADateUnlessToldOtherwise)
-{
-    MemoryPreferences preferences;
-    EXPECT_EQ(ReadyStampSettings::read(preferences), ReadyStampSettings());
-    preferences.setValue("readyStamps.ink", "blue");
-    preferences.setValue("readyStamps.addDate", "true"); // as a settings file gives it
-    EXPECT_EQ(ReadyStampSettings::read(preferences), (ReadyStampSettings{StampInk::Blue, true}));
-    preferences.setValue("readyStamps.ink", "green");
-    EXPECT_EQ(ReadyStampSettings::read(preferences).ink, StampInk::Red);
 }
 
 } // namespace

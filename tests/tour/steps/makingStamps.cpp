@@ -132,9 +132,6 @@ void showDrawing(Tour& tour)
     waitForStamp(tour, "drawing-preview");
     tour.keys({Qt::Key_Return});
     Tour::check(newest(tour).name == "Signature", "a drawing is a signature");
-    const QImage drawn = tour.model.stamps.images.value()[newest(tour).id];
-    Tour::check(drawn.hasAlphaChannel() && drawn.pixelColor(0, 0).alpha() == 0,
-                "its ground stays transparent");
 }
 
 void showReady(Tour& tour)
@@ -153,20 +150,13 @@ void showReady(Tour& tour)
     Tour::check(newest(tour).name == "CONFIDENTIAL · " + today, "a ready stamp is called after its words");
 
     openSheet(tour, {StampSource::Ready()});
+    tour.picture("ready-remembered");
     tour.press("Add today's date");
     tour.hand.tabTo("Your own word, like PAID IN CASH");
     tour.type("paid in cash ", "ready-own-word");
-    tour.press("Add");
-    waitForClose(tour);
-    Tour::check(newest(tour).name == "PAID IN CASH", "one's own words become capitals");
-    const qsizetype before = tour.model.stamps.stamps.value().size();
-    openSheet(tour, {StampSource::Ready()});
-    tour.picture("ready-remembered");
-    tour.hand.tabTo("Your own word, like PAID IN CASH");
-    tour.type("Paid in cash");
     tour.keys({Qt::Key_Return});
     waitForClose(tour);
-    Tour::check(tour.model.stamps.stamps.value().size() == before, "the same words are the same stamp");
+    Tour::check(newest(tour).name == "PAID IN CASH", "one's own words become capitals");
 }
 
 } // namespace
