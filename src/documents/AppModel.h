@@ -82,7 +82,7 @@ public:
     /// Puts a copy of it on every other page of the document.
     void addToAllPages(const StampPlacement& placement, OpenFilePtr file, const QUuid& page);
     /// From the pages of all open documents, then from the library.
-    void deleteStamp(const QUuid& stamp);
+    void deleteStamp(QUuid stamp);
 
     // merging.cpp
     /// Adds the files one after the other. What is neither a PDF nor a picture is left out without a word.

@@ -93,7 +93,7 @@ void AppModel::addToAllPages(const StampPlacement& placement, OpenFilePtr file, 
     showToast(tr("Added to all %1 pages").arg(count));
 }
 
-void AppModel::deleteStamp(const QUuid& stamp)
+void AppModel::deleteStamp(QUuid stamp)
 {
     for (const OpenFilePtr& file : files.value())
         takeOff(*file, stamp);

@@ -101,7 +101,7 @@ std::optional<StampRecord> StampLibrary::add(const StampMaker::Stamp& stamp, con
     return added;
 }
 
-void StampLibrary::rename(const QUuid& id, const QString& newName)
+void StampLibrary::rename(QUuid id, const QString& newName)
 {
     const QString trimmed = newName.trimmed();
     QList<StampRecord> records = stamps;
@@ -113,7 +113,7 @@ void StampLibrary::rename(const QUuid& id, const QString& newName)
 }
 
 // The index first: at worst a picture stays that nobody lists.
-void StampLibrary::remove(const QUuid& id)
+void StampLibrary::remove(QUuid id)
 {
     QList<StampRecord> records = stamps;
     erase_if(records, [&id](const StampRecord& record) { return record.id == id; });

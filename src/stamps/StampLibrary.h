@@ -37,10 +37,11 @@ public:
     /// the suggested one.
     std::optional<StampRecord> add(const StampMaker::Stamp& stamp, const QString& name,
                                    const QUuid& id = QUuid::createUuid());
+    // Ids come by value: callers have them from the very list that changes.
     /// A name of blanks changes nothing.
-    void rename(const QUuid& id, const QString& newName);
+    void rename(QUuid id, const QString& newName);
     /// Leaves pages as they are: AppModel::deleteStamp() takes it off them first.
-    void remove(const QUuid& id);
+    void remove(QUuid id);
 
     std::optional<StampRecord> record(const QUuid& id) const;
     /// Where each picture lies. Does not look at the disk.

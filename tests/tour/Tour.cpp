@@ -183,6 +183,14 @@ QString Tour::answer(QQueue<std::optional<QUrl>>& panel, const QString& name, co
     return path(name);
 }
 
+void Tour::emptyLibrary()
+{
+    const auto unwatched = watchdog.lookAway();
+    const QList<StampRecord> all = model.stamps.stamps;
+    for (const StampRecord& record : all)
+        model.stamps.remove(record.id);
+}
+
 QPoint Tour::pagePoint(int row)
 {
     const QPoint point = Stage::pagePoint(row);

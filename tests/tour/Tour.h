@@ -65,6 +65,8 @@ public:
     QString save(const QString& name, const std::function<void()>& by);
     /// The same with a new folder.
     QString writeInto(const QString& name, const std::function<void()>& by);
+    /// Takes the stamps of earlier steps out of the library that all share.
+    void emptyLibrary();
     void letToastGo() { clock.advance(std::chrono::minutes(1)); }
 
     const TourOptions options;

@@ -30,15 +30,6 @@ StampMaker::Stamp signature()
     return {png.data(), picture.width(), picture.height()};
 }
 
-/// Of what the steps before left there.
-void emptyLibrary(Tour& tour)
-{
-    const auto unwatched = tour.watchdog.lookAway();
-    const QList<StampRecord> left = tour.model.stamps.stamps;
-    for (const StampRecord& record : left)
-        tour.model.stamps.remove(record.id);
-}
-
 void fillLibrary(Tour& tour)
 {
     const auto unwatched = tour.watchdog.lookAway();
@@ -129,7 +120,7 @@ void moveByKeys(Tour& tour)
 
 void showSigning(Tour& tour)
 {
-    emptyLibrary(tour);
+    tour.emptyLibrary();
     const OpenFilePtr file = tour.openSample("Annual report.pdf", 12, Paper::Mixed);
     tour.press("Sign & Stamp");
     waitForPage(tour);
@@ -175,7 +166,7 @@ void showSigning(Tour& tour)
 
 void showSigningSizes(Tour& tour)
 {
-    emptyLibrary(tour);
+    tour.emptyLibrary();
     fillLibrary(tour);
     tour.openSample("A letter with a name that is much longer than there is any room for.pdf",
                     tour.options.manyPages);

@@ -14,13 +14,6 @@ void keep(Tour& tour, const QString& word, const QString& name, StampInk ink = S
     tour.model.stamps.add(*ReadyStampRenderer::render(word, "Nov 23, 2026", ink), name);
 }
 
-/// The next step has the same home.
-void emptyLibrary(Tour& tour)
-{
-    while (!tour.model.stamps.stamps.value().isEmpty())
-        tour.model.stamps.remove(tour.model.stamps.stamps.value().first().id);
-}
-
 QStringList names(Tour& tour)
 {
     QStringList all;
@@ -117,11 +110,11 @@ void showMany(Tour& tour)
 
 void showStamps(Tour& tour)
 {
-    emptyLibrary(tour);
+    tour.emptyLibrary();
     showWays(tour);
     showChanges(tour);
     showMany(tour);
-    emptyLibrary(tour);
+    tour.emptyLibrary();
 }
 
 } // namespace folvane
