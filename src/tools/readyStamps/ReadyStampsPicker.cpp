@@ -13,6 +13,8 @@
 
 #include <QLineEdit>
 
+#include <algorithm>
+
 namespace folvane {
 
 using ReadyStampRenderer::stampID;
@@ -104,6 +106,18 @@ ReadyStampText ReadyStampsPicker::textOf(ReadyStamp stamp) const
     return {wordOf(stamp), stamp == ReadyStamp::Date ? today() : dateBelowWords()};
 }
 
+QUuid ReadyStampsPicker::identity(ReadyStamp stamp) const
+{
+    const ReadyStampText text = textOf(stamp);
+    return stampID(text.word, text.date, m_settings.ink);
+}
+
+bool ReadyStampsPicker::isComplete() const
+{
+    return std::ranges::all_of(readyStamps,
+                               [this](ReadyStamp stamp) { return m_previews.contains(identity(stamp)); });
+}
+
 void ReadyStampsPicker::keepSettings()
 {
     m_settings = {.ink = inkOf(*m_ink), .addDate = m_addDate->isChecked()};
@@ -115,37 +129,43 @@ void ReadyStampsPicker::refresh()
 {
     m_previewing.request_stop(); // what is not wanted any more is in the way
     m_previewing = std::stop_source();
+    QList<ReadyStampText> texts;
     for (const auto& [stamp, tile] : m_tiles) {
         const ReadyStampText text = textOf(stamp);
         tile->setText(readyStampName(text.word, text.date));
-        if (!m_previews.contains(stampID(text.word, text.date, m_settings.ink)))
-            spawn(addPreview(text, m_settings.ink, m_previewing.get_token()));
+        texts.append(text);
     }
     showPreviews();
+    spawn(addPreviews(texts, m_settings.ink, m_previewing.get_token()));
 }
 
 // Until its new picture is there, a tile shows the old one.
 void ReadyStampsPicker::showPreviews()
 {
     for (const auto& [stamp, tile] : m_tiles) {
-        const ReadyStampText text = textOf(stamp);
-        const auto preview = m_previews.constFind(stampID(text.word, text.date, m_settings.ink));
+        const auto preview = m_previews.constFind(identity(stamp));
         if (preview != m_previews.cend())
             tile->setPicture(*preview);
     }
 }
 
-QCoro::Task<> ReadyStampsPicker::addPreview(ReadyStampText text, StampInk ink, std::stop_token stop)
+// One after the other, which leaves the other cores to whoever moves on.
+QCoro::Task<> ReadyStampsPicker::addPreviews(QList<ReadyStampText> texts, StampInk ink, std::stop_token stop)
 {
     const double scale = devicePixelRatioF();
     const QSize room = ReadyStampTile::room(columns.columnWidth(m_width)) * scale;
-    auto draw = [text, ink, room] { return previewOf(text, ink, room); };
-    QCoro::Task<QImage> drawing = inBackground(std::move(draw), stop);
-    QImage preview = co_await drawing;
-    throwIfStopped(stop);
-    preview.setDevicePixelRatio(scale);
-    m_previews.insert(stampID(text.word, text.date, ink), QPixmap::fromImage(std::move(preview)));
-    showPreviews();
+    for (const ReadyStampText& text : texts) {
+        const QUuid id = stampID(text.word, text.date, ink);
+        if (m_previews.contains(id))
+            continue;
+        auto draw = [text, ink, room] { return previewOf(text, ink, room); };
+        QCoro::Task<QImage> drawing = inBackground(std::move(draw), stop);
+        QImage preview = co_await drawing;
+        throwIfStopped(stop);
+        preview.setDevicePixelRatio(scale);
+        m_previews.insert(id, QPixmap::fromImage(std::move(preview)));
+        showPreviews();
+    }
 }
 
 void ReadyStampsPicker::addOwnWord()

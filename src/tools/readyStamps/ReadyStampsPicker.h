@@ -27,6 +27,9 @@ public:
     ReadyStampsPicker(AppModel& model, int width, QWidget* parent = nullptr);
     ~ReadyStampsPicker() override;
 
+    /// Whether all stamps show as they are chosen now.
+    bool isComplete() const;
+
 signals:
     /// A stamp of the library.
     void chosen(folvane::StampRecord record);
@@ -38,10 +41,11 @@ private:
 
     QString dateBelowWords() const;
     ReadyStampText textOf(ReadyStamp stamp) const;
+    QUuid identity(ReadyStamp stamp) const;
     void keepSettings();
     void refresh();
     void showPreviews();
-    QCoro::Task<> addPreview(ReadyStampText text, StampInk ink, std::stop_token stop);
+    QCoro::Task<> addPreviews(QList<ReadyStampText> texts, StampInk ink, std::stop_token stop);
     void addOwnWord();
     void choose(const ReadyStampText& text);
     QCoro::Task<> tellChoice(ReadyStampText text, std::stop_token stop);

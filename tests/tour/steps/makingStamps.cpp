@@ -2,6 +2,7 @@
 #include "platform/files/writeFile.h"
 #include "stamps/ReadyStampRenderer.h"
 #include "tools/drawing/DrawingCanvas.h"
+#include "tools/readyStamps/ReadyStampsPicker.h"
 #include "tools/stamps/openNewStampSheet.h"
 #include "tour/steps.h"
 
@@ -134,26 +135,37 @@ void showDrawing(Tour& tour)
     Tour::check(newest(tour).name == "Signature", "a drawing is a signature");
 }
 
+void readyPicture(Tour& tour, const QString& name)
+{
+    const auto* picker = tour.hand.top().findChild<ReadyStampsPicker*>();
+    waitUntil("The pictures of all ready stamps", [picker] { return picker->isComplete(); });
+    tour.picture(name);
+}
+
 void showReady(Tour& tour)
 {
     const QString today = ReadyStampRenderer::today();
     openSheet(tour, {StampSource::Ready()});
-    tour.picture("ready-red");
-    tour.press("Blue", "ready-blue");
+    readyPicture(tour, "ready-red");
+    tour.press("Blue");
+    readyPicture(tour, "ready-blue");
     tour.hand.tabTo("Add today's date");
-    tour.keys({Qt::Key_Space}, "ready-dated-by-keyboard");
-    tour.press("Black", "ready-black");
+    tour.keys({Qt::Key_Space});
+    readyPicture(tour, "ready-dated-by-keyboard");
+    tour.press("Black");
+    readyPicture(tour, "ready-black");
     tour.hand.tabTo("CONFIDENTIAL · " + today);
-    tour.keys({}, "ready-by-keyboard");
+    tour.picture("ready-by-keyboard");
     tour.keys({Qt::Key_Return});
     waitForClose(tour);
     Tour::check(newest(tour).name == "CONFIDENTIAL · " + today, "a ready stamp is called after its words");
 
     openSheet(tour, {StampSource::Ready()});
-    tour.picture("ready-remembered");
+    readyPicture(tour, "ready-remembered");
     tour.press("Add today's date");
     tour.hand.tabTo("Your own word, like PAID IN CASH");
-    tour.type("paid in cash ", "ready-own-word");
+    tour.type("paid in cash ");
+    readyPicture(tour, "ready-own-word");
     tour.keys({Qt::Key_Return});
     waitForClose(tour);
     Tour::check(newest(tour).name == "PAID IN CASH", "one's own words become capitals");
