@@ -30,6 +30,8 @@ protected:
 
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent*) override {} // a pull across the pages chooses none
+    void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
     void keyPressEvent(QKeyEvent* event) override;
 
 private:

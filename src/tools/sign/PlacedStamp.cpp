@@ -43,8 +43,12 @@ PlacedStamp::PlacedStamp(QWidget* parent) : QWidget(parent)
 
 void PlacedStamp::setStamp(const StampPicture& stamp, const QRectF& page, const QString& name)
 {
+    if (stamp.placement.id != m_stamp.placement.id)
+        endDrag(); // that was about another one
     m_stamp = stamp;
     m_page = page;
+    if (!isDragged())
+        m_turnSide = turnSide();
     constexpr int air = 1; // for edges that are drawn soft
     setGeometry(frame().bounds().translated(page.topLeft()).toAlignedRect().adjusted(-air, -air, air, air));
     setVisible(hasPicture());
@@ -75,7 +79,18 @@ void PlacedStamp::setSelected(bool selected)
 
 StampFrame PlacedStamp::frame() const
 {
-    return StampFrame(stampBox(m_stamp.placement, m_page.size(), m_stamp.size));
+    return StampFrame(stampBox(m_stamp.placement, m_page.size(), m_stamp.size), m_turnSide);
+}
+
+// Above, unless it could be reached only below.
+StampFrame::TurnSide PlacedStamp::turnSide() const
+{
+    using Side = StampFrame::TurnSide;
+    const auto isInSight = [this](Side side) {
+        const StampFrame frame(stampBox(m_stamp.placement, m_page.size(), m_stamp.size), side);
+        return QRectF(parentWidget()->rect()).contains(m_page.topLeft() + frame.turnHandle());
+    };
+    return !isInSight(Side::Above) && isInSight(Side::Below) ? Side::Below : Side::Above;
 }
 
 void PlacedStamp::beginDrag(StampFrame::Part part, QPointF at)

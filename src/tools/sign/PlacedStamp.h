@@ -47,9 +47,11 @@ private:
     };
 
     void describe(const QString& name);
+    StampFrame::TurnSide turnSide() const;
 
     StampPicture m_stamp;
     QRectF m_page;
+    StampFrame::TurnSide m_turnSide = StampFrame::TurnSide::Above;
     bool m_isSelected = false;
     std::optional<Drag> m_drag;
 };

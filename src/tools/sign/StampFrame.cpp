@@ -59,9 +59,16 @@ QRectF StampFrame::outline() const
     return picture().adjusted(-gap, -gap, gap, gap);
 }
 
+/// From the centre of the upright stamp, so far beyond its outline.
+QPointF StampFrame::middleOfTurnSide(double beyond) const
+{
+    const double y = outline().bottom() + beyond;
+    return {0, m_side == TurnSide::Above ? -y : y};
+}
+
 QPointF StampFrame::turnHandle() const
 {
-    return onPage({0, outline().top() - stem});
+    return onPage(middleOfTurnSide(stem));
 }
 
 QPointF StampFrame::resizeHandle() const
@@ -100,7 +107,7 @@ void StampFrame::draw(QPainter& painter) const
     painter.rotate(m_box.rotation);
     painter.setPen(QPen(theme::accent, lineWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
     painter.drawRect(outline());
-    painter.drawLine(QPointF(0, outline().top()), QPointF(0, outline().top() - stem));
+    painter.drawLine(middleOfTurnSide(0), middleOfTurnSide(stem));
     painter.restore();
     drawHandle(painter, turnHandle(), Icon::RotateRight, 0);
     drawHandle(painter, resizeHandle(), Icon::Resize, m_box.rotation);

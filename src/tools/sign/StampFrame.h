@@ -15,7 +15,10 @@ class StampFrame {
 public:
     enum class Part { None, Picture, TurnHandle, ResizeHandle };
 
-    explicit StampFrame(const StampBox& box) : m_box(box) {}
+    /// Where the turn handle stands while the stamp is upright.
+    enum class TurnSide { Above, Below };
+
+    explicit StampFrame(const StampBox& box, TurnSide side = TurnSide::Above) : m_box(box), m_side(side) {}
 
     /// Handles and the outline count only if the stamp is selected.
     Part partAt(QPointF point, bool isSelected) const;
@@ -36,8 +39,10 @@ private:
     QPointF fromCenter(QPointF onPage) const;
     QRectF picture() const;
     QRectF outline() const;
+    QPointF middleOfTurnSide(double beyond) const;
 
     StampBox m_box;
+    TurnSide m_side;
 };
 
 } // namespace folvane
