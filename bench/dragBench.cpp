@@ -2,6 +2,8 @@
 // painted, and tells it as one JSON object in milliseconds:
 //     folvane-drag-bench FILE
 
+#include "tellMeasured.h"
+
 #include "platform/tasks/spawn.h"
 #include "stamps/ReadyStampRenderer.h"
 #include "tools/sign/PageArea.h"
@@ -9,16 +11,11 @@
 #include "tour/Stage.h"
 #include "tour/waiting.h"
 
-#include <QApplication>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <cstdio>
 #include <vector>
 
 namespace {
@@ -27,7 +24,6 @@ using namespace folvane;
 using Time = std::chrono::steady_clock;
 
 constexpr int moves = 1000;
-constexpr int usageFault = 2;
 
 void sign(Stage& stage, const QUrl& file)
 {
@@ -72,8 +68,9 @@ std::vector<double> dragTimes(Stage& stage)
     return times;
 }
 
-QJsonObject measure(const QUrl& file)
+QJsonObject measure(const QStringList& words)
 {
+    const QUrl file = QUrl::fromLocalFile(words[1]);
     Stage stage;
     sign(stage, file);
     std::vector<double> times = dragTimes(stage);
@@ -90,21 +87,6 @@ QJsonObject measure(const QUrl& file)
 
 int main(int argc, char** argv)
 {
-    const QTemporaryDir home;
-    prepareEnvironment(home.path());
-    const QApplication application(argc, argv);
-    prepareApplication();
-    const QStringList words = QCoreApplication::arguments();
-    if (words.size() != 2) {
-        std::fprintf(stderr, "folvane-drag-bench FILE\n");
-        return usageFault;
-    }
-    try {
-        const QJsonObject measured = measure(QUrl::fromLocalFile(words[1]));
-        std::printf("%s\n", QJsonDocument(measured).toJson(QJsonDocument::Compact).constData());
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
-    return 0;
+    const auto fit = [](const QStringList& words) { return words.size() == 2; };
+    return tellMeasured(argc, argv, "folvane-drag-bench FILE", fit, measure);
 }

@@ -3,6 +3,8 @@
 //                                                  square of the colour in their middle
 //     folvane-window-bench saving FILE TO          the longest gap of the interface thread while FILE is saved
 
+#include "tellMeasured.h"
+
 #include "platform/tasks/spawn.h"
 #include "shell/DocumentView.h"
 #include "shell/pageGrid/PageGrid.h"
@@ -10,13 +12,7 @@
 #include "tour/Watchdog.h"
 #include "tour/waiting.h"
 
-#include <QApplication>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTemporaryDir>
 #include <QTimer>
-
-#include <cstdio>
 
 namespace {
 
@@ -24,7 +20,6 @@ using namespace folvane;
 using Time = std::chrono::steady_clock;
 
 constexpr int colourTolerance = 12; // of 255, in each channel
-constexpr int usageFault = 2;
 
 /// Notes when the grid has painted the pictures of its whole first row.
 class FirstRow : public QObject {
@@ -138,20 +133,9 @@ QJsonObject measure(const QStringList& words)
 
 int main(int argc, char** argv)
 {
-    const QTemporaryDir home;
-    prepareEnvironment(home.path());
-    const QApplication application(argc, argv);
-    prepareApplication();
-    const QStringList words = QCoreApplication::arguments();
-    if (words.size() != 4 || !QStringList{"first-row", "saving"}.contains(words[1])) {
-        std::fprintf(stderr, "folvane-window-bench first-row FILE COLOUR | saving FILE TO\n");
-        return usageFault;
-    }
-    try {
-        std::printf("%s\n", QJsonDocument(measure(words)).toJson(QJsonDocument::Compact).constData());
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
-    return 0;
+    const auto fit = [](const QStringList& words) {
+        return words.size() == 4 && QStringList{"first-row", "saving"}.contains(words[1]);
+    };
+    return tellMeasured(argc, argv, "folvane-window-bench first-row FILE COLOUR | saving FILE TO", fit,
+                        measure);
 }
