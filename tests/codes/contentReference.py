@@ -327,12 +327,14 @@ TOKENS = (list(":;,\\?&=%#+-.@/ \t0123456789TZaS") + list(EXTENDERS + PREPENDED 
 
 
 def payload(chance):
-    text = chance.choice(SEEDS) if chance.random() < 0.8 else ""
+    text = chance.choice(SEEDS) if chance.random() < 0.9 else ""
     for _ in range(chance.choice([0, 1, 1, 2, 3, 5, 12])):
-        at, length = chance.randint(0, len(text)), chance.choice([0, 0, 1, 1, 4])
+        first = 0 if chance.random() < 0.1 else min(len(text), 11)  # what a payload begins with mostly stays
+        at, length = chance.randint(first, len(text)), chance.choice([0, 0, 1, 1, 4])
         piece = chance.choice(TOKENS) if chance.random() < 0.75 else text[at:at + chance.randint(0, 30)]
         text = text[:at] + piece + text[at + length:]
-    return text if chance.random() < 0.8 else chance.choice([text.upper(), text.lower(), text.swapcase(), text * 2])
+    text = text if chance.random() < 0.8 else chance.choice([text.upper(), text.lower(), text.swapcase(), text * 2])
+    return {"payload": text, "symbology": chance.choice(SYMBOLOGIES[12:] if text[:1].isnumeric() else SYMBOLOGIES)}
 
 
 def agrees(told, wanted):
@@ -347,7 +349,7 @@ def agrees(told, wanted):
 def main():
     number, seed = [int(argument) for argument in sys.argv[2:4]] + [20000, 1][len(sys.argv) - 2:]
     chance = random.Random(seed)
-    asked = [{"payload": payload(chance), "symbology": chance.choice(SYMBOLOGIES)} for _ in range(number)]
+    asked = [payload(chance) for _ in range(number)]
     lines = "\n".join(json.dumps(one) for one in asked) + "\n"
     answers = subprocess.run([sys.argv[1]], input=lines.encode(), stdout=subprocess.PIPE, check=True).stdout
     told = [json.loads(line) for line in answers.splitlines()]

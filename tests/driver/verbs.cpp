@@ -105,7 +105,8 @@ QCoro::Task<> carryOutAtOnce(CallPtr call, void (*work)(Call&))
 Verbs allVerbs()
 {
     Verbs all{{"wait", waitForJob}, {"cancel", waitForJob}};
-    for (const auto part : {documentVerbs, savingVerbs, compressVerbs, mergeVerbs, stampVerbs, tellingVerbs})
+    for (const auto part :
+         {documentVerbs, savingVerbs, compressVerbs, mergeVerbs, stampVerbs, codeVerbs, tellingVerbs})
         all.merge(part());
     return all;
 }

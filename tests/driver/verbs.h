@@ -31,6 +31,7 @@ Verbs savingVerbs();
 Verbs compressVerbs();
 Verbs mergeVerbs();
 Verbs stampVerbs();
+Verbs codeVerbs();
 Verbs tellingVerbs();
 
 } // namespace folvane::driver

@@ -190,6 +190,14 @@ class Verbs(DriverCase):
         self.ask("close", file=0).tells(outcome="done", names=[], verdict="closed")
         self.ask("state").tells(documents=[], closing=None)
 
+    def test_content(self):
+        self.ask("content", payload="WIFI:S:Home;;").tells(
+            outcome="done", kind="wifi", title="Wi-Fi",
+            fields={"ssid": "Home", "password": None, "security": "", "isHidden": False})
+        self.ask("content", payload="0123456789012", symbology="ean13").tells(
+            kind="product", fields={"number": "123456789012", "kind": "upcA"})
+        self.ask("content", payload="x", symbology="QR").tells(ok=False)
+
     def test_numbers(self):
         self.ask("parse", text="8-10; 1–3", count=10).tells(ranges=[[8, 10], [1, 3]])
         self.ask("parse", text="5-3", count=10).tells(ranges=None)
