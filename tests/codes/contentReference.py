@@ -213,7 +213,9 @@ def event(text):
             found["start"], found["isAllDay"] = calendar_time(value), "VALUE=DATE" in head or len(clusters(value)) == 8
         if begins(head, "DTEND"):
             found["end"] = calendar_time(value)
-    return None if found["title"] is None and found["start"] is None else found
+    if found["title"] is None and found["start"] in (None, UNSURE):
+        return found["start"]
+    return found
 
 
 def decoded(text):
@@ -287,7 +289,7 @@ def link(text):
     authority = re.split("[/?#]", ("https://" + text if start == "www." else text).split("://", 1)[1])[0]
     if not authority:
         return None
-    if not re.fullmatch(r"([a-z0-9]+\.)*[a-z]{1,20}(:[0-9]{1,4})?", authority, re.I | re.A):
+    if not re.fullmatch(r"([a-z0-9]+\.)*[a-z]{1,20}(:[1-9][0-9]{0,3})?", authority, re.I | re.A):
         return UNSURE
     return {"host": authority.lower()}
 
@@ -310,20 +312,25 @@ def content(payload, symbology):
     return {"kind": "text", "fields": {"text": text}}
 
 
-SEEDS = """WIFI:S:Home;T:WPA;P:p\\;x;H:true;;|wifi:p:;s:a\\:b;h:1|BEGIN:VCARD\r\nVERSION:3.0\r\nN:Doe;Jane;;;\r\nFN:Jane\\, Doe\r
-TEL;TYPE=CELL:+34 1\r\nEMAIL:a@b.c\r\n d\r\nORG:Acme;Unit \r\nEND:VCARD|begin:vcard\nn:;Jane\nitem1.TEL:2\nTEL:|MECARD:N:Doe,Jane;TEL:1;TEL:2;
-EMAIL:a@b;URL:http\\://x.y;ADR:1 Way;NOTE:n;ORG:Acme;;|MECARD:N: Doe ;;|BEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY;X=1:Talk\\, long\nDTSTART:20250102
-DTEND:20250102T030405Z\nLOCATION:Room\nEND:VEVENT\nSUMMARY:no|BEGIN:VEVENT\nDTSTART;VALUE=DATE-TIME:20250330T023000\nDTEND:20251026T023000|TEL:+34 5
-SMSTO:123:a:b|sms:+1?body=a%20b&BODY=c#d|SMS:??|MAILTO:a%40b.c?SUBJECT=x&body=y%zz|mailto://a@b/c?subject|MATMSG:TO:a@b;SUB:s;BODY:b\\;;;
-geo:1,2;u=35?q=x|geo:abc,10,20,30|geo:-90,180.0?Q=1&q=a+b%C3%A9|http://example.com/a?b#c|HTTPS://Example.com:80|www.example.com|example.com
-9781234567890|0123456789012|12345678|123456|\u0661\u4e8c\u00bd45678"""
-SEEDS = [line for part in SEEDS.split("|") for line in ([part] if "BEGIN" in part.upper() or "MECARD" in part else part.split("\n"))]
-TOKENS = (list(":;,\\?&=%#+-.@/ \t0123456789TZaS") + list(EXTENDERS + PREPENDED + CONTROLS) * 2
-          + ["\r\n", "\r\n ", "\n\t", "\\,", "\\;", "\\\\", "%41", "%C3%A9", "%ff", "%", ";;", "é", "\xa0", "\u3000", "ß", "ﬁ", "ſ", "ı", "😀", "٣", "一"]
-          + ["WIFI:", "S:", "P:", "T:", "H:true;", "BEGIN:VCARD\n", "FN:", "\nN:", "TEL:", "EMAIL:", "ORG:", "MECARD:", "BEGIN:VEVENT\n", "END:VEVENT",
-             "SUMMARY:", "\nDTSTART:", "DTEND", "LOCATION:", ";VALUE=DATE", "20250330", "20240229", "20251026T023000", "T030405", "19700101T000000Z",
-             "SMSTO:", "sms:", "mailto:", "MATMSG:", "TO:", "SUB:", "body=", "subject=", "geo:", "q=", "nan", "inf", "1e5", "90", "180", "http://", "https://",
-             "www.", "a.b", "978", "979"])
+SEEDS = [
+    "WIFI:S:Home;T:WPA;P:p\\;x;H:true;;", "wifi:p:;s:a\\:b;h:1",
+    "BEGIN:VCARD\r\nVERSION:3.0\r\nN:Doe;Jane;;;\r\nFN:Jane\\, Doe\r\nTEL;TYPE=CELL:+34 1\r\nEMAIL:a@b.c\r\n d\r\nORG:Acme;Unit \r\nEND:VCARD",
+    "begin:vcard\nn:;Jane\nitem1.TEL:2\nTEL:", "MECARD:N: Doe ;;",
+    "MECARD:N:Doe,Jane;TEL:1;TEL:2;EMAIL:a@b;URL:http\\://x.y;ADR:1 Way;NOTE:n;ORG:Acme;;",
+    "BEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY;X=1:Talk\\, long\nDTSTART:20250102\nDTEND:20250102T030405Z\nLOCATION:Room\nEND:VEVENT\nSUMMARY:no",
+    "BEGIN:VEVENT\nDTSTART;VALUE=DATE-TIME:20250330T023000\nDTEND:20251026T023000",
+    "TEL:+34 5", "SMSTO:123:a:b", "sms:+1?body=a%20b&BODY=c#d", "SMS:??",
+    "MAILTO:a%40b.c?SUBJECT=x&body=y%zz", "mailto://a@b/c?subject", "MATMSG:TO:a@b;SUB:s;BODY:b\\;;;",
+    "geo:1,2;u=35?q=x", "geo:abc,10,20,30", "geo:-90,180.0?Q=1&q=a+b%C3%A9",
+    "http://example.com/a?b#c", "HTTPS://Example.com:80", "www.example.com", "example.com",
+    "9781234567890", "0123456789012", "12345678", "123456", "\u0661\u4e8c\u00bd45678"]
+TOKENS = [
+    *":;,\\?&=%#+-.@/ \t0123456789TZaS", *(EXTENDERS + PREPENDED + CONTROLS) * 2, "\r\n", "\r\n ", "\n\t", "\\,", "\\;", "\\\\", ";;",
+    "%41", "%C3%A9", "%ff", "%", "é", "\xa0", "\u3000", "ß", "ﬁ", "ſ", "ı", "😀", "٣", "一", "978", "979",
+    "WIFI:", "S:", "P:", "T:", "H:true;", "BEGIN:VCARD\n", "FN:", "\nN:", "TEL:", "EMAIL:", "ORG:", "MECARD:",
+    "BEGIN:VEVENT\n", "END:VEVENT", "SUMMARY:", "\nDTSTART:", "DTEND", "LOCATION:", ";VALUE=DATE", "20250330", "20240229",
+    "20251026T023000", "T030405", "19700101T000000Z", "SMSTO:", "sms:", "mailto:", "MATMSG:", "TO:", "SUB:", "body=", "subject=",
+    "geo:", "q=", "nan", "inf", "1e5", "90", "180", "http://", "https://", "www.", "a.b"]
 
 
 def payload(chance):

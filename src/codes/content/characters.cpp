@@ -55,22 +55,21 @@ char32_t codePointAt(QStringView text, qsizetype at)
     return char32_t(c);
 }
 
-/// Whether what stands before `at` takes nothing from there on into its own character.
-bool isCompleteBefore(QStringView text, qsizetype at)
+bool isControl(UGraphemeClusterBreak kind)
+{
+    return kind == U_GCB_CONTROL || kind == U_GCB_CR || kind == U_GCB_LF;
+}
+
+/// Whether a character ends before `at`, where an ASCII code stands on either side: what matters of the rules then.
+bool isBoundary(QStringView text, qsizetype at)
 {
     if (at == 0 || at == text.size())
         return true;
-    const UGraphemeClusterBreak next = breaking(codePointAt(text, at));
-    return text[at - 1] == u'\n' || (next != U_GCB_EXTEND && next != U_GCB_ZWJ && next != U_GCB_SPACING_MARK);
-}
-
-/// Whether what stands before does not take the ASCII code at `at` into its own character.
-bool beginsAt(QStringView text, qsizetype at)
-{
-    if (at == 0)
-        return true;
-    const char32_t previous = codePointBefore(text, at);
-    return text[at] == u'\n' ? previous != u'\r' : breaking(previous) != U_GCB_PREPEND;
+    const UGraphemeClusterBreak left = breaking(codePointBefore(text, at));
+    const UGraphemeClusterBreak right = breaking(codePointAt(text, at));
+    if (isControl(left) || isControl(right))
+        return !(left == U_GCB_CR && right == U_GCB_LF);
+    return left != U_GCB_PREPEND && right != U_GCB_EXTEND && right != U_GCB_ZWJ && right != U_GCB_SPACING_MARK;
 }
 
 } // namespace
@@ -98,12 +97,12 @@ QStringView withoutFirst(QStringView text, int count)
 
 bool beginsWith(QStringView text, QStringView prefix)
 {
-    return text.startsWith(prefix) && isCompleteBefore(text, prefix.size());
+    return text.startsWith(prefix) && isBoundary(text, prefix.size());
 }
 
 bool standsAlone(QStringView text, qsizetype at)
 {
-    return beginsAt(text, at) && isCompleteBefore(text, at + 1);
+    return isBoundary(text, at) && isBoundary(text, at + 1);
 }
 
 qsizetype indexOf(QStringView text, char16_t separator, qsizetype from)
