@@ -90,6 +90,7 @@ TEST(CodeContent, ReadsTimes)
              {"DTSTART;VALUE=DATE-TIME:20250102T030405Z", "2025-01-02T03:04:05Z", true},
              {"DTSTART:20251026T023000", "2025-10-26T01:30:00Z", false}, // comes twice
              {"DTSTART:20250330T023000", "", false},                     // never came
+             {"DTSTART:15000301T000000Z", "1500-03-01T00:00:00Z", false},
              {"DTSTART:20250229", "", true},
              {"DTSTART:tomorrow", "", true}, // eight characters
              {"DTSTART:2025010", "", false}}) {

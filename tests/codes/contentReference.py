@@ -315,7 +315,7 @@ def content(payload, symbology):
 SEEDS = [
     "WIFI:S:Home;T:WPA;P:p\\;x;H:true;;", "wifi:p:;s:a\\:b;h:1",
     "BEGIN:VCARD\r\nVERSION:3.0\r\nN:Doe;Jane;;;\r\nFN:Jane\\, Doe\r\nTEL;TYPE=CELL:+34 1\r\nEMAIL:a@b.c\r\n d\r\nORG:Acme;Unit \r\nEND:VCARD",
-    "begin:vcard\nn:;Jane\nitem1.TEL:2\nTEL:", "MECARD:N: Doe ;;",
+    "begin:vcard\nn:;Jane\nitem1.TEL:2\nTEL:", "MECARD:N: Doe ;TEL:1\r\n;TEL:2\r;TEL:3\n4;", "MECARD:N:Doe,, Jane,PhD;",
     "MECARD:N:Doe,Jane;TEL:1;TEL:2;EMAIL:a@b;URL:http\\://x.y;ADR:1 Way;NOTE:n;ORG:Acme;;",
     "BEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY;X=1:Talk\\, long\nDTSTART:20250102\nDTEND:20250102T030405Z\nLOCATION:Room\nEND:VEVENT\nSUMMARY:no",
     "BEGIN:VEVENT\nDTSTART;VALUE=DATE-TIME:20250330T023000\nDTEND:20251026T023000",
@@ -323,13 +323,13 @@ SEEDS = [
     "MAILTO:a%40b.c?SUBJECT=x&body=y%zz", "mailto://a@b/c?subject", "MATMSG:TO:a@b;SUB:s;BODY:b\\;;;",
     "geo:1,2;u=35?q=x", "geo:abc,10,20,30", "geo:-90,180.0?Q=1&q=a+b%C3%A9",
     "http://example.com/a?b#c", "HTTPS://Example.com:80", "www.example.com", "example.com",
-    "9781234567890", "0123456789012", "12345678", "123456", "\u0661\u4e8c\u00bd45678"]
+    "9781234567890", "9791234567890", "0123456789012", "12345678", "123456", "\u0661\u4e8c\u00bd45678"]
 TOKENS = [
     *":;,\\?&=%#+-.@/ \t0123456789TZaS", *(EXTENDERS + PREPENDED + CONTROLS) * 2, "\r\n", "\r\n ", "\n\t", "\\,", "\\;", "\\\\", ";;",
     "%41", "%C3%A9", "%ff", "%", "é", "\xa0", "\u3000", "ß", "ﬁ", "ſ", "ı", "😀", "٣", "一", "978", "979",
     "WIFI:", "S:", "P:", "T:", "H:true;", "BEGIN:VCARD\n", "FN:", "\nN:", "TEL:", "EMAIL:", "ORG:", "MECARD:",
     "BEGIN:VEVENT\n", "END:VEVENT", "SUMMARY:", "\nDTSTART:", "DTEND", "LOCATION:", ";VALUE=DATE", "20250330", "20240229",
-    "20251026T023000", "T030405", "19700101T000000Z", "SMSTO:", "sms:", "mailto:", "MATMSG:", "TO:", "SUB:", "body=", "subject=",
+    "20251026T023000", "T030405", "19700101T000000Z", "15000301", "SMSTO:", "sms:", "mailto:", "MATMSG:", "TO:", "SUB:", "body=", "subject=",
     "geo:", "q=", "nan", "inf", "1e5", "90", "180", "http://", "https://", "www.", "a.b"]
 
 

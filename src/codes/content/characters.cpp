@@ -69,7 +69,8 @@ bool isBoundary(QStringView text, qsizetype at)
     const UGraphemeClusterBreak right = breaking(codePointAt(text, at));
     if (isControl(left) || isControl(right))
         return !(left == U_GCB_CR && right == U_GCB_LF);
-    return left != U_GCB_PREPEND && right != U_GCB_EXTEND && right != U_GCB_ZWJ && right != U_GCB_SPACING_MARK;
+    return left != U_GCB_PREPEND && right != U_GCB_EXTEND && right != U_GCB_ZWJ
+           && right != U_GCB_SPACING_MARK;
 }
 
 } // namespace
