@@ -68,8 +68,8 @@ bool isWholeDay(const LineField& field)
 std::optional<Event> event(QStringView text)
 {
     const EventFields fields = fieldsOfFirstEvent(unfoldedLines(text));
-    const Event found{valueOf(fields.summary), timeOf(fields.start), timeOf(fields.end),
-                      valueOf(fields.location), fields.start && isWholeDay(*fields.start)};
+    Event found{valueOf(fields.summary), timeOf(fields.start), timeOf(fields.end), valueOf(fields.location),
+                fields.start && isWholeDay(*fields.start)};
     if (!found.title && !found.start)
         return std::nullopt;
     return found;

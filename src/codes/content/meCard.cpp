@@ -16,7 +16,7 @@ QStringList nameParts(const QString& field)
     return parts;
 }
 
-QString givenAndFamilyName(const QStringList& parts)
+QString nameOf(const QStringList& parts)
 {
     return parts.size() == 2 ? parts[1] + u' ' + parts[0] : parts.value(0);
 }
@@ -63,7 +63,7 @@ std::optional<Contact> contactFromMeCard(QStringView text)
 {
     const MeFields fields(withoutFirst(text, 7));
     const QStringList parts = nameParts(fields.valueOrEmpty("N"));
-    const QString name = givenAndFamilyName(parts);
+    const QString name = nameOf(parts);
     Contact contact{{},
                     name.isEmpty() ? std::nullopt : std::optional(name),
                     values(fields.valueOrEmpty("TEL")),
