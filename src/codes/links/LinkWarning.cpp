@@ -1,0 +1,65 @@
+#include "codes/links/LinkWarning.h"
+#include "codes/links/brands.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <array>
+
+namespace folvane {
+
+namespace {
+
+constexpr std::array sentences{
+    // as the kinds are numbered
+    QT_TRANSLATE_NOOP("LinkWarning", "“%1” is not the site. The real site is %2."),
+    QT_TRANSLATE_NOOP("LinkWarning", "Looks like %1, but the real site is %2."),
+    QT_TRANSLATE_NOOP("LinkWarning", "The real site is %1, not %2."),
+    QT_TRANSLATE_NOOP("LinkWarning", "Not encrypted: the address starts with http, not https."),
+    QT_TRANSLATE_NOOP("LinkWarning", "A bare number instead of a site name."),
+    QT_TRANSLATE_NOOP("LinkWarning",
+                      "Letters from different alphabets: this address can imitate another site."),
+    QT_TRANSLATE_NOOP("LinkWarning", "Special characters in the name can imitate another site."),
+    QT_TRANSLATE_NOOP("LinkWarning", "A short link hides where it leads.")};
+
+constexpr qsizetype longestQuote = 40;
+
+/// Separators of lines count as printable.
+bool staysInLine(char32_t c)
+{
+    const QChar::Category category = QChar::category(c);
+    return QChar::isPrint(c) && category != QChar::Separator_Line && category != QChar::Separator_Paragraph;
+}
+
+/// What a stranger wrote, such that it neither pushes the real site out of sight nor turns the words around.
+QString quoted(const QString& name)
+{
+    QList<uint> shown = name.left(2 * longestQuote + 2).toUcs4();
+    const bool isLong = shown.size() > longestQuote;
+    shown.resize(std::min(shown.size(), longestQuote));
+    for (uint& c : shown)
+        c = staysInLine(c) ? c : QChar::ReplacementCharacter;
+    const QString text =
+        QString::fromUcs4(reinterpret_cast<const char32_t*>(shown.constData()), shown.size());
+    return isLong ? text + u'…' : text;
+}
+
+} // namespace
+
+QString sentenceOf(const LinkWarning& warning, const QString& realSite)
+{
+    const QString sentence = QCoreApplication::translate("LinkWarning", sentences[size_t(warning.kind)]);
+    switch (warning.kind) {
+    case LinkWarning::Kind::UserInfo: return sentence.arg(quoted(warning.name), realSite);
+    case LinkWarning::Kind::Lookalike: return sentence.arg(brandName(warning.name), realSite);
+    case LinkWarning::Kind::BrandInAddress: return sentence.arg(realSite, brandName(warning.name));
+    case LinkWarning::Kind::PlainHttp:
+    case LinkWarning::Kind::IpAddress:
+    case LinkWarning::Kind::MixedScripts:
+    case LinkWarning::Kind::InternationalName:
+    case LinkWarning::Kind::Shortener: break;
+    }
+    return sentence;
+}
+
+} // namespace folvane
