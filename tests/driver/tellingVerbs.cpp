@@ -1,3 +1,4 @@
+#include "codes/links/LinkCheck.h"
 #include "documents/PageRanges.h"
 #include "documents/statusLine.h"
 #include "verbs.h"
@@ -137,6 +138,26 @@ void describePages(Call& call)
     call.tell("text", PageRanges::describe(call.request.get<QList<int>>("numbers")));
 }
 
+void judgeLink(Call& call)
+{
+    constexpr std::array names{"userInfo",          "lookalike", "brandInAddress",
+                               "plainHTTP",         "ipAddress", "mixedScripts",
+                               "internationalName", "shortener"}; // as the kinds are numbered
+    const LinkCheck check =
+        checkLink(QUrl(call.request.get<QString>("url")), call.request.get<QString>("rawText", QString()));
+    QJsonArray warnings;
+    QJsonArray sentences;
+    for (const LinkWarning& warning : check.warnings) {
+        warnings.append(names[size_t(warning.kind)]);
+        sentences.append(sentenceOf(warning, check.realSite));
+    }
+    call.reply.fields = {{"displayAddress", check.displayAddress},
+                         {"host", check.host},
+                         {"realSite", check.realSite},
+                         {"warnings", warnings},
+                         {"sentences", sentences}};
+}
+
 /// "VmHWM:     1234 kB" in the process's own report.
 void tellMemory(Call& call)
 {
@@ -161,11 +182,9 @@ QJsonObject toldPlacement(const StampPlacement& placement)
 
 Verbs tellingVerbs()
 {
-    return {{"state", tellState},
-            {"image", drawImage},
-            {"parse", atOnce(parseRanges)},
-            {"describe", atOnce(describePages)},
-            {"rss", atOnce(tellMemory)}};
+    return {{"state", tellState},           {"image", drawImage},
+            {"parse", atOnce(parseRanges)}, {"describe", atOnce(describePages)},
+            {"link", atOnce(judgeLink)},    {"rss", atOnce(tellMemory)}};
 }
 
 } // namespace folvane::driver

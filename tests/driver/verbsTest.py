@@ -203,3 +203,10 @@ class Verbs(DriverCase):
         self.ask("parse", text="5-3", count=10).tells(ranges=None)
         self.ask("describe", numbers=[9, 1, 2, 3, 5, 8, 3]).tells(text="1-3, 5, 8-9")
         self.assertGreater(self.ask("rss")["peak"], 5_000_000)
+
+    def test_link(self):
+        self.ask("link", url="http://xn--bcher-kva.blogspot.com/a", rawText="http://BÜCHER.blogspot.com/a").tells(
+            displayAddress="http://bücher.blogspot.com/a", host="bücher.blogspot.com", realSite="bücher.blogspot.com",
+            warnings=["plainHTTP", "internationalName"],
+            sentences=["Not encrypted: the address starts with http, not https.",
+                       "Special characters in the name can imitate another site."])
