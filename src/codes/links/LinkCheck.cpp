@@ -12,7 +12,7 @@ namespace {
 
 constexpr QLatin1String encodedMark("xn--");
 
-bool isEncoded(const QString& label)
+bool isEncoded(QStringView label)
 {
     return label.startsWith(encodedMark);
 }
@@ -27,19 +27,21 @@ QString encoded(const QString& host)
     return QString::fromLatin1(QUrl::toAce(host));
 }
 
-/// The label itself when it does not decode. So does one that no name can be: it could turn the address around.
-QString decodedLabel(const QString& label)
+/// The letters that a label stands for. It stays as it is when it does not decode, or only to what no name can hold and
+/// what could turn the address around.
+QString decodedLabel(QStringView label)
 {
     if (!isEncoded(label))
-        return label;
-    const std::optional<QString> decoded = decodePunycode(QStringView(label).sliced(encodedMark.size()));
-    return decoded && encoded(*decoded) == label ? *decoded : label;
+        return label.toString();
+    const std::optional<QString> decoded = decodePunycode(label.sliced(encodedMark.size()));
+    return decoded && encoded(*decoded) == label ? *decoded : label.toString();
 }
 
 QString decodedHost(const QString& parsedHost)
 {
-    QStringList labels = labelsOf(parsedHost);
-    std::ranges::transform(labels, labels.begin(), decodedLabel);
+    QStringList labels;
+    for (const QStringView label : labelsOf(parsedHost))
+        labels.append(decodedLabel(label));
     return labels.join(u'.');
 }
 

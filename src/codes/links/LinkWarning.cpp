@@ -5,13 +5,15 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
+#include <string>
 
 namespace folvane {
 
 namespace {
 
+// As the kinds are numbered.
 constexpr std::array sentences{
-    // as the kinds are numbered
     QT_TRANSLATE_NOOP("LinkWarning", "“%1” is not the site. The real site is %2."),
     QT_TRANSLATE_NOOP("LinkWarning", "Looks like %1, but the real site is %2."),
     QT_TRANSLATE_NOOP("LinkWarning", "The real site is %1, not %2."),
@@ -22,9 +24,8 @@ constexpr std::array sentences{
     QT_TRANSLATE_NOOP("LinkWarning", "Special characters in the name can imitate another site."),
     QT_TRANSLATE_NOOP("LinkWarning", "A short link hides where it leads.")};
 
-constexpr qsizetype longestQuote = 40;
+constexpr size_t longestQuote = 40;
 
-/// Separators of lines count as printable.
 bool staysInLine(char32_t c)
 {
     const QChar::Category category = QChar::category(c);
@@ -34,14 +35,11 @@ bool staysInLine(char32_t c)
 /// What a stranger wrote, such that it neither pushes the real site out of sight nor turns the words around.
 QString quoted(const QString& name)
 {
-    QList<uint> shown = name.left(2 * longestQuote + 2).toUcs4();
+    std::u32string shown = name.left(2 * qsizetype(longestQuote) + 2).toStdU32String();
     const bool isLong = shown.size() > longestQuote;
     shown.resize(std::min(shown.size(), longestQuote));
-    for (uint& c : shown)
-        c = staysInLine(c) ? c : QChar::ReplacementCharacter;
-    const QString text =
-        QString::fromUcs4(reinterpret_cast<const char32_t*>(shown.constData()), shown.size());
-    return isLong ? text + u'…' : text;
+    std::ranges::replace_if(shown, std::not_fn(staysInLine), QChar::ReplacementCharacter);
+    return QString::fromStdU32String(shown) + (isLong ? QStringLiteral("…") : QString());
 }
 
 } // namespace

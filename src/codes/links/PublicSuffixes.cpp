@@ -15,9 +15,12 @@ QByteArray carriedList()
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QString lastOf(const QStringList& labels, qsizetype count)
+QString lastOf(const QList<QStringView>& labels, qsizetype count)
 {
-    return labels.last(std::min(count, labels.size())).join(u'.');
+    QStringList last;
+    for (const QStringView label : labels.last(std::min(count, labels.size())))
+        last.append(label.toString());
+    return last.join(u'.');
 }
 
 } // namespace
@@ -47,7 +50,7 @@ const PublicSuffixes& PublicSuffixes::listed()
 // 4. A last label that no rule knows is a suffix, too.
 QString PublicSuffixes::registrableDomain(const QString& host) const
 {
-    const QStringList labels = labelsOf(host);
+    const QList<QStringView> labels = labelsOf(host);
     if (labels.size() < 2 || m_rules.isEmpty())
         return host;
     qsizetype suffixLength = 1;

@@ -2,7 +2,6 @@
 #include "codes/links/hostNames.h"
 
 #include <QHash>
-#include <QStringList>
 
 #include <algorithm>
 #include <array>
@@ -68,8 +67,8 @@ bool isBrand(QStringView word)
 std::optional<QString> firstBrandIn(const QString& host)
 {
     size_t first = brands.size();
-    for (const QString& label : labelsOf(host))
-        for (const QStringView word : QStringView(label).split(u'-', Qt::SkipEmptyParts))
+    for (const QStringView label : labelsOf(host))
+        for (const QStringView word : label.split(u'-', Qt::SkipEmptyParts))
             first = std::min(first, placeOf(word));
     return first < brands.size() ? std::optional(brands[first].toString()) : std::nullopt;
 }
@@ -95,12 +94,12 @@ QString brandName(const QString& word)
 
 std::optional<LinkWarning> brandWarning(const QString& host, const QString& realSite)
 {
-    const QString siteLabel = labelsOf(realSite).value(0, realSite);
+    const QStringView siteLabel = labelsOf(realSite).value(0, realSite);
     if (isBrand(siteLabel))
         return std::nullopt;
     if (const std::optional<QString> brand = firstBrandIn(host))
         return LinkWarning{LinkWarning::Kind::BrandInAddress, *brand};
-    const QString read = readHastily(siteLabel);
+    const QString read = readHastily(siteLabel.toString());
     if (read != siteLabel && isBrand(read))
         return LinkWarning{LinkWarning::Kind::Lookalike, read};
     return std::nullopt;

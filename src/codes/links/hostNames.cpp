@@ -31,7 +31,7 @@ Script scriptOf(QChar c)
     return c >= u'\u0370' && c <= u'\u03FF' ? Greek : Other;
 }
 
-bool isMixed(const QString& label)
+bool isMixed(QStringView label)
 {
     unsigned scripts = 0;
     for (const QChar c : label)
@@ -47,7 +47,7 @@ QStringView upToAnyOf(QStringView text, QStringView ends)
 
 } // namespace
 
-QStringList labelsOf(const QString& host)
+QList<QStringView> labelsOf(QStringView host)
 {
     return host.split(u'.', Qt::SkipEmptyParts);
 }
@@ -56,7 +56,7 @@ bool isNumericAddress(const QString& host)
 {
     if (host.startsWith(u'[') || host.contains(u':'))
         return true;
-    const QStringList numbers = labelsOf(host);
+    const QList<QStringView> numbers = labelsOf(host);
     return numbers.size() == 4 && std::ranges::all_of(numbers, isByte);
 }
 

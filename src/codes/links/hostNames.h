@@ -1,14 +1,14 @@
 #pragma once
 
+#include <QList>
 #include <QString>
-#include <QStringList>
 
 #include <optional>
 
 namespace folvane {
 
-/// The parts between dots, without empty ones.
-QStringList labelsOf(const QString& host);
+/// The parts between dots, without empty ones, as views of the host.
+QList<QStringView> labelsOf(QStringView host);
 
 /// Whether it is an address of IPv6, or four numbers up to 255, also with signs and leading zeros.
 bool isNumericAddress(const QString& host);
