@@ -1,5 +1,6 @@
 #include "codes/links/LinkCheck.h"
 #include "codes/links/hostNames.h"
+#include "codes/links/punycode.h"
 #include "codes/links/shorteners.h"
 
 #include <gtest/gtest.h>
@@ -50,9 +51,9 @@ INSTANTIATE_TEST_SUITE_P(
         LinkCase{"Lookalike", "https://paypa1.example", "",
                  "https://paypa1.example | paypa1.example | Looks like PayPal, but the real site is "
                  "paypa1.example."},
-        LinkCase{"Arnazon", "https://arnazon.example", "",
-                 "https://arnazon.example | arnazon.example | Looks like Amazon, but the real site is "
-                 "arnazon.example."},
+        LinkCase{"LookalikeByPairs", "https://vvalrnart.example", "",
+                 "https://vvalrnart.example | vvalrnart.example | Looks like Walmart, but the real site is "
+                 "vvalrnart.example."},
         LinkCase{"FirstBrandOfTheList", "https://wise-paypal.example.com", "",
                  "https://wise-paypal.example.com | example.com | The real site is example.com, not PayPal."},
         LinkCase{"PartOfAWord", "https://mypaypal.example.com", "",
@@ -102,6 +103,19 @@ TEST(Link, CutsALongUserName)
     const LinkWarning warning{LinkWarning::Kind::UserInfo, QStringLiteral("😀").repeated(1000)};
     EXPECT_EQ(sentenceOf(warning, "a.b"), QStringLiteral("“%1…” is not the site. The real site is a.b.")
                                               .arg(QStringLiteral("😀").repeated(40)));
+}
+
+TEST(Link, DecodesLabels)
+{
+    const QString longest(58, u'a');
+    EXPECT_EQ(decodePunycode(QStringLiteral("BCHER-KVA")), QStringLiteral("BüCHER"));
+    EXPECT_EQ(decodePunycode(QString("--a-")), QString("--a"));
+    EXPECT_EQ(decodePunycode(QString(longest + u'-')), longest);
+    EXPECT_EQ(decodePunycode(QString("dn32g")), QString::fromUcs4(U"\U0010FFFF"));
+    for (const char* other :
+         {"bücher-kva", "a-k!", "a-k", "a-99999999999999999999a", "ib9b", "zy0c", "en32g"})
+        EXPECT_FALSE(decodePunycode(QString::fromUtf8(other))) << other;
+    EXPECT_FALSE(decodePunycode(QString(longest + QString("a-"))));
 }
 
 TEST(Link, KnowsNumericAddresses)

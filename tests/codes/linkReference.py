@@ -94,26 +94,31 @@ def judged(raw, told, encoded):
 
 class Payloads:
     ODD = "аоеΑνω5бПüßｐ。·\u00ad\u200b\u200d\u200e\u202e\u0301\u3164אش中🎁%$@:/\\?#[].-_ A0x"
+    READ_AS = {"m": "rn", "w": "vv", "o": "0", "l": "1", "e": "3", "s": "5", "a": "а", "i": "ӏ"}
 
     def __init__(self, seed):
         self.chance = random.Random(seed)
         self.rules = sorted(RULES)
+        self.marked = [rule for rule in self.rules if rule[0] in "*!"]
 
     def word(self):
         pick = self.chance
-        word = pick.choice([pick.choice(BRANDS), "x" * pick.choice([1, 5, 62, 63, 64]), "bücher", "сайт", "αβγ", "login"])
-        for _ in range(pick.choice([0, 0, 1, 2])):
-            mistaken = word.replace(*pick.choice(["m rn", "w vv", "o 0", "l 1", "e 3", "s 5", "a а"]).split())
-            word = pick.choice([mistaken, mistaken, word + "-" + pick.choice(BRANDS), word + pick.choice(self.ODD)])
+        brand = pick.choice(BRANDS)
+        mistaken = "".join(self.READ_AS.get(c, c) if pick.random() < 0.7 else c for c in brand)
+        long = "x" * pick.choice([1, 5, 62, 63, 64])
+        word = pick.choice([brand, mistaken, mistaken, long, "login", "bücher", "сайт", "αβγ", "аррӏе"])
+        for _ in range(pick.choice([0, 0, 0, 1, 2])):
+            word += pick.choice(["-" + brand, "-" + pick.choice(BRANDS), pick.choice(self.ODD)])
         return pick.choice([word] * 6 + ["xn--" + word.encode("punycode").decode(), "xn--" + word])
 
     def host(self):
         pick = self.chance
         if pick.random() < 0.1:
             numbers = [pick.choice("0 1 010 0x7f 255 256 +1".split()) for _ in range(pick.choice([1, 3, 4, 4, 5]))]
-            return pick.choice([".".join(numbers)] * 6 + ["[::1]", "[fe80::1%25a]", "[::ffff:1.2.3.4]"])
-        rule = pick.choice(self.rules).replace("*", pick.choice(["a", "www"])).lstrip("!")
-        ending = pick.choice([rule, "com", "example", *SHORTENERS[:9]])
+            return pick.choice([".".join(numbers)] * 6 + ["[::1]", "[fe80::1%25-ups]", "[::ffff:1.2.3.4]"])
+        rule = pick.choice([pick.choice(self.rules), pick.choice(self.marked)])
+        rule = rule.replace("*", pick.choice(["a", "www"])).lstrip("!")
+        ending = pick.choice([rule, rule, "com", "example", pick.choice(SHORTENERS)])
         return ".".join([self.word() for _ in range(pick.choice([0, 1, 1, 2, 3]))] + [ending])
 
     def payload(self):
