@@ -1,7 +1,7 @@
 #include "pictures/formats/svg.h"
 
-#include <QCoreApplication>
-#include <QFileInfo>
+#include "platform/files/helperProgram.h"
+
 #include <QProcess>
 #include <QProcessEnvironment>
 
@@ -17,16 +17,6 @@ using namespace std::chrono_literals;
 
 constexpr qsizetype maxSvgBytes = 64 << 20;
 constexpr std::chrono::milliseconds drawLimit = 30s;
-
-QString drawingProgram()
-{
-    const QString beside = QCoreApplication::applicationDirPath();
-    for (const char* folder : {"/", "/../libexec/folvane/"})
-        if (const QString path = beside + QLatin1String(folder) + QStringLiteral("folvane-draw-svg");
-            QFileInfo(path).isExecutable())
-            return path;
-    return {};
-}
 
 /// What the program answers: width and height as 32-bit numbers of this machine, then premultiplied ARGB
 /// rows.
@@ -60,7 +50,7 @@ QByteArray answerTo(QProcess& program, const QByteArray& svg)
 
 std::optional<QImage> drawSvg(const QByteArray& svg, int longSide)
 {
-    const QString path = drawingProgram();
+    const QString path = helperProgram("folvane-draw-svg");
     if (path.isEmpty() || svg.size() > maxSvgBytes)
         return std::nullopt;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
