@@ -1,6 +1,5 @@
 #pragma once
 
-#include "controls/Watches.h"
 #include "viewParts/PageListModel.h"
 #include "viewParts/PictureList.h"
 
