@@ -1,6 +1,6 @@
 #include "documents/AppModel.h"
 
-#include "documents/pageLists.h"
+#include "documents/pages/pageLists.h"
 
 #include <algorithm>
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "documents/CodesModel.h"
 #include "documents/JobRunner.h"
 #include "documents/MergeModel.h"
 #include "documents/OpenFile.h"
@@ -49,6 +50,7 @@ public:
     StampLibrary stamps{StampLibrary::usersFolder()};
     StampPictures stampPictures{stamps};
     MergeModel merge; ///< lasts as long as the program, wherever the user goes
+    CodesModel codes;
 
     OpenFilePtr file(const QUuid& id) const;
 
@@ -89,6 +91,12 @@ public:
     QCoro::Task<> addToMerge(QList<QUrl> urls);
     /// Asks for a place and writes all rows there as one PDF without a password. Fewer than two rows do nothing.
     QCoro::Task<> mergeFiles();
+
+    // readingCodes.cpp: until a read has ended. Each stops the one before it
+    /// What is neither a PDF nor a picture, or cannot be read, is left out.
+    QCoro::Task<> readCodes(QList<QUrl> urls);
+    /// From copied files, or a picture.
+    QCoro::Task<> readCodesFromClipboard();
 
     // saving.cpp
     QCoro::Task<std::optional<QUrl>> chooseSaveURL(QString name, std::optional<QUrl> near);
@@ -133,6 +141,12 @@ private:
     QCoro::Task<std::vector<PageItem>> loadAll(QList<QUrl> urls, BadPictures bad);
     QCoro::Task<OpenFilePtr> openPdf(QUrl url);
     QCoro::Task<OpenFilePtr> openPictures(QList<QUrl> urls);
+
+    // readingCodes.cpp
+    QCoro::Task<> runReading(Job reading);
+    QCoro::Task<> readFiles(QList<QUrl> urls, std::stop_token stop);
+    QCoro::Task<> readPicture(QImage picture, std::stop_token stop);
+    void finishReading(const QList<FoundCode>& found, const QString& emptyMessage);
 
     // saving.cpp, writingFiles.cpp
     bool refuseInUse(const QUrl& url);

@@ -2,7 +2,7 @@
 
 #include "documents/OpenFile.h"
 #include "documents/fileNames.h"
-#include "documents/pageLists.h"
+#include "documents/pages/pageLists.h"
 
 #include <algorithm>
 #include <numeric>

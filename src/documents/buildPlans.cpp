@@ -1,6 +1,6 @@
 #include "documents/buildPlans.h"
 
-#include "documents/pageLists.h"
+#include "documents/pages/pageLists.h"
 
 namespace folvane {
 

@@ -1,5 +1,5 @@
 #include "documents/AppModel.h"
-#include "documents/pageLists.h"
+#include "documents/pages/pageLists.h"
 #include "engine/PDFEngine.h"
 #include "platform/tasks/spawn.h"
 

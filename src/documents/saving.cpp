@@ -1,6 +1,6 @@
 #include "documents/AppModel.h"
 #include "documents/buildPlans.h"
-#include "documents/pageLists.h"
+#include "documents/pages/pageLists.h"
 #include "documents/suggestedNames.h"
 #include "engine/PDFEngine.h"
 #include "platform/desktop/Preferences.h"

@@ -1,8 +1,8 @@
 #include "documents/suggestedNames.h"
 
 #include "documents/AppModel.h"
-#include "documents/PageRanges.h"
 #include "documents/fileNames.h"
+#include "documents/pages/PageRanges.h"
 
 #include <algorithm>
 

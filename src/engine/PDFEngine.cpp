@@ -1,8 +1,14 @@
 #include "engine/PDFEngine.h"
 
+#include "codes/reading/foundCodes.h"
+#include "platform/files/fileKind.h"
+
 namespace folvane {
 
 namespace {
+
+/// The long side at which pages are looked through for codes, in pixels.
+constexpr double codePageSide = 2400;
 
 /// A job that waits for the worker, from its arrival until it begins or is given up.
 class Waiting {
@@ -28,7 +34,12 @@ QCoro::Task<std::invoke_result_t<F>> PDFEngine::runJob(F job, std::stop_token st
     return m_worker.run(std::move(counted), std::move(stop));
 }
 
-PDFEngine::PDFEngine() : m_engine(std::make_unique<Engine>()), m_worker(QStringLiteral("pdf")) {}
+PDFEngine::PDFEngine()
+    : m_engine(std::make_unique<Engine>()),
+      m_worker(QStringLiteral("pdf")),
+      m_codeWorker(QStringLiteral("codes"))
+{
+}
 
 PDFEngine::~PDFEngine() = default;
 
@@ -86,6 +97,33 @@ QCoro::Task<QList<QByteArray>> PDFEngine::pictures(BuildPlan plan, double dpi, b
         return engine->pictures(plan, dpi, jpeg, stop);
     };
     return runJob(std::move(job), stop);
+}
+
+// While a page is looked through, the next one is drawn.
+QCoro::Task<QList<FoundCode>> PDFEngine::codes(QUrl url, int pageCount, QString origin, std::stop_token stop)
+{
+    const bool hasPages = pageCount != 1 || fileKind(url) == FileKind::Pdf;
+    const std::weak_ptr<void> alive = m_alive;
+    QList<FoundCode> found;
+    QCoro::Task<std::optional<SendableImage>> drawing = image({url, 0}, 0, codePageSide, stop);
+    for (int page = 1; page <= pageCount; ++page) {
+        const std::optional<SendableImage> drawn = co_await drawing;
+        if (stop.stop_requested() || alive.expired())
+            throw Cancelled();
+        QCoro::Task<std::vector<ReadCode>> reading = codes(drawn ? drawn->image : QImage(), stop);
+        if (page < pageCount)
+            drawing = image({url, page}, 0, codePageSide, stop);
+        const std::vector<ReadCode> read = co_await reading;
+        found += foundCodes(read, origin, hasPages ? std::optional(page) : std::nullopt);
+    }
+    throwIfStopped(stop);
+    co_return found;
+}
+
+QCoro::Task<std::vector<ReadCode>> PDFEngine::codes(QImage picture, std::stop_token stop)
+{
+    return m_codeWorker.run([&reader = m_codeReader, picture, stop] { return reader.codes(picture, stop); },
+                            stop);
 }
 
 } // namespace folvane

@@ -23,7 +23,7 @@ struct FoundCode {
 
 inline size_t qHash(const FoundCode& code, size_t seed = 0)
 {
-    return qHashMulti(seed, code.id, code.payload, code.symbology, code.origin, code.page.value_or(0));
+    return qHashMulti(seed, code.id, code.payload, int(code.symbology), code.origin, code.page.value_or(0));
 }
 
 } // namespace folvane

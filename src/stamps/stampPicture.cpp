@@ -2,27 +2,11 @@
 
 #include "pictures/AreaScaler.h"
 #include "pictures/samplesOf.h"
-
-#include <QTransform>
+#include "pictures/upright.h"
 
 namespace folvane {
 
 namespace {
-
-/// EXIF 1 to 8: 5 to 8 stand on their side, the even ones of the first four and the odd ones after them are mirrored.
-QImage upright(const QImage& image, int orientation)
-{
-    switch (orientation) {
-    case 2: return image.mirrored(true, false);
-    case 3: return image.mirrored(true, true);
-    case 4: return image.mirrored(false, true);
-    case 5: return image.transformed(QTransform().rotate(90)).mirrored(true, false);
-    case 6: return image.transformed(QTransform().rotate(90));
-    case 7: return image.transformed(QTransform().rotate(-90)).mirrored(true, false);
-    case 8: return image.transformed(QTransform().rotate(-90));
-    default: return image;
-    }
-}
 
 /// Strip by strip: the whole in four channels would take as much memory again.
 ImageSamples premultiplied(const QImage& image, int longest)

@@ -1,11 +1,11 @@
 #include "codes/reading/CodeReader.h"
 #include "platform/tasks/Cancelled.h"
 #include "support/TestFolder.h"
+#include "support/drawnCode.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QPainter>
-#include <QProcess>
 #include <gtest/gtest.h>
 
 #include <random>
@@ -14,15 +14,6 @@
 namespace folvane {
 
 namespace {
-
-/// A code as zint draws it.
-QImage drawnCode(const TestFolder& folder, const QString& kind, const QString& text)
-{
-    const QString path = folder.path(kind + ".png");
-    if (QProcess::execute("zint", {"-b", kind, "-d", text, "--scale=2", "-o", path}) != 0)
-        throw std::runtime_error("zint draws no code");
-    return QImage(path).convertToFormat(QImage::Format_RGB32);
-}
 
 QImage sheet(std::initializer_list<std::pair<QPoint, QImage>> pictures)
 {

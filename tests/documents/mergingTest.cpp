@@ -1,7 +1,7 @@
 #include "documents/ModelTest.h"
 
 #include "documents/buildPlans.h"
-#include "documents/pageLists.h"
+#include "documents/pages/pageLists.h"
 
 namespace folvane {
 

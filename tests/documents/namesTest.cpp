@@ -1,6 +1,6 @@
 #include "documents/ModelTest.h"
 #include "documents/fileNames.h"
-#include "documents/pageLists.h"
+#include "documents/pages/pageLists.h"
 #include "documents/suggestedNames.h"
 
 namespace folvane {

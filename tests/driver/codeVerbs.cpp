@@ -1,7 +1,8 @@
 #include "codes/contentJson.h"
+#include "codes/reading/symbologies.h"
 #include "verbs.h"
 
-// What codes mean.
+// Codes, and what they mean.
 
 namespace folvane::driver {
 
@@ -19,11 +20,35 @@ void tellContent(Call& call)
     call.tell("title", kindTitle(content));
 }
 
+QJsonObject told(const FoundCode& code)
+{
+    return {{"payload", code.payload},
+            {"symbology", rawText(code.symbology)},
+            {"origin", code.origin},
+            {"page", orNull(code.page)}};
+}
+
+QCoro::Task<> readCodes(CallPtr call)
+{
+    const CodesModel& codes = call->model().codes;
+    QCoro::Task<> reading = call->model().readCodes(call->request.list<QUrl>("files"));
+    call->task = codes.task;
+    co_await reading;
+    call->stopTime();
+    if (call->task.stop_requested())
+        call->reply.outcome = Outcome::Cancelled;
+    QJsonArray found;
+    for (const FoundCode& code : codes.found.value())
+        found.append(told(code));
+    call->tell("found", found);
+    call->tell("emptyMessage", orNull(codes.emptyMessage.value()));
+}
+
 } // namespace
 
 Verbs codeVerbs()
 {
-    return {{"content", atOnce(tellContent)}};
+    return {{"codes", readCodes}, {"content", atOnce(tellContent)}};
 }
 
 } // namespace folvane::driver

@@ -1,4 +1,4 @@
-#include "documents/pageLists.h"
+#include "documents/pages/pageLists.h"
 #include "platform/files/fileKind.h"
 #include "verbs.h"
 

@@ -1,5 +1,5 @@
 #include "codes/links/LinkCheck.h"
-#include "documents/PageRanges.h"
+#include "documents/pages/PageRanges.h"
 #include "documents/statusLine.h"
 #include "verbs.h"
 

@@ -190,6 +190,14 @@ class Verbs(DriverCase):
         self.ask("close", file=0).tells(outcome="done", names=[], verdict="closed")
         self.ask("state").tells(documents=[], closing=None)
 
+    def test_codes(self):
+        subprocess.run(["zint", "-b", "EANX", "-d", "401234567890", "-o", "bars.png"], check=True)
+        bars = {"payload": "4012345678901", "symbology": "ean13", "origin": "bars.png", "page": None}
+        self.ask("codes", files=["bars.png", "a.pdf"]).tells(outcome="done", found=[bars], emptyMessage=None)
+        self.ask("codes", files=["a.pdf"]).tells(found=[bars], emptyMessage="No codes found in “a.pdf”.")
+        job = self.begin("codes", files=["a.pdf"] * 20)["job"]
+        self.ask("cancel", job=job).tells(outcome="cancelled", found=[bars], emptyMessage=None)
+
     def test_content(self):
         self.ask("content", payload="WIFI:S:Home;;").tells(
             outcome="done", kind="wifi", title="Wi-Fi",

@@ -5,7 +5,7 @@
 #include "controls/dragging/droppedFiles.h"
 #include "controls/paletteColors.h"
 #include "controls/style/Theme.h"
-#include "documents/pageLists.h"
+#include "documents/pages/pageLists.h"
 #include "platform/tasks/spawn.h"
 #include "shell/pageGrid/dragPicture.h"
 

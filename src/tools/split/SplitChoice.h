@@ -1,6 +1,6 @@
 #pragma once
 
-#include "documents/PageRanges.h"
+#include "documents/pages/PageRanges.h"
 
 #include <QList>
 #include <QString>

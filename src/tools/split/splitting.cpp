@@ -1,7 +1,7 @@
 #include "tools/split/splitting.h"
 
 #include "documents/buildPlans.h"
-#include "documents/pageLists.h"
+#include "documents/pages/pageLists.h"
 #include "engine/PDFEngine.h"
 
 namespace folvane {

@@ -1,11 +1,11 @@
 #include "tools/stamps/stampFromData.h"
 
+#include "platform/desktop/offers.h"
 #include "platform/files/fileKind.h"
 
 #include <QBuffer>
 #include <QImage>
 #include <QMimeData>
-#include <QMimeDatabase>
 
 #include <algorithm>
 
@@ -31,24 +31,6 @@ QStringList linesOf(const QString& text)
     return lines;
 }
 
-QList<QUrl> localFiles(const QList<QUrl>& urls)
-{
-    QList<QUrl> files = urls;
-    files.removeIf([](const QUrl& url) { return !url.isLocalFile(); });
-    return files;
-}
-
-// Some file managers copy files in a format of their own alone: what is to be done with them, then a URL a line.
-QList<QUrl> copiedFiles(const QMimeData& data)
-{
-    QList<QUrl> files = localFiles(data.urls());
-    if (!files.isEmpty())
-        return files;
-    for (const QString& line : linesOf(QString::fromUtf8(data.data("x-special/gnome-copied-files"))))
-        files.append(localFile(line));
-    return localFiles(files);
-}
-
 // One line that is no file makes it a text that only speaks of some.
 QList<QUrl> filesInText(const QString& text)
 {
@@ -65,29 +47,6 @@ std::optional<StampSource> firstPicture(const QList<QUrl>& files)
     return found == files.end() ? std::nullopt : std::optional(StampSource{*found});
 }
 
-bool isReadable(const QString& format)
-{
-    if (!format.startsWith(QLatin1String("image/")))
-        return false;
-    const QStringList endings = QMimeDatabase().mimeTypeForName(format).suffixes();
-    return std::ranges::any_of(endings, [](const QString& ending) {
-        return fileKind(QUrl::fromLocalFile("picture." + ending)) == FileKind::Picture;
-    });
-}
-
-/// Those that lose nothing first, then as they are offered.
-QStringList pictureFormats(const QMimeData& data)
-{
-    QStringList rest = data.formats();
-    rest.removeIf([](const QString& format) { return !isReadable(format); });
-    QStringList formats;
-    for (const char* best : {"image/png", "image/tiff", "image/jpeg"}) {
-        if (rest.removeOne(best))
-            formats.append(best);
-    }
-    return formats + rest;
-}
-
 QByteArray pngOf(const QImage& image)
 {
     QByteArray png;
@@ -99,12 +58,9 @@ QByteArray pngOf(const QImage& image)
 
 std::optional<StampSource> bytesOf(const QMimeData& data)
 {
-    for (const QString& format : pictureFormats(data)) {
-        if (const QByteArray bytes = data.data(format); !bytes.isEmpty())
-            return StampSource{bytes};
-    }
-    const QByteArray png = pngOf(data.imageData().value<QImage>());
-    return png.isEmpty() ? std::nullopt : std::optional(StampSource{png});
+    const QByteArray offered = offeredPicture(data);
+    const QByteArray bytes = offered.isEmpty() ? pngOf(data.imageData().value<QImage>()) : offered;
+    return bytes.isEmpty() ? std::nullopt : std::optional(StampSource{bytes});
 }
 
 std::optional<StampSource> pictureInText(const QMimeData& data, StampGesture gesture)
@@ -118,7 +74,7 @@ std::optional<StampSource> pictureInText(const QMimeData& data, StampGesture ges
 // it is from, which is no local file, so that its bytes are taken.
 std::optional<StampSource> stampFrom(const QMimeData& data, StampGesture gesture)
 {
-    if (const QList<QUrl> files = copiedFiles(data); !files.isEmpty())
+    if (const QList<QUrl> files = offeredFiles(data); !files.isEmpty())
         return firstPicture(files);
     const std::optional<StampSource> bytes = bytesOf(data);
     return bytes ? bytes : pictureInText(data, gesture);
@@ -126,9 +82,9 @@ std::optional<StampSource> stampFrom(const QMimeData& data, StampGesture gesture
 
 bool offersStamp(const QMimeData& data, StampGesture gesture)
 {
-    if (const QList<QUrl> files = copiedFiles(data); !files.isEmpty())
+    if (const QList<QUrl> files = offeredFiles(data); !files.isEmpty())
         return firstPicture(files).has_value();
-    return data.hasImage() || !pictureFormats(data).isEmpty() || pictureInText(data, gesture);
+    return offersPicture(data) || pictureInText(data, gesture);
 }
 
 } // namespace folvane

@@ -1,4 +1,4 @@
-#include "documents/pageLists.h"
+#include "documents/pages/pageLists.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "documents/PageRanges.h"
+#include "documents/pages/PageRanges.h"
 
 #include <QStringList>
 
