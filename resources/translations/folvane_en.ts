@@ -3,6 +3,20 @@
 <!-- The texts in the code are keys. Here stand those that English words otherwise on this desktop, and no others. -->
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>folvane::CodesDropZone</name>
+    <message>
+        <source>Or copy a screenshot (⌘⌃⇧4) and paste it with ⌘V.</source>
+        <translation>Or copy a screenshot and paste it with Ctrl+V.</translation>
+    </message>
+</context>
+<context>
+    <name>folvane::CodesView</name>
+    <message>
+        <source>Read QR codes and barcodes from pictures, screenshots and every page of a PDF. Everything is read on this Mac.</source>
+        <translation>Read QR codes and barcodes from pictures, screenshots and every page of a PDF. Everything is read on this computer.</translation>
+    </message>
+</context>
+<context>
     <name>folvane::CompressSheet</name>
     <message>
         <source>Sizes are measured on this Mac: the file you save is exactly this size.</source>

@@ -71,4 +71,15 @@ QFont interfaceFont(double pixels, Weight weight)
     return font;
 }
 
+// The last one comes with what draws PDFs.
+QFont monospacedFont(double pixels, Weight weight)
+{
+    QFont font = interfaceFont(pixels, weight);
+    font.setFamilies({QStringLiteral("DejaVu Sans Mono"), QStringLiteral("Liberation Mono"),
+                      QStringLiteral("Noto Sans Mono"), QStringLiteral("Nimbus Mono PS")});
+    font.setStyleHint(QFont::Monospace);
+    font.setFixedPitch(true);
+    return font;
+}
+
 } // namespace folvane

@@ -14,5 +14,7 @@ void applyAppearance(QApplication& application);
 
 /// The interface font at `pixels` device-independent pixels, also half ones.
 QFont interfaceFont(double pixels, Weight weight = Weight::Regular);
+/// One whose characters are all equally wide, for addresses.
+QFont monospacedFont(double pixels, Weight weight = Weight::Regular);
 
 } // namespace folvane

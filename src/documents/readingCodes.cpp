@@ -1,9 +1,9 @@
+#include "codes/reading/foundCodes.h"
 #include "documents/AppModel.h"
 #include "engine/PDFEngine.h"
 #include "pictures/pictures.h"
 #include "pictures/upright.h"
 #include "platform/desktop/offers.h"
-#include "codes/reading/foundCodes.h"
 #include "platform/files/fileKind.h"
 #include "platform/tasks/background.h"
 
@@ -103,7 +103,8 @@ QCoro::Task<> AppModel::readFiles(QList<QUrl> urls, std::stop_token stop)
         throwIfStopped(stop);
         found += onPages;
     }
-    finishReading(found, urls.size() == 1 ? noCodesIn(lastPathComponent(urls.front())) : tr("No codes found."));
+    finishReading(found,
+                  urls.size() == 1 ? noCodesIn(lastPathComponent(urls.front())) : tr("No codes found."));
 }
 
 QCoro::Task<> AppModel::readPicture(QImage picture, std::stop_token stop)

@@ -1,6 +1,5 @@
 #include "shell/DocumentView.h"
 
-#include "controls/ElidedLabel.h"
 #include "controls/appearance.h"
 #include "controls/divider.h"
 #include "controls/layouts.h"
@@ -8,6 +7,7 @@
 #include "controls/style/Theme.h"
 #include "controls/style/icons.h"
 #include "controls/style/mnemonics.h"
+#include "controls/texts/ElidedLabel.h"
 #include "platform/tasks/spawn.h"
 #include "shell/DocumentBar.h"
 #include "shell/pageGrid/PageGrid.h"

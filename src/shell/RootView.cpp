@@ -17,6 +17,7 @@
 #include "shell/home/HomeView.h"
 #include "shell/pageGrid/PageGrid.h"
 #include "shell/sidebar/SidebarView.h"
+#include "tools/codes/CodesView.h"
 #include "tools/merge/MergeView.h"
 #include "tools/sign/SignView.h"
 #include "tools/stamps/StampsView.h"
@@ -120,6 +121,8 @@ QWidget* RootView::makeMainArea()
     m_pages->addWidget(m_sign);
     m_stamps = new StampsView(m_model, m_pages);
     m_pages->addWidget(m_stamps);
+    m_codes = new CodesView(m_model, m_pages);
+    m_pages->addWidget(m_codes);
     m_toast = new ToastView(area);
     return area;
 }
@@ -135,6 +138,8 @@ QWidget* RootView::viewOf(const OpenFilePtr& file) const
         return m_merge;
     if (destination && destination->is(Destination::Place::Stamps))
         return m_stamps;
+    if (destination && destination->is(Destination::Place::Codes))
+        return m_codes;
     return m_home;
 }
 
@@ -175,6 +180,8 @@ void RootView::takeFocus()
         m_merge->takeFocus();
     else if (m_pages->currentWidget() == m_stamps)
         m_stamps->takeFocus();
+    else if (m_pages->currentWidget() == m_codes)
+        m_codes->takeFocus();
     else
         m_home->takeFocus();
 }

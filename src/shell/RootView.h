@@ -12,6 +12,7 @@ namespace folvane {
 
 class Alerts;
 class BusyOverlay;
+class CodesView;
 class Commands;
 class DocumentView;
 class FileSheets;
@@ -75,6 +76,7 @@ private:
     MergeView* m_merge;
     SignView* m_sign;
     StampsView* m_stamps;
+    CodesView* m_codes;
     ToastView* m_toast;
     BusyOverlay* m_busy;
     FileSheets* m_sheets;

@@ -1,11 +1,11 @@
 #include "shell/ToastView.h"
 
-#include "controls/ElidedLabel.h"
 #include "controls/LinkButton.h"
 #include "controls/appearance.h"
 #include "controls/style/Shadow.h"
 #include "controls/style/Theme.h"
 #include "controls/style/icons.h"
+#include "controls/texts/ElidedLabel.h"
 
 #include <QAccessible>
 #include <QEvent>

@@ -2,8 +2,8 @@
 
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
-#include "controls/breakableText.h"
 #include "controls/layouts.h"
+#include "controls/texts/breakableText.h"
 
 namespace folvane {
 

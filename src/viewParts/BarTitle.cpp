@@ -1,10 +1,10 @@
 #include "viewParts/BarTitle.h"
 
-#include "controls/ElidedLabel.h"
 #include "controls/appearance.h"
 #include "controls/layouts.h"
 #include "controls/paletteColors.h"
 #include "controls/style/Theme.h"
+#include "controls/texts/ElidedLabel.h"
 
 namespace folvane {
 

@@ -23,7 +23,7 @@ protected:
         image.fill(Qt::white);
         QPainter painter(&image);
         for (qsizetype i = 0; i < payloads.size(); ++i)
-            painter.drawImage(QPointF(60 + 300 * double(i), 100), drawnCode(*this, "QRCODE", payloads[i]));
+            painter.drawImage(QPointF(60 + 300 * double(i), 100), drawnCode("QRCODE", payloads[i]));
         return image;
     }
     QUrl putCodes(const QString& name, const QStringList& payloads) const

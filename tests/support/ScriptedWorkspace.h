@@ -10,8 +10,13 @@ namespace folvane {
 class ScriptedWorkspace final : public Workspace {
 public:
     QList<QUrl> revealed;
+    QList<QUrl> openedLinks;
 
-    bool openLink(QUrl) override { return true; }
+    bool openLink(QUrl link) override
+    {
+        openedLinks.append(link);
+        return true;
+    }
     QCoro::Task<> reveal(QUrl file) override
     {
         revealed.append(file);

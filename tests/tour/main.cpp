@@ -34,6 +34,8 @@ constexpr std::pair<const char*, TourStep*> walk[] = {{"home", showHome},
                                                       {"stamps", showStamps},
                                                       {"signing", showSigning},
                                                       {"signing sizes", showSigningSizes},
+                                                      {"reading codes", showReadingCodes},
+                                                      {"code cards", showCodeCards},
                                                       {"sizes", showSizes}};
 
 int s_warnings = 0;

@@ -11,6 +11,7 @@ using TourStep = void(Tour& tour);
 // In the files of steps/.
 TourStep showHome, showDocuments, showBrowsing, showSelecting, showDragging, showMenus, showPasswords,
     showSaving, showCompressing, showMerging, showSplitting, showProtecting, showExporting, showAlerts,
-    showLongNames, showFileList, showMakingStamps, showStamps, showSizes, showSigning, showSigningSizes;
+    showLongNames, showFileList, showMakingStamps, showStamps, showSizes, showSigning, showSigningSizes,
+    showReadingCodes, showCodeCards;
 
 } // namespace folvane

@@ -2,8 +2,8 @@
 
 #include "controls/appearance.h"
 #include "controls/dragging/FileDrops.h"
+#include "controls/dragging/dropZoneLook.h"
 #include "controls/style/Theme.h"
-#include "controls/style/continuousRect.h"
 #include "controls/style/icons.h"
 
 #include <QPainter>
@@ -12,8 +12,6 @@ namespace folvane {
 
 namespace {
 
-constexpr double cornerRadius = 20;
-constexpr double outline = 2;
 constexpr int padding = 40; // above and below
 constexpr int spacing = 10;
 constexpr int iconSide = 40;
@@ -68,15 +66,13 @@ QSize DropZone::minimumSizeHint() const
 
 void DropZone::drawGround(QPainter& painter, const ControlState& state) const
 {
-    const double half = outline / 2;
-    const QPainterPath frame =
-        continuousRect(QRectF(rect()).adjusted(half, half, -half, -half), cornerRadius - half);
+    const QPainterPath shape = dropZoneShape(rect());
     const bool targeted = m_drops->isUnderDrag();
-    painter.fillPath(frame, targeted ? theme::accentSoft : theme::surface);
+    fillDropZone(painter, shape, targeted);
     if (!targeted)
-        state.wash(painter, frame, theme::hoverSoft, theme::accentSoft);
+        state.wash(painter, shape, theme::hoverSoft, theme::accentSoft);
     const QColor line = targeted ? theme::accent : state.hasFocus ? theme::focus : theme::hairline;
-    painter.strokePath(frame, QPen(line, outline));
+    outlineDropZone(painter, shape, line);
 }
 
 void DropZone::draw(QPainter& painter, const ControlState& state) const

@@ -1,8 +1,8 @@
 #include "controls/sheets/Alert.h"
 
 #include "controls/appearance.h"
-#include "controls/breakableText.h"
 #include "controls/containers/PlainScrollArea.h"
+#include "controls/texts/breakableText.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,10 +1,10 @@
 #include "controls/sheets/SheetFrame.h"
 
 #include "controls/appearance.h"
-#include "controls/breakableText.h"
 #include "controls/layouts.h"
 #include "controls/style/Shadow.h"
 #include "controls/style/blending.h"
+#include "controls/texts/breakableText.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

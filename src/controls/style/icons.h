@@ -10,11 +10,15 @@ namespace folvane {
 
 /// Pictures of commands and things; each value is the glyph's place in the embedded icon font.
 enum class Icon : char16_t {
+    Account = 0xe853,
     Add = 0xe145,
     AddPage = 0xe89c,
+    Bars = 0xe8ec,
+    Book = 0xe865,
     BoxChecked = 0xe834,
     BoxUnchecked = 0xe835,
     BrokenImage = 0xe3ad,
+    Calendar = 0xe878,
     Check = 0xe5ca,
     CheckCircle = 0xe86c,
     ChevronLeft = 0xe5cb,
@@ -25,19 +29,26 @@ enum class Icon : char16_t {
     Delete = 0xe872,
     Document = 0xe415,
     DragHandle = 0xe25d,
+    Envelope = 0xe0be,
     Error = 0xe000,
     ExpandLess = 0xe5ce,
     ExpandMore = 0xe5cf,
     Gesture = 0xe155,
+    Globe = 0xe894,
     Home = 0xe88a,
     Info = 0xe88f,
     InfoFilled = 0xe88e,
     Layers = 0xe53b,
+    Link = 0xe157,
     Lock = 0xe897,
     LockOutline = 0xe899,
+    Message = 0xe0b7,
     More = 0xe5d3,
+    Paste = 0xe14f,
+    Phone = 0xe0cd,
     Photo = 0xe410,
     Pictures = 0xe413,
+    Place = 0xe55f,
     RadioChecked = 0xe837,
     RadioUnchecked = 0xe836,
     Remove = 0xe5c9,
@@ -45,8 +56,11 @@ enum class Icon : char16_t {
     Resize = 0xf1ce, ///< drawn mirrored
     RotateLeft = 0xe042,
     RotateRight = 0xe41a, ///< drawn as the mirrored RotateLeft
+    ScanCode = 0xf206,
     Scissors = 0xe14e,
+    Text = 0xe236,
     Warning = 0xe002,
+    WiFi = 0xe63e,
 };
 
 /// Draws the icon as large as `box` and centred in it.

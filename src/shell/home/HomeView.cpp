@@ -1,12 +1,12 @@
 #include "shell/home/HomeView.h"
 
 #include "controls/BrandMark.h"
-#include "controls/NoteLabel.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/dragging/DropZone.h"
 #include "controls/layouts.h"
 #include "controls/style/Theme.h"
+#include "controls/texts/NoteLabel.h"
 #include "platform/tasks/spawn.h"
 #include "shell/home/TileGrid.h"
 #include "shell/home/ToolTile.h"
@@ -105,14 +105,18 @@ QWidget* HomeView::makeTools(QWidget* page)
     auto* split =
         new ToolTile(Icon::Scissors, tr("Split"),
                      tr("By page ranges like 1-3, 5, 8-10, every few pages or page by page."), tools);
+    auto* codes = new ToolTile(Icon::ScanCode, tr("Read QR Codes"),
+                               tr("From pictures, screenshots and every page of a PDF."), tools);
     auto* pictures = new ToolTile(Icon::Pictures, tr("Images to PDF"),
                                   tr("Photos and scans as pages of one PDF, in name order."), tools);
-    for (ToolTile* tile : {sign, compress, merge, split, pictures})
+    for (ToolTile* tile : {sign, compress, merge, split, codes, pictures})
         tools->add(tile);
     connect(sign, &ToolTile::clicked, this, [this] { spawn(openOne(m_model, Tool::Sign)); });
     connect(compress, &ToolTile::clicked, this, [this] { spawn(openOne(m_model, Tool::Compress)); });
     connect(merge, &ToolTile::clicked, this,
             [this] { m_model.destination = Destination(Destination::Place::Merge); });
+    connect(codes, &ToolTile::clicked, this,
+            [this] { m_model.destination = Destination(Destination::Place::Codes); });
     connect(split, &ToolTile::clicked, this, [this] { spawn(openOne(m_model, Tool::Split)); });
     connect(pictures, &ToolTile::clicked, this, [this] { spawn(choosePictures(m_model)); });
     return tools;

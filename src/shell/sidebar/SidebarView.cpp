@@ -49,6 +49,7 @@ SidebarView::SidebarView(AppModel& model, QWidget* parent) : QWidget(parent), m_
     connect(m_open, &SidebarRow::clicked, this, [this] { spawn(m_model.chooseAndOpen()); });
     connect(m_merge, &SidebarRow::clicked, this, [this] { go(Destination(Destination::Place::Merge)); });
     connect(m_stamps, &SidebarRow::clicked, this, [this] { go(Destination(Destination::Place::Stamps)); });
+    connect(m_codes, &SidebarRow::clicked, this, [this] { go(Destination(Destination::Place::Codes)); });
     connect(m_files, &FileList::chosen, this, &SidebarView::chosen);
     m_watches.keep([this] { markCurrent(); }, m_model.files, m_model.destination);
 }
@@ -63,6 +64,7 @@ QWidget* SidebarView::makeList()
     m_open->setColor(theme::accentDeep);
     m_merge = new SidebarRow(Icon::Layers, tr("Merge PDFs"), list);
     m_stamps = new SidebarRow(Icon::Gesture, tr("Signatures & Stamps"), list);
+    m_codes = new SidebarRow(Icon::ScanCode, tr("QR Codes"), list);
     auto* column = makeColumn(list, {10, 12, 10, 12}, 2);
     column->addWidget(m_home);
     column->addWidget(makeHeader(tr("Files"), list));
@@ -71,6 +73,7 @@ QWidget* SidebarView::makeList()
     column->addWidget(makeHeader(tr("Tools"), list));
     column->addWidget(m_merge);
     column->addWidget(m_stamps);
+    column->addWidget(m_codes);
     column->addStretch();
     return list;
 }
@@ -86,9 +89,11 @@ void SidebarView::markCurrent()
     const std::optional<Destination> destination = m_model.destination.value();
     const bool merges = destination == Destination(Destination::Place::Merge);
     const bool stamps = destination == Destination(Destination::Place::Stamps);
-    m_home->setCurrent(!currentFile(m_model) && !merges && !stamps);
+    const bool codes = destination == Destination(Destination::Place::Codes);
+    m_home->setCurrent(!currentFile(m_model) && !merges && !stamps && !codes);
     m_merge->setCurrent(merges);
     m_stamps->setCurrent(stamps);
+    m_codes->setCurrent(codes);
 }
 
 } // namespace folvane

@@ -33,6 +33,7 @@ private:
     SidebarRow* m_open;
     SidebarRow* m_merge;
     SidebarRow* m_stamps;
+    SidebarRow* m_codes;
     Watches m_watches;
 };
 

@@ -1,7 +1,6 @@
 #include "tools/merge/MergeView.h"
 
 #include "controls/Button.h"
-#include "controls/NoteLabel.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/dragging/FileDrops.h"
@@ -11,6 +10,7 @@
 #include "controls/popUpBelow.h"
 #include "controls/style/Theme.h"
 #include "controls/style/mnemonics.h"
+#include "controls/texts/NoteLabel.h"
 #include "platform/tasks/spawn.h"
 #include "tools/merge/MergeList.h"
 #include "viewParts/choosingFiles.h"

@@ -1,13 +1,13 @@
 #include "tools/stamps/SelectedStamp.h"
 
 #include "controls/Button.h"
-#include "controls/ElidedLabel.h"
 #include "controls/LinkButton.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/layouts.h"
 #include "controls/sliders/NumberSlider.h"
 #include "controls/style/Theme.h"
+#include "controls/texts/ElidedLabel.h"
 
 #include <QPainter>
 #include <QSignalBlocker>

@@ -1,11 +1,11 @@
 #include "tools/stamps/StampCard.h"
 
-#include "controls/ElidedLabel.h"
 #include "controls/accessibility.h"
 #include "controls/appearance.h"
 #include "controls/layouts.h"
 #include "controls/popUpBelow.h"
 #include "controls/smallButton.h"
+#include "controls/texts/ElidedLabel.h"
 #include "tools/stamps/StampTile.h"
 
 #include <QAction>

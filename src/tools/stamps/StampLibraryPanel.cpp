@@ -1,6 +1,5 @@
 #include "tools/stamps/StampLibraryPanel.h"
 
-#include "controls/NoteLabel.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/containers/PlainScrollArea.h"
@@ -8,6 +7,7 @@
 #include "controls/paletteColors.h"
 #include "controls/style/Theme.h"
 #include "controls/style/visualMargin.h"
+#include "controls/texts/NoteLabel.h"
 #include "tools/stamps/NewStampMenu.h"
 #include "tools/stamps/SelectedStamp.h"
 #include "tools/stamps/StampButton.h"

@@ -1,6 +1,5 @@
 #include "tools/stamps/StampsView.h"
 
-#include "controls/NoteLabel.h"
 #include "controls/TextLabel.h"
 #include "controls/appearance.h"
 #include "controls/containers/Panel.h"
@@ -11,6 +10,7 @@
 #include "controls/style/Theme.h"
 #include "controls/style/icons.h"
 #include "controls/style/visualMargin.h"
+#include "controls/texts/NoteLabel.h"
 #include "tools/stamps/NewStampMenu.h"
 #include "tools/stamps/RenameSheet.h"
 #include "tools/stamps/StampCard.h"

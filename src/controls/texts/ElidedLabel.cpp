@@ -1,4 +1,4 @@
-#include "controls/ElidedLabel.h"
+#include "controls/texts/ElidedLabel.h"
 
 #include <QHelpEvent>
 #include <QPainter>

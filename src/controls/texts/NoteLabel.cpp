@@ -1,4 +1,4 @@
-#include "controls/NoteLabel.h"
+#include "controls/texts/NoteLabel.h"
 
 #include "controls/appearance.h"
 #include "controls/style/Theme.h"

@@ -1,4 +1,4 @@
-#include "controls/breakableText.h"
+#include "controls/texts/breakableText.h"
 
 namespace folvane {
 
