@@ -2,6 +2,7 @@
 // painted, and tells it as one JSON object in milliseconds:
 //     folvane-drag-bench FILE
 
+#include "frameTimes.h"
 #include "tellMeasured.h"
 
 #include "platform/tasks/spawn.h"
@@ -13,15 +14,11 @@
 
 #include <QTest>
 
-#include <algorithm>
-#include <chrono>
 #include <cmath>
-#include <vector>
 
 namespace {
 
 using namespace folvane;
-using Time = std::chrono::steady_clock;
 
 constexpr int moves = 1000;
 
@@ -50,20 +47,15 @@ QPoint onTheWay(const PageArea& area, int move)
         .toPoint();
 }
 
-std::vector<double> dragTimes(Stage& stage)
+QJsonObject dragged(Stage& stage)
 {
     QWindow* window = stage.window.windowHandle();
     const PageArea& area = stage.window.signView().pageArea();
     const QRectF page = area.pageRect();
     const QPointF stamp(page.left() + 0.5 * page.width(), page.top() + 0.62 * page.height());
     QTest::mousePress(window, Qt::LeftButton, {}, area.mapTo(&stage.window, stamp).toPoint());
-    std::vector<double> times;
-    for (int move = 0; move < moves; ++move) {
-        const Time::time_point start = Time::now();
-        QTest::mouseMove(window, onTheWay(area, move));
-        QCoreApplication::processEvents();
-        times.push_back(std::chrono::duration<double, std::milli>(Time::now() - start).count());
-    }
+    const auto move = [&](int number) { QTest::mouseMove(window, onTheWay(area, number)); };
+    const QJsonObject times = frameTimes(moves, move);
     QTest::mouseRelease(window, Qt::LeftButton);
     return times;
 }
@@ -73,14 +65,11 @@ QJsonObject measure(const QStringList& words)
     const QUrl file = QUrl::fromLocalFile(words[1]);
     Stage stage;
     sign(stage, file);
-    std::vector<double> times = dragTimes(stage);
+    const QJsonObject times = dragged(stage);
     const StampPlacement stamp = stage.model.files.value().first()->pages.value().front().stamps.front();
     if (QLineF(stamp.center, {0.5, 0.5}).length() < 0.2)
         throw TourFailed("The stamp did not come along.");
-    std::ranges::sort(times);
-    return {{QStringLiteral("median"), times[times.size() / 2]},
-            {QStringLiteral("p99"), times[times.size() * 99 / 100]},
-            {QStringLiteral("longest"), times.back()}};
+    return times;
 }
 
 } // namespace

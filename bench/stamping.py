@@ -1,12 +1,11 @@
 """Photos that become stamps, against OpenCV and ImageMagick, one stamp on all pages, against the plain copy, and dragging one."""
 
-import json
-import os
 import subprocess
 from pathlib import Path
 
 import inputs
 from driving import WORKSHOP, done, opened, time_row
+from frames import frames
 from measure import Job, Sample, Tool, job_round, rounds
 from photoDocuments import photographs
 from stamps.stampReference import photo
@@ -19,7 +18,6 @@ SLOWER, FASTER = 1.2, 8
 MOST_ROUNDS = 3           # ImageMagick takes ten seconds
 PAGES = 1000
 BYTES_A_PAGE, TIMES_THE_PLAIN_COPY = 600, 3
-SMOOTH_MS, JERK_MS = 16, 50  # of 99 frames in 100, and of each
 
 
 def stamping(driver, runs):
@@ -82,12 +80,8 @@ def _copy(document, *verbs):
 
 
 def _dragging(driver):
-    bench = [str(Path(driver).with_name("folvane-drag-bench")), photographs(WORKSHOP).path]
-    frames = json.loads(subprocess.run(bench, env={**os.environ, "QT_QPA_PLATFORM": "offscreen"}, check=True,
-                                       capture_output=True, text=True).stdout)
-    work = "Drag a stamp on a photo page, 1,000 frames"
-    return [Row(f"{work}: 99 in 100 of them", frames["p99"], "ms", limit=SMOOTH_MS),
-            Row(f"{work}: the longest", frames["longest"], "ms", limit=JERK_MS)]
+    return frames(driver, "folvane-drag-bench", "Drag a stamp on a photo page, 1,000 frames",
+                  photographs(WORKSHOP).path)
 
 
 def _id(answer, made):

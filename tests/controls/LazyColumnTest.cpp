@@ -1,5 +1,5 @@
-#include "controls/Button.h"
 #include "controls/containers/LazyColumn.h"
+#include "controls/Button.h"
 #include "controls/layouts.h"
 #include "support/printers.h"
 
@@ -78,10 +78,15 @@ TEST_F(LazyColumns, LeadsTheKeyboardThroughAll)
     EXPECT_EQ(focused(), "52");
     press(Qt::Key_Backtab);
     EXPECT_EQ(focused(), "button 51");
-    for (const auto& [key, want] : {std::pair(Qt::Key_Down, "52"), {Qt::Key_Up, "51"}, {Qt::Key_End, "499"}, {Qt::Key_Down, "499"}, {Qt::Key_Home, "0"}}) {
+    for (const auto& [key, want] : {std::pair(Qt::Key_Down, "52"),
+                                    {Qt::Key_Up, "51"},
+                                    {Qt::Key_End, "499"},
+                                    {Qt::Key_Down, "499"},
+                                    {Qt::Key_Home, "0"}}) {
         press(key);
         EXPECT_EQ(focused(), want);
-        EXPECT_TRUE(QRect(QPoint(), column.viewport()->size()).contains(QApplication::focusWidget()->geometry()));
+        EXPECT_TRUE(
+            QRect(QPoint(), column.viewport()->size()).contains(QApplication::focusWidget()->geometry()));
     }
     EXPECT_LT(made(), 30);
 }

@@ -27,11 +27,12 @@ QString told(const QString& url)
 
 TEST(AddressPieces, LeadToTheRealSite)
 {
-    for (const auto& [url, want] : {std::pair("https://example.org/a", "https://<example.org>/a"),
-                                    {"https://paypal.com.example.com/example.com", "https://[paypal.com.]<example.com>/example.com"},
-                                    {"https://ank.com@ank.com/", "https://ank.com@<ank.com>/"},
-                                    {"http://[::1]:80/", "http://[<::1>]:80/"},
-                                    {"https://a.xn--bcher-kva.example?q", "https://[a.]<bücher.example>?q"}})
+    for (const auto& [url, want] :
+         {std::pair("https://example.org/a", "https://<example.org>/a"),
+          {"https://paypal.com.example.com/example.com", "https://[paypal.com.]<example.com>/example.com"},
+          {"https://ank.com@ank.com/", "https://ank.com@<ank.com>/"},
+          {"http://[::1]:80/", "http://[<::1>]:80/"},
+          {"https://a.xn--bcher-kva.example?q", "https://[a.]<bücher.example>?q"}})
         EXPECT_EQ(told(url), want);
 }
 

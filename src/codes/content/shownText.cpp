@@ -41,7 +41,8 @@ bool belongsTo(UChar32 previous, UChar32 c)
 bool canBeSeen(UChar32 c)
 {
     const QChar::Category category = QChar::category(char32_t(c));
-    return QChar::isPrint(char32_t(c)) && category != QChar::Separator_Line && category != QChar::Separator_Paragraph
+    return QChar::isPrint(char32_t(c)) && category != QChar::Separator_Line
+           && category != QChar::Separator_Paragraph
            && !u_hasBinaryProperty(c, UCHAR_DEFAULT_IGNORABLE_CODE_POINT);
 }
 

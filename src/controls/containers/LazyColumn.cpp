@@ -36,7 +36,8 @@ LazyColumn::LazyColumn(const Measures& measures, MakeItem makeItem, QWidget* par
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::NoFocus);
     viewport()->setAutoFillBackground(false);
-    viewport()->setBackgroundRole(QPalette::NoRole); // below a field, labels would have the colour of its text
+    viewport()->setBackgroundRole(
+        QPalette::NoRole); // below a field, labels would have the colour of its text
     verticalScrollBar()->setSingleStep(step);
     findTops();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { follow(now); });
@@ -111,7 +112,8 @@ LazyColumn::Anchor LazyColumn::anchor() const
 {
     const qsizetype first = itemAt(scroll());
     const bool isHeaderThere = scroll() < m_tops.front() - m_measures.spacing;
-    return isHeaderThere || first == m_items.size() ? Anchor() : Anchor{m_items[first], topOf(first) - scroll()};
+    return isHeaderThere || first == m_items.size() ? Anchor()
+                                                    : Anchor{m_items[first], topOf(first) - scroll()};
 }
 
 // Each item that is made may turn out higher or lower than was thought, so that others come on screen or leave it.

@@ -11,7 +11,8 @@ namespace folvane {
 namespace {
 
 constexpr int originalProperty = QTextFormat::UserProperty;
-constexpr int numberProperty = QTextFormat::UserProperty + 1; // so that equal neighbours stay pieces of their own
+constexpr int numberProperty =
+    QTextFormat::UserProperty + 1; // so that equal neighbours stay pieces of their own
 constexpr int usualWidth = 400;
 
 QTextOption wrapping(std::optional<Qt::LayoutDirection> direction)

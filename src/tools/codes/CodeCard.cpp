@@ -7,12 +7,12 @@
 #include "controls/accessibility.h"
 #include "controls/appearance.h"
 #include "controls/layouts.h"
+#include "controls/paletteColors.h"
 #include "controls/sheets/NoteBanner.h"
 #include "controls/style/Theme.h"
 #include "controls/texts/ElidedLabel.h"
 #include "controls/texts/SelectableText.h"
 #include "controls/texts/breakableText.h"
-#include "controls/paletteColors.h"
 #include "platform/desktop/Workspace.h"
 #include "tools/codes/Capsule.h"
 #include "tools/codes/IconBadge.h"
@@ -42,7 +42,8 @@ CodeCard::CodeCard(AppModel& model, FoundCode code, QWidget* parent)
 {
     setFocusPolicy(Qt::TabFocus);
     setSpokenRole(*this, QAccessible::ListItem);
-    setAccessibleName(QStringList{kindTitle(m_content), displayName(m_code.symbology), originLine()}.join(", "));
+    setAccessibleName(
+        QStringList{kindTitle(m_content), displayName(m_code.symbology), originLine()}.join(", "));
     setAccessibleDescription(shownLine(m_code.payload).left(longestSpoken));
     content().setSpacing(spacing);
     addHead();
@@ -98,10 +99,9 @@ void CodeCard::addText(SelectableText& text, const QString& spokenName)
 void CodeCard::addRealSite(const QString& text)
 {
     auto* globe = new QLabel(this);
-    globe->setPixmap(themedIcon(Icon::Globe, theme::text)
-                         .pixmap(QSize(globeSide, globeSide), devicePixelRatioF()));
-    auto* site =
-        new TextLabel(breakableText(text), interfaceFont(13, Weight::SemiBold), theme::text, this);
+    globe->setPixmap(
+        themedIcon(Icon::Globe, theme::text).pixmap(QSize(globeSide, globeSide), devicePixelRatioF()));
+    auto* site = new TextLabel(breakableText(text), interfaceFont(13, Weight::SemiBold), theme::text, this);
     site->setWordWrap(true);
     auto* row = makeRow(nullptr, {}, 6);
     row->addWidget(globe, 0, Qt::AlignTop);
@@ -124,8 +124,7 @@ void CodeCard::add(const codes::WiFi& network)
 void CodeCard::addField(const QString& title, const QString& value)
 {
     auto* field = makeColumn(nullptr, {}, 2);
-    field->addWidget(
-        new TextLabel(title, interfaceFont(11.5, Weight::SemiBold), theme::secondaryText, this));
+    field->addWidget(new TextLabel(title, interfaceFont(11.5, Weight::SemiBold), theme::secondaryText, this));
     SelectableText* text = makePayloadText(value, interfaceFont(14, Weight::Medium), this);
     text->setAccessibleName(title);
     field->addWidget(text);

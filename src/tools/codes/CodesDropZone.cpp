@@ -31,9 +31,9 @@ CodesDropZone::CodesDropZone(AppModel& model, QWidget* parent) : QFrame(parent)
     how->setAlignment(Qt::AlignCenter);
     auto* column = makeColumn(this, QMargins() + padding, 8);
     column->addWidget(icon, 0, Qt::AlignHCenter);
-    column->addWidget(
-        new TextLabel(tr("Drop a picture or PDF here"), interfaceFont(16, Weight::SemiBold), theme::text, this),
-        0, Qt::AlignHCenter);
+    column->addWidget(new TextLabel(tr("Drop a picture or PDF here"), interfaceFont(16, Weight::SemiBold),
+                                    theme::text, this),
+                      0, Qt::AlignHCenter);
     column->addWidget(how);
     column->addSpacing(4);
     column->addLayout(makeButtons(model));
@@ -45,8 +45,7 @@ QLayout* CodesDropZone::makeButtons(AppModel& model)
     m_open->setSymbol(Icon::Add);
     auto* paste = new Button(Button::Kind::Secondary, tr("Paste"), this);
     paste->setSymbol(Icon::Paste);
-    connect(m_open, &Button::clicked, this,
-            [&model] { spawn(chooseFilesAnd(model, &AppModel::readCodes)); });
+    connect(m_open, &Button::clicked, this, [&model] { spawn(chooseFilesAnd(model, &AppModel::readCodes)); });
     connect(paste, &Button::clicked, this, [&model] { spawn(model.readCodesFromClipboard()); });
     auto* row = makeRow(nullptr, {}, 10);
     row->addStretch();

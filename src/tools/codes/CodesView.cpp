@@ -64,7 +64,8 @@ QWidget* CodesView::makeHeader()
                                    13, header));
     auto* column = makeColumn(header, {}, headerSpacing);
     column->addLayout(words);
-    for (QWidget* part : {static_cast<QWidget*>(m_zone), m_progress, static_cast<QWidget*>(m_empty), m_foundRow})
+    for (QWidget* part :
+         {static_cast<QWidget*>(m_zone), m_progress, static_cast<QWidget*>(m_empty), m_foundRow})
         column->addWidget(part);
     return header;
 }

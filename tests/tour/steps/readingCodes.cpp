@@ -90,7 +90,8 @@ void showReadingCodes(Tour& tour)
 void showCodeCards(Tour& tour)
 {
     tour.press("QR Codes");
-    show(tour, {"https://example.org", "WIFI:S:Open Harbour;;", "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Ada Harbour\r\nEND:VCARD",
+    show(tour, {"https://example.org", "WIFI:S:Open Harbour;;",
+                "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Ada Harbour\r\nEND:VCARD",
                 "BEGIN:VEVENT\nSUMMARY:Lanterns\nDTSTART:20261224T180000Z\nEND:VEVENT", "tel:+34600000000",
                 "SMSTO:600000000:Hello", "mailto:harbour@example.org", "geo:40.4,-3.7", "Lanterns at eight"});
     tour.keys({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab}, "cards-kinds");
@@ -100,12 +101,17 @@ void showCodeCards(Tour& tour)
     tour.picture("cards-book");
     show(tour, {"http://192.168.0.1/", "https://paypal@evil.example/", "https://xn--bcher-kva.example/a",
                 "https://p\u0430ypal.example", "https://bit.ly/3abc", "https://paypa1.example/login",
-                "https://secure-paypal.example.com", "https://paypal." + QString("lantern-").repeated(7) + "harbour." + QString("copper").repeated(10) + ".example", "http://paypal@bit.ly:8080/" + QString("a/").repeated(60)});
+                "https://secure-paypal.example.com",
+                "https://paypal." + QString("lantern-").repeated(7) + "harbour."
+                    + QString("copper").repeated(10) + ".example",
+                "http://paypal@bit.ly:8080/" + QString("a/").repeated(60)});
     tour.picture("cards-warnings");
     tour.keys({Qt::Key_End}, "cards-warnings-end");
-    show(tour, {QStringLiteral("user\u202Egnp.exe\u0007 and\u200B hidden"),
-                QStringLiteral("https://\u05d0\u05d1.\u05d2\u05d3.example/\u202Emoc.lapyap"),
-                QStringLiteral("\u0645\u0631\u062d\u0628\u0627 \u0628\u0643\u0645"), QString("0123456789").repeated(250)},
+    show(tour,
+         {QStringLiteral("user\u202Egnp.exe\u0007 and\u200B hidden"),
+          QStringLiteral("https://\u05d0\u05d1.\u05d2\u05d3.example/\u202Emoc.lapyap"),
+          QStringLiteral("\u0645\u0631\u062d\u0628\u0627 \u0628\u0643\u0645"),
+          QString("0123456789").repeated(250)},
          QString("A very long name of a picture ").repeated(8) + ".png");
     tour.picture("cards-strange");
     QStringList many;
