@@ -6,6 +6,7 @@ set(FOLVANE_MAKER_NAME "Merrowlight Apps" CACHE STRING "Who publishes it")
 set(FOLVANE_BUILD_NUMBER 1 CACHE STRING "Whole number that grows with each published build")
 set(FOLVANE_BUNDLE_IDENTIFIER "example.merrowlight.folvane" CACHE STRING "Reverse host name that preferences and desktop files go by")
 set(FOLVANE_HOST_NAME "merrowlight.example" CACHE STRING "Host of the maker's site, of the version file and of updates")
+set(FOLVANE_PRODUCT_PATH "/folvane-mac/" CACHE STRING "Path on that host, of the product's page and of the version file below it")
 set(FOLVANE_SUPPORT_ADDRESS "support@merrowlight.example" CACHE STRING "Mail address for support")
 
 if(NOT FOLVANE_BUILD_NUMBER MATCHES "^[0-9]+$")
