@@ -28,8 +28,8 @@ QList<FoundCode> manyCodes()
                                "Number %1", "http://192.168.0.1/%1"};
     QList<FoundCode> codes;
     for (int i = 0; i < cards; ++i)
-        codes.append({QUuid::createUuid(), payloads[i % payloads.size()].arg(i), CodeSymbology::Qr,
-                      "Poster.pdf", i});
+        codes.append(
+            {QUuid::createUuid(), payloads[i % payloads.size()].arg(i), CodeSymbology::Qr, "Poster.pdf", i});
     return codes;
 }
 

@@ -3,6 +3,17 @@
 <!-- The texts in the code are keys. Here stand those that English words otherwise on this desktop, and no others. -->
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>folvane::AboutView</name>
+    <message>
+        <source>Folvane for Mac</source>
+        <translation>Folvane</translation>
+    </message>
+    <message>
+        <source>No ads, no tracking, no account, no subscription. Everything runs on your Mac. If Folvane helps, you can support the developer with crypto.</source>
+        <translation>No ads, no tracking, no account, no subscription. Everything runs on your computer. If Folvane helps, you can support the developer with crypto.</translation>
+    </message>
+</context>
+<context>
     <name>folvane::CodesDropZone</name>
     <message>
         <source>Or copy a screenshot (⌘⌃⇧4) and paste it with ⌘V.</source>
@@ -71,6 +82,20 @@
     <message>
         <source>Show in Finder</source>
         <translation>Show in Folder</translation>
+    </message>
+</context>
+<context>
+    <name>folvane::UpdatePanel</name>
+    <message>
+        <source>Folvane checks only when you ask. It reads one file on %1 and sends nothing about your Mac.</source>
+        <translation>Folvane checks only when you ask. It reads one file on %1 and sends nothing about your computer.</translation>
+    </message>
+</context>
+<context>
+    <name>folvane::TellAFriendView</name>
+    <message>
+        <source>Folvane for Mac: free PDF tools, signatures and stamps, QR codes. Everything stays on your Mac.</source>
+        <translation>Folvane: free PDF tools, signatures and stamps, QR codes. Everything stays on your computer.</translation>
     </message>
 </context>
 </TS>

@@ -15,8 +15,10 @@
 #include "records/Destination.h"
 #include "records/FileSheet.h"
 #include "records/QuitQuestion.h"
+#include "records/SupportPrompt.h"
 #include "stamps/StampLibrary.h"
 #include "stamps/StampPictures.h"
+#include "updates/Updates.h"
 
 #include <QObject>
 
@@ -47,10 +49,12 @@ public:
         signingStartPage;               ///< the page that it then begins with; none is the first
     QProperty<OpenFilePtr> closingFile; ///< the document about which the save question is up
     QProperty<std::optional<PasswordRequest>> passwordRequest;
+    QProperty<std::optional<SupportPrompt>> support; ///< the request to the user that is up
     StampLibrary stamps{StampLibrary::usersFolder()};
     StampPictures stampPictures{stamps};
     MergeModel merge; ///< lasts as long as the program, wherever the user goes
     CodesModel codes;
+    Updates updates;
 
     OpenFilePtr file(const QUuid& id) const;
 
@@ -122,6 +126,10 @@ public:
     std::optional<QuitQuestion> quitQuestion() const;
     bool quitsWithLastWindow() const;
 
+    // supportOffers.cpp
+    /// The user has told a friend, and is not asked again.
+    void answerFriend();
+
     PDFEngine& engine() const { return m_services.engine; }
     Thumbnails& thumbnails() { return m_thumbnails; }
     const Services& services() const { return m_services; }
@@ -155,10 +163,18 @@ private:
     QCoro::Task<> makeAndWrite(QList<FileName> items, QUrl folder, MakeFile make, std::stop_token stop);
     void saved(QList<QUrl> urls);
 
+    // supportOffers.cpp
+    void countSavedFiles(qsizetype count);
+    void offerSupportOnce();
+    void offerFriendIfDue();
+    QCoro::Task<> offer(SupportPrompt prompt);
+    bool asksTheUser() const;
+
     Services m_services;
     Thumbnails m_thumbnails;
     std::stop_source m_end; ///< stopped first: a coroutine that goes on afterwards must not touch the model
-    QSet<QUrl> m_mergeSources; ///< of the rows to merge, when they last changed
+    bool m_offeredSupport = false; ///< in this run
+    QSet<QUrl> m_mergeSources;     ///< of the rows to merge, when they last changed
     const std::shared_ptr<Sources> m_sources;
     // What follows ends coroutines when it goes, and they let go of their sources.
     PasswordQuestions m_questions{passwordRequest, *m_sources};

@@ -118,10 +118,12 @@ QCoro::Task<> AppModel::readPicture(QImage picture, std::stop_token stop)
 
 void AppModel::finishReading(const QList<FoundCode>& found, const QString& emptyMessage)
 {
-    if (found.isEmpty())
+    if (found.isEmpty()) {
         codes.emptyMessage = emptyMessage;
-    else
-        codes.found = found + codes.found.value();
+        return;
+    }
+    codes.found = found + codes.found.value();
+    offerSupportOnce();
 }
 
 } // namespace folvane

@@ -120,9 +120,9 @@ void AppModel::saved(QList<QUrl> urls)
     const QString words = urls.size() == 1 ? tr("Saved “%1”").arg(lastPathComponent(urls.first()))
                                            : tr("Saved %1 files").arg(urls.size());
     showToast(words, urls.first());
-    const QString key = QStringLiteral("friend.savedFiles");
-    Preferences& preferences = m_services.preferences;
-    preferences.setValue(key, preferences.value(key, 0).toInt() + static_cast<int>(urls.size()));
+    countSavedFiles(urls.size());
+    offerSupportOnce();
+    offerFriendIfDue();
 }
 
 } // namespace folvane

@@ -14,6 +14,7 @@
 #include "shell/FileSheets.h"
 #include "shell/ToastView.h"
 #include "shell/WindowCommands.h"
+#include "shell/about/AboutView.h"
 #include "shell/home/HomeView.h"
 #include "shell/pageGrid/PageGrid.h"
 #include "shell/sidebar/SidebarView.h"
@@ -21,6 +22,7 @@
 #include "tools/merge/MergeView.h"
 #include "tools/sign/SignView.h"
 #include "tools/stamps/StampsView.h"
+#include "tools/support/SupportSheets.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -67,6 +69,7 @@ RootView::RootView(AppModel& model) : m_model(model)
     new Veil(this);
     m_sheets = new FileSheets(model, this);
     m_alerts = new Alerts(model, this);
+    m_support = new SupportSheets(model, this);
 
     connectCommands();
     connect(m_busy, &BusyOverlay::cancelled, this, [this] {
@@ -100,6 +103,7 @@ RootView::~RootView()
     m_model.services().preferences.setValue(geometryKey, saveGeometry());
     delete m_sheets;
     delete m_alerts;
+    delete m_support;
     for (QDialog* dialog : findChildren<QDialog*>(Qt::FindDirectChildrenOnly))
         dialog->reject();
 }
@@ -123,6 +127,8 @@ QWidget* RootView::makeMainArea()
     m_pages->addWidget(m_stamps);
     m_codes = new CodesView(m_model, m_pages);
     m_pages->addWidget(m_codes);
+    m_about = new AboutView(m_model, m_pages);
+    m_pages->addWidget(m_about);
     m_toast = new ToastView(area);
     return area;
 }
@@ -140,6 +146,8 @@ QWidget* RootView::viewOf(const OpenFilePtr& file) const
         return m_stamps;
     if (destination && destination->is(Destination::Place::Codes))
         return m_codes;
+    if (destination && destination->is(Destination::Place::About))
+        return m_about;
     return m_home;
 }
 
@@ -182,6 +190,8 @@ void RootView::takeFocus()
         m_stamps->takeFocus();
     else if (m_pages->currentWidget() == m_codes)
         m_codes->takeFocus();
+    else if (m_pages->currentWidget() == m_about)
+        m_about->takeFocus();
     else
         m_home->takeFocus();
 }

@@ -10,6 +10,7 @@ class QStackedWidget;
 
 namespace folvane {
 
+class AboutView;
 class Alerts;
 class BusyOverlay;
 class CodesView;
@@ -21,6 +22,7 @@ class MergeView;
 class SidebarView;
 class SignView;
 class StampsView;
+class SupportSheets;
 class ToastView;
 class WindowCommands;
 
@@ -77,10 +79,12 @@ private:
     SignView* m_sign;
     StampsView* m_stamps;
     CodesView* m_codes;
+    AboutView* m_about;
     ToastView* m_toast;
     BusyOverlay* m_busy;
     FileSheets* m_sheets;
     Alerts* m_alerts;
+    SupportSheets* m_support;
     bool m_canComeBack = false;
     bool m_isClosed = false; ///< the program goes on without it
     Watches m_watches;

@@ -13,6 +13,7 @@ WindowCommands::WindowCommands(AppModel& model, QWidget* window, QMenuBar* bar)
 {
     fillViewMenu(bar->addMenu(tr("&View")));
     fillWindowMenu(bar->addMenu(tr("&Window")));
+    fillHelpMenu(bar->addMenu(tr("&Help")));
     window->installEventFilter(this);
     m_watches.keep([this] { refresh(); }, m_model.files);
 }
@@ -41,6 +42,18 @@ void WindowCommands::fillWindowMenu(QMenu* menu)
     previous->setShortcuts(
         {QKeySequence(Qt::CTRL | Qt::Key_PageUp), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab)});
     m_neighbours = {next, previous};
+}
+
+void WindowCommands::fillHelpMenu(QMenu* menu)
+{
+    const Destination about(Destination::Place::About);
+    menu->addAction(tr("Check for Updates…"), this, [this, about] {
+        m_model.destination = about; // where the result shows
+        m_model.updates.check();
+    });
+    menu->addAction(tr("Support the Developer…"), this, [this] { m_model.support = SupportPrompt::Manual; });
+    menu->addSeparator();
+    menu->addAction(tr("About Folvane"), this, [this, about] { m_model.destination = about; });
 }
 
 void WindowCommands::setSidebarShown(bool shown)

@@ -30,6 +30,7 @@ protected:
 private:
     void fillViewMenu(QMenu* menu);
     void fillWindowMenu(QMenu* menu);
+    void fillHelpMenu(QMenu* menu);
     void showNeighbour(qsizetype step);
     void showFullScreen(bool full);
     void refresh();

@@ -15,6 +15,11 @@ namespace folvane {
 class ManualClock final : public Clock {
 public:
     std::chrono::steady_clock::time_point now() const override { return m_now; }
+    QDateTime date() const override
+    {
+        const auto passed = std::chrono::duration_cast<std::chrono::milliseconds>(m_now.time_since_epoch());
+        return QDateTime(QDate(2026, 11, 23), QTime(12, 0), Qt::UTC).addMSecs(passed.count());
+    }
 
     QCoro::Task<> sleep(std::chrono::milliseconds time, std::stop_token stop) override
     {

@@ -36,6 +36,8 @@ constexpr std::pair<const char*, TourStep*> walk[] = {{"home", showHome},
                                                       {"signing sizes", showSigningSizes},
                                                       {"reading codes", showReadingCodes},
                                                       {"code cards", showCodeCards},
+                                                      {"offers", showOffers},
+                                                      {"about", showAbout},
                                                       {"sizes", showSizes}};
 
 int s_warnings = 0;

@@ -12,6 +12,6 @@ using TourStep = void(Tour& tour);
 TourStep showHome, showDocuments, showBrowsing, showSelecting, showDragging, showMenus, showPasswords,
     showSaving, showCompressing, showMerging, showSplitting, showProtecting, showExporting, showAlerts,
     showLongNames, showFileList, showMakingStamps, showStamps, showSizes, showSigning, showSigningSizes,
-    showReadingCodes, showCodeCards;
+    showReadingCodes, showCodeCards, showOffers, showAbout;
 
 } // namespace folvane

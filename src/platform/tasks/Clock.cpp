@@ -16,6 +16,11 @@ std::chrono::steady_clock::time_point SystemClock::now() const
     return std::chrono::steady_clock::now();
 }
 
+QDateTime SystemClock::date() const
+{
+    return QDateTime::currentDateTimeUtc();
+}
+
 QCoro::Task<> SystemClock::sleep(std::chrono::milliseconds time, std::stop_token stop)
 {
     const auto woken = std::make_shared<QPromise<void>>(); // finishing twice does nothing more

@@ -2,6 +2,8 @@
 
 #include <QCoro/QCoroTask>
 
+#include <QDateTime>
+
 #include <chrono>
 #include <stop_token>
 
@@ -13,6 +15,8 @@ public:
     virtual ~Clock();
 
     virtual std::chrono::steady_clock::time_point now() const = 0;
+    /// By the calendar.
+    virtual QDateTime date() const = 0;
     /// Ends after the time, or early when stop is requested; the caller looks at the token. Never throws.
     virtual QCoro::Task<> sleep(std::chrono::milliseconds time, std::stop_token stop) = 0;
 };
@@ -21,6 +25,7 @@ public:
 class SystemClock final : public Clock {
 public:
     std::chrono::steady_clock::time_point now() const override;
+    QDateTime date() const override;
     QCoro::Task<> sleep(std::chrono::milliseconds time, std::stop_token stop) override;
 };
 

@@ -9,6 +9,7 @@
 #include "controls/style/Theme.h"
 #include "documents/currentFile.h"
 #include "platform/tasks/spawn.h"
+#include "shell/sidebar/BarIcon.h"
 #include "shell/sidebar/FileList.h"
 #include "shell/sidebar/SidebarRow.h"
 
@@ -23,7 +24,7 @@ QWidget* makeHeader(const QString& text, QWidget* parent)
     return header;
 }
 
-QLayout* makeBrand(QWidget* parent)
+QLayout* makeBrand(QWidget* parent, const QList<QWidget*>& buttons)
 {
     auto* words = makeColumn(nullptr, {}, 0);
     words->addWidget(
@@ -33,6 +34,8 @@ QLayout* makeBrand(QWidget* parent)
     auto* row = makeRow(nullptr, {12, 12, 12, 12}, 8);
     row->addWidget(new BrandMark(28, parent), 0, Qt::AlignVCenter);
     row->addLayout(words, 1);
+    for (QWidget* button : buttons)
+        row->addWidget(button, 0, Qt::AlignVCenter);
     return row;
 }
 
@@ -43,13 +46,17 @@ SidebarView::SidebarView(AppModel& model, QWidget* parent) : QWidget(parent), m_
     setGround(*this, theme::chrome);
     auto* column = makeColumn(this, {}, 0);
     column->addWidget(makeList(), 1);
-    column->addLayout(makeBrand(this));
+    m_support = new BarIcon(Icon::Heart, tr("Support Folvane"), tr("Support the developer"), this);
+    m_about = new BarIcon(Icon::Info, tr("About Folvane"), tr("About, updates, privacy and support"), this);
+    column->addLayout(makeBrand(this, {m_support, m_about}));
 
     connect(m_home, &SidebarRow::clicked, this, [this] { go(Destination()); });
     connect(m_open, &SidebarRow::clicked, this, [this] { spawn(m_model.chooseAndOpen()); });
     connect(m_merge, &SidebarRow::clicked, this, [this] { go(Destination(Destination::Place::Merge)); });
     connect(m_stamps, &SidebarRow::clicked, this, [this] { go(Destination(Destination::Place::Stamps)); });
     connect(m_codes, &SidebarRow::clicked, this, [this] { go(Destination(Destination::Place::Codes)); });
+    connect(m_support, &BarIcon::clicked, this, [this] { m_model.support = SupportPrompt::Manual; });
+    connect(m_about, &BarIcon::clicked, this, [this] { go(Destination(Destination::Place::About)); });
     connect(m_files, &FileList::chosen, this, &SidebarView::chosen);
     m_watches.keep([this] { markCurrent(); }, m_model.files, m_model.destination);
 }
@@ -90,7 +97,8 @@ void SidebarView::markCurrent()
     const bool merges = destination == Destination(Destination::Place::Merge);
     const bool stamps = destination == Destination(Destination::Place::Stamps);
     const bool codes = destination == Destination(Destination::Place::Codes);
-    m_home->setCurrent(!currentFile(m_model) && !merges && !stamps && !codes);
+    const bool about = destination == Destination(Destination::Place::About);
+    m_home->setCurrent(!currentFile(m_model) && !merges && !stamps && !codes && !about);
     m_merge->setCurrent(merges);
     m_stamps->setCurrent(stamps);
     m_codes->setCurrent(codes);

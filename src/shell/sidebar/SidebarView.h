@@ -8,6 +8,7 @@
 
 namespace folvane {
 
+class BarIcon;
 class FileList;
 class SidebarRow;
 
@@ -34,6 +35,8 @@ private:
     SidebarRow* m_merge;
     SidebarRow* m_stamps;
     SidebarRow* m_codes;
+    BarIcon* m_support;
+    BarIcon* m_about;
     Watches m_watches;
 };
 
