@@ -45,7 +45,7 @@ public:
     std::optional<QString> optionalAddress(const QString& key) const
     {
         const std::optional<QString> text = optionalText(key);
-        if (text && (text->isEmpty() || !QUrl(*text, QUrl::StrictMode).isValid()))
+        if (text && !QUrl(*text, QUrl::StrictMode).isValid())
             refuse(key, QT_TRANSLATE_NOOP("versionFile", "“%1” isn't an address."));
         return text;
     }
