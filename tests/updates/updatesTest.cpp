@@ -6,9 +6,10 @@
 
 #include "support/TestFolder.h"
 #include "support/await.h"
+#include "support/tools.h"
 
-#include <QDir>
-#include <QProcess>
+#include <QSslKey>
+#include <QSslServer>
 #include <QTest>
 #include <gmock/gmock.h>
 
@@ -16,45 +17,71 @@ namespace folvane {
 
 namespace {
 
-/// The script beside this file, which tells what it does.
-struct VersionServer {
-    VersionServer()
+const QByteArray good = R"({"version": "2.0", "build": 7})";
+
+QByteArray answer(int status, const QByteArray& body, const QByteArray& header = "X: y", qint64 missing = 0)
+{
+    return "HTTP/1.1 " + QByteArray::number(status) + " -\r\n" + header
+           + "\r\nContent-Length: " + QByteArray::number(body.size() + missing) + "\r\n\r\n" + body;
+}
+
+/// Gives one answer, and under "/good" always a good one, but to nobody who brings cookies.
+class VersionServer {
+public:
+    explicit VersionServer(QByteArray fixedAnswer = answer(200, good)) : m_answer(std::move(fixedAnswer))
     {
-        qputenv("SSL_CERT_FILE", QFile::encodeName(folder.path("own.pem"))); // must not matter
-        process.start("python3", {"-B", FOLVANE_VERSION_SERVER, folder.path({})});
-        while (!process.canReadLine())
-            if (!process.waitForReadyRead(60'000))
-                throw std::runtime_error("no server: " + process.readAllStandardError().toStdString());
-        port = process.readLine().trimmed();
-    }
-    ~VersionServer()
-    {
-        process.closeWriteChannel();
-        process.waitForFinished();
+        QSslConfiguration tls = trustingNew("own");
+        tls.setLocalCertificate(tls.caCertificates().constFirst());
+        tls.setPrivateKey(QSslKey(folder.get("own.key"), QSsl::Ec));
+        m_server.setSslConfiguration(tls);
+        for (QTcpServer* server : {static_cast<QTcpServer*>(&m_server), &m_plainServer}) {
+            server->listen(QHostAddress::LocalHost);
+            QObject::connect(server, &QTcpServer::pendingConnectionAvailable, server, [this, server] {
+                client = server->nextPendingConnection();
+                QObject::connect(client, &QTcpSocket::readyRead, client, [this] { serve(); });
+            });
+        }
+        m_answer.replace("PLAIN", QByteArray::number(m_plainServer.serverPort()));
+        m_answer.replace("PORT", QByteArray::number(m_server.serverPort()));
     }
 
-    QSslConfiguration trusting(const QString& certificate) const
+    /// Trusts nothing but a certificate that is made for this.
+    QSslConfiguration trustingNew(const QString& name) const
     {
+        runTool("openssl", {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes",
+                            "-subj", "/CN=" + name, "-addext", "subjectAltName=DNS:localhost,IP:127.0.0.1",
+                            "-keyout", folder.path(name + ".key"), "-out", folder.path(name)});
         QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
-        tls.setCaCertificates({QSslCertificate(folder.get(certificate))});
+        tls.setCaCertificates({QSslCertificate(folder.get(name))});
         return tls;
     }
-    UpdateSource source(const QString& file) const
+
+    UpdateSource source() const
     {
-        return {
-            {}, "https://localhost:" + port + "/" + file, 6, std::chrono::seconds(5), trusting("own.pem")};
+        const QUrl file(QString("https://localhost:%1/file").arg(m_server.serverPort()));
+        return {{}, file, 6, std::chrono::seconds(5), m_server.sslConfiguration()};
     }
 
     TestFolder folder;
-    QProcess process;
-    QString port;
-};
+    QTcpSocket* client = nullptr; ///< the last one
+    int requests = 0;
 
-const VersionServer& server()
-{
-    static const VersionServer only;
-    return only;
-}
+private:
+    void serve()
+    {
+        const QByteArray request = client->readAll();
+        ++requests;
+        client->write(request.contains("\r\nCookie:")    ? answer(500, {})
+                      : request.startsWith("GET /good ") ? answer(200, good)
+                                                         : m_answer);
+        if (!m_answer.contains("hangs"))
+            client->disconnectFromHost();
+    }
+
+    QByteArray m_answer;
+    QSslServer m_server;
+    QTcpServer m_plainServer;
+};
 
 /// A release by its name and number, a failure by its text.
 QString told(const UpdateChecker::Result& result)
@@ -65,21 +92,14 @@ QString told(const UpdateChecker::Result& result)
     return release ? QString("%1 %2").arg(release->version).arg(release->build) : "up to date";
 }
 
-qsizetype sockets()
-{
-    const QStringList all = QDir("/proc/self/fd").entryList(QDir::Files | QDir::System);
-    return std::ranges::count_if(all, [](const QString& number) {
-        return QFile::symLinkTarget("/proc/self/fd/" + number).contains("socket:");
-    });
-}
-
 const QString notAvailable = "The update information isn't available right now. Try again later.";
 const QString couldnt = "Couldn't check for updates: ";
 
 struct AnswerCase {
-    const char* name; ///< of what the server gives, and of how it is asked
+    const char* name;
+    QByteArray answer;
     QString wantStart;
-    void (*change)(UpdateSource& source) = [](UpdateSource&) {};
+    void (*ask)(UpdateSource&, const VersionServer&) = [](auto&...) {};
 };
 
 class Answers : public testing::TestWithParam<AnswerCase> {};
@@ -88,57 +108,72 @@ class Answers : public testing::TestWithParam<AnswerCase> {};
 
 TEST_P(Answers, BecomeResults)
 {
-    UpdateSource source = server().source(QString(GetParam().name).section('_', 0, 0));
-    GetParam().change(source);
+    const VersionServer server(GetParam().answer);
+    UpdateSource source = server.source();
+    GetParam().ask(source, server);
     const QString result = told(await(UpdateChecker::check(source, {})));
     qunsetenv("https_proxy");
+    qunsetenv("SSL_CERT_FILE");
     EXPECT_TRUE(result.startsWith(GetParam().wantStart)) << result.toStdString();
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, Answers,
     testing::Values(
-        AnswerCase{"good", "2.0 7"},
-        AnswerCase{"good_SameBuild", "up to date", [](UpdateSource& source) { source.currentBuild = 7; }},
-        AnswerCase{"good_LaterBuild", "up to date", [](UpdateSource& source) { source.currentBuild = 8; }},
-        AnswerCase{"good_OtherRoot", couldnt + "SSL handshake failed",
-                   [](UpdateSource& source) { source.tls = server().trusting("other.pem"); }},
-        AnswerCase{"good_SystemRoots", couldnt + "SSL handshake failed",
-                   [](UpdateSource& source) { source.tls = {}; }},
-        AnswerCase{"good_Proxy", couldnt + "Proxy connection refused",
-                   [](UpdateSource&) { qputenv("https_proxy", "http://127.0.0.1:1"); }},
-        AnswerCase{"local", couldnt + "illegal value",
-                   [](UpdateSource& source) { source.versionFile = server().folder.url("own.pem"); }},
-        AnswerCase{"full", "2.0 7"}, AnswerCase{"tooLong", couldnt + qt_error_string(EFBIG)},
-        AnswerCase{"endless", couldnt + qt_error_string(EFBIG)}, AnswerCase{"gone", notAvailable},
-        AnswerCase{"partial", notAvailable}, AnswerCase{"noJson", couldnt + "illegal value"},
-        AnswerCase{"cut", couldnt + "Connection closed"},
-        AnswerCase{"hangs", couldnt + qt_error_string(ETIMEDOUT),
-                   [](UpdateSource& source) { source.timeout = std::chrono::milliseconds(300); }},
-        AnswerCase{"moved", "2.0 7"}, AnswerCase{"elsewhere", notAvailable},
-        AnswerCase{"plain", notAvailable}),
+        AnswerCase{"Good", answer(200, good), "2.0 7"},
+        AnswerCase{"SameBuild", answer(200, good), "up to date",
+                   [](UpdateSource& source, auto&) { source.currentBuild = 7; }},
+        AnswerCase{"LaterBuild", answer(200, good), "up to date",
+                   [](UpdateSource& source, auto&) { source.currentBuild = 8; }},
+        AnswerCase{"OtherRoot", answer(200, good), couldnt + "SSL handshake failed",
+                   [](UpdateSource& source, auto& server) { source.tls = server.trustingNew("other"); }},
+        AnswerCase{"SystemRoots", answer(200, good), couldnt + "SSL handshake failed",
+                   [](UpdateSource& source, auto& server) {
+                       source.tls = {};
+                       qputenv("SSL_CERT_FILE", QFile::encodeName(server.folder.path("own")));
+                   }},
+        AnswerCase{"Proxy", answer(200, good), couldnt + "Proxy connection refused",
+                   [](auto&...) { qputenv("https_proxy", "http://127.0.0.1:1"); }},
+        AnswerCase{"Local",
+                   {},
+                   couldnt + "illegal value",
+                   [](UpdateSource& source, auto& server) { source.versionFile = server.folder.url("own"); }},
+        AnswerCase{"Gone", answer(404, good), notAvailable},
+        AnswerCase{"Partial", answer(206, good), notAvailable},
+        AnswerCase{"NoJson", answer(200, "<html>"), couldnt + "illegal value"},
+        AnswerCase{"Full", answer(200, good.leftJustified(65536)), "2.0 7"},
+        AnswerCase{"TooLong", answer(200, good.leftJustified(65537)), couldnt + qt_error_string(EFBIG)},
+        AnswerCase{"Cut", answer(200, good, "X: y", 1), couldnt + "Connection closed"},
+        AnswerCase{"Hanging", answer(200, good, "X: hangs", 1), couldnt + qt_error_string(ETIMEDOUT),
+                   [](UpdateSource& source, auto&) { source.timeout = std::chrono::milliseconds(300); }},
+        AnswerCase{"Moved", answer(302, {}, "Location: /good\r\nSet-Cookie: seen=1"), "2.0 7"},
+        AnswerCase{"Elsewhere", answer(302, {}, "Location: https://127.0.0.1:PORT/good"), notAvailable},
+        AnswerCase{"Plain", answer(302, {}, "Location: http://localhost:PLAIN/good"), notAvailable}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST(Updates, AreLookedForWhenAskedByOneCheckAtATime)
 {
-    const auto before = sockets();
-    auto updates = std::make_unique<Updates>(server().source("counted"));
-    const auto hasEnded = [&] { return !updates->isChecking && sockets() == before; };
-    EXPECT_TRUE(hasEnded() && !updates->result.value());
-    for (const char* want : {"2.0 7", "2.0 8"}) {
-        updates->check();
-        updates->check();
-        EXPECT_TRUE(updates->isChecking && !updates->result.value());
-        ASSERT_TRUE(QTest::qWaitFor(hasEnded));
-        EXPECT_EQ(told(*updates->result.value()), want);
-        QTest::qWait(100); // the server would have counted another one by now
+    const VersionServer server;
+    Updates updates(server.source());
+    EXPECT_FALSE(updates.isChecking || updates.result.value());
+    for (const int round : {1, 2}) {
+        updates.check();
+        updates.check();
+        EXPECT_TRUE(updates.isChecking && !updates.result.value());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !updates.isChecking; }));
+        EXPECT_EQ(told(*updates.result.value()), "2.0 7");
+        EXPECT_FALSE(QTest::qWaitFor([&] { return server.requests > round; }, 100));
     }
-    updates = std::make_unique<Updates>(server().source("hangs"));
+}
+
+TEST(Updates, LeaveNoConnectionWhenTheyGo)
+{
+    const VersionServer server(answer(200, good, "X: hangs", 1));
+    auto updates = std::make_unique<Updates>(server.source());
     updates->check();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return sockets() > before; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return server.requests > 0; }));
     updates.reset();
-    EXPECT_EQ(sockets(), before) << "the connection went with it";
-    QCoreApplication::processEvents();
+    EXPECT_TRUE(server.client->waitForDisconnected(1000)) << "no event is needed for it";
 }
 
 TEST(VersionFile, IsReadStrictly)
