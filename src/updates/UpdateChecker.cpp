@@ -13,6 +13,8 @@ namespace folvane::UpdateChecker {
 
 namespace {
 
+constexpr int mostRedirections = 5;
+
 /// Blocks, for as long as the desktop's settings may want to be looked up in the network.
 QNetworkProxy systemProxy(const QUrl& url)
 {
@@ -25,13 +27,18 @@ QCoro::Task<QByteArray> fetchedFile(UpdateSource source, std::stop_token stop)
     const auto findProxy = [url = source.versionFile] { return systemProxy(url); };
     QCoro::Task<QNetworkProxy> finding = inBackground(findProxy, stop);
     const QNetworkProxy proxy = co_await finding;
-    throwIfStopped(stop);
-    VersionFileRequest request(source, proxy);
-    const std::stop_callback onStop(stop, [&request] { request.stop(); });
-    const QFuture<void> end = request.end();
-    co_await end;
-    throwIfStopped(stop);
-    co_return request.bytes();
+    for (int redirections = 0;; ++redirections) {
+        throwIfStopped(stop);
+        VersionFileRequest request(source, proxy);
+        const std::stop_callback onStop(stop, [&request] { request.stop(); });
+        const QFuture<void> end = request.end();
+        co_await end;
+        throwIfStopped(stop);
+        const std::optional<QUrl> next = request.redirection();
+        if (!next || redirections == mostRedirections)
+            co_return request.bytes();
+        source.versionFile = *next;
+    }
 }
 
 Result judged(const UpdateRelease& release, qint64 currentBuild)

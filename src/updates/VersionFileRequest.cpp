@@ -14,6 +14,7 @@ namespace folvane {
 namespace {
 
 constexpr qint64 mostBytes = 64 << 10;
+constexpr int httpsPort = 443;
 
 /// It tells the server no more than which program asks.
 QNetworkRequest plainRequest(const UpdateSource& source)
@@ -22,8 +23,7 @@ QNetworkRequest plainRequest(const UpdateSource& source)
     if (!source.tls.isNull())
         request.setSslConfiguration(source.tls);
     request.setTransferTimeout(int(source.timeout.count()));
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::SameOriginRedirectPolicy);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     request.setHeader(QNetworkRequest::UserAgentHeader,
                       QStringLiteral("%1/%2").arg(config::appName, config::version));
@@ -51,6 +51,15 @@ void VersionFileRequest::watchLength()
         return;
     m_isTooLong = true;
     m_reply->abort();
+}
+
+std::optional<QUrl> VersionFileRequest::redirection() const
+{
+    const QVariant location = m_reply->attribute(QNetworkRequest::RedirectionTargetAttribute);
+    const QUrl from = m_reply->url(), to = from.resolved(location.toUrl());
+    const bool staysHere =
+        to.scheme() == u"https" && to.host() == from.host() && to.port(httpsPort) == from.port(httpsPort);
+    return location.isValid() && staysHere ? std::optional(to) : std::nullopt;
 }
 
 // The status comes first: to the library one that tells of an error is an error, too.

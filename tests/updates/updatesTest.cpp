@@ -147,6 +147,7 @@ INSTANTIATE_TEST_SUITE_P(
         AnswerCase{"Hanging", answer(200, good, "X: hangs", 1), couldnt + qt_error_string(ETIMEDOUT),
                    [](UpdateSource& source, auto&) { source.timeout = std::chrono::milliseconds(300); }},
         AnswerCase{"Moved", answer(302, {}, "Location: /good\r\nSet-Cookie: seen=1"), "2.0 7"},
+        AnswerCase{"Circle", answer(302, {}, "Location: /file"), notAvailable},
         AnswerCase{"Elsewhere", answer(302, {}, "Location: https://127.0.0.1:PORT/good"), notAvailable},
         AnswerCase{"Plain", answer(302, {}, "Location: http://localhost:PLAIN/good"), notAvailable}),
     [](const auto& row) { return std::string(row.param.name); });
