@@ -14,7 +14,6 @@ namespace folvane {
 namespace {
 
 constexpr qint64 mostBytes = 64 << 10;
-constexpr int httpsPort = 443;
 
 /// It tells the server no more than which program asks.
 QNetworkRequest plainRequest(const UpdateSource& source)
@@ -57,8 +56,7 @@ std::optional<QUrl> VersionFileRequest::redirection() const
 {
     const QVariant location = m_reply->attribute(QNetworkRequest::RedirectionTargetAttribute);
     const QUrl from = m_reply->url(), to = from.resolved(location.toUrl());
-    const bool staysHere =
-        to.scheme() == u"https" && to.host() == from.host() && to.port(httpsPort) == from.port(httpsPort);
+    const bool staysHere = to.scheme() == u"https" && to.host() == from.host();
     return location.isValid() && staysHere ? std::optional(to) : std::nullopt;
 }
 

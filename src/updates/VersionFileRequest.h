@@ -18,7 +18,7 @@ public:
     VersionFileRequest(const UpdateSource& source, const QNetworkProxy& proxy);
 
     QFuture<void> end() const { return m_end.future(); }
-    /// Where it was sent on to, if that is on the same site. The library would follow by itself, but was seen to wait for ever
+    /// Where it was sent on to, if that is the same host by https. The library would follow by itself, but was seen to wait for ever
     /// then, whatever its time limit.
     std::optional<QUrl> redirection() const;
     /// What came, once it has ended by itself. Throws UpdateError.
