@@ -34,6 +34,8 @@ bool isWellPlaced(const Sighting& sighting)
 
 bool isBeyondDoubt(const Sighting& sighting)
 {
+    if (sighting.symbol.symbology == CodeSymbology::I2of5) // any even part of it is one, too
+        return false;
     return isArea(sighting.symbol.symbology) || sighting.isAgreed() || sighting.zxingLines >= 5
            || sighting.zbarLines >= 20;
 }

@@ -4,7 +4,9 @@
 #include "readCodes/filters.h"
 #include "readCodes/halved.h"
 #include "readCodes/inverted.h"
+#include "readCodes/readBullseyes.h"
 #include "readCodes/readCandidates.h"
+#include "readCodes/readStripes.h"
 #include "readCodes/wholePicture.h"
 
 namespace folvane {
@@ -16,6 +18,8 @@ Symbols findCodes(const cv::Mat& picture)
 {
     Sightings sightings;
     readWholePicture(picture, sightings);
+    readStripes(picture, sightings);
+    readBullseyes(picture, sightings);
     readCandidates(picture, sightings);
     if (sightings.empty() && isSmall(picture))
         readDoubled(picture, sightings);

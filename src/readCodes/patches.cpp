@@ -82,15 +82,32 @@ double readingScale(double longSide)
 
 } // namespace
 
+Patch patchAtScale(const cv::Mat& picture, const cv::RotatedRect& place, double scale)
+{
+    const cv::Size size = scaledSize(place, scale);
+    const cv::Matx23d toPicture = placing(place, size, scale);
+    if (scale < 0.75 && !neighbourhood(place, picture.size()).empty())
+        return {shrunk(picture, place, toPicture, size, scale), toPicture};
+    return {sampled(picture, toPicture, size, scale > 1 ? cv::INTER_CUBIC : cv::INTER_LINEAR), toPicture};
+}
+
 Patch patchToRead(const cv::Mat& picture, const cv::RotatedRect& place)
 {
-    const double scale = readingScale(longSideOf(place));
-    const cv::RotatedRect rimmed = withRim(lying(place), 0.1F, 4);
-    const cv::Size size = scaledSize(rimmed, scale);
-    const cv::Matx23d toPicture = placing(rimmed, size, scale);
-    if (scale < 0.75 && !neighbourhood(rimmed, picture.size()).empty())
-        return {shrunk(picture, rimmed, toPicture, size, scale), toPicture};
-    return {sampled(picture, toPicture, size, scale > 1 ? cv::INTER_CUBIC : cv::INTER_LINEAR), toPicture};
+    return patchAtScale(picture, withRim(lying(place), 0.1F, 4), readingScale(longSideOf(place)));
+}
+
+Patch stripToRead(const cv::Mat& picture, const cv::RotatedRect& place)
+{
+    constexpr float most = 48, least = 12;
+    cv::RotatedRect strip = place;
+    strip.size.width = place.size.width * 1.3F + 20;
+    strip.size.height = std::clamp(place.size.height * 0.7F, least, most);
+    const double scale = strip.size.width < 700 ? 2 : strip.size.width < 1400 ? 1 : 1400.0 / double(strip.size.width);
+    const cv::Size size = scaledSize(strip, scale);
+    const cv::Matx23d toPicture = placing(strip, size, scale);
+    cv::Mat grey = sampled(picture, toPicture, size, cv::INTER_LINEAR);
+    cv::GaussianBlur(grey, grey, {}, 0.75 * scale); // less than a module, more than the grain of print
+    return {grey, toPicture};
 }
 
 cv::Mat patchToJudge(const cv::Mat& picture, const cv::RotatedRect& place)

@@ -56,14 +56,14 @@ ZXing::BarcodeFormats formatsOf(Families families)
     return formats;
 }
 
-ZXing::DecodeHints hintsFor(Families families, Threshold threshold)
+ZXing::DecodeHints hintsFor(Families families, Threshold threshold, Turns turns)
 {
     return ZXing::DecodeHints()
         .setFormats(formatsOf(families))
         .setBinarizer(threshold == Threshold::Global ? ZXing::Binarizer::GlobalHistogram
                                                      : ZXing::Binarizer::LocalAverage)
         .setTryHarder(true)
-        .setTryRotate(true)
+        .setTryRotate(turns == Turns::Yes)
         .setTryDownscale(false) // costs more than it finds: candidates are brought to size anyway
         .setTryCode39ExtendedMode(true);
 }
@@ -97,9 +97,9 @@ Symbols read(const cv::Mat& grey, const ZXing::DecodeHints& hints)
 bool givesOneBarCode = false;
 
 /// The library stops at the number of lines asked for, so those that the filters want are asked for first.
-Symbols readOneBarCode(const cv::Mat& grey, Threshold threshold)
+Symbols readOneBarCode(const cv::Mat& grey, Threshold threshold, Turns turns)
 {
-    ZXing::DecodeHints hints = hintsFor(linearCodes, threshold).setMaxNumberOfSymbols(1);
+    ZXing::DecodeHints hints = hintsFor(linearCodes, threshold, turns).setMaxNumberOfSymbols(1);
     const Symbols wellSeen = read(grey, hints.setMinLineCount(3));
     return wellSeen.empty() ? read(grey, hints.setMinLineCount(2)) : wellSeen;
 }
@@ -111,12 +111,12 @@ void giveOneBarCode()
     givesOneBarCode = true;
 }
 
-Symbols readByZxing(const cv::Mat& grey, Families families, Threshold threshold)
+Symbols readByZxing(const cv::Mat& grey, Families families, Threshold threshold, Turns turns)
 {
     if (!givesOneBarCode || !(families & linearCodes))
-        return read(grey, hintsFor(families, threshold));
-    Symbols symbols = read(grey, hintsFor(families & ~linearCodes, threshold));
-    for (const Symbol& symbol : readOneBarCode(grey, threshold))
+        return read(grey, hintsFor(families, threshold, turns));
+    Symbols symbols = read(grey, hintsFor(families & ~linearCodes, threshold, turns));
+    for (const Symbol& symbol : readOneBarCode(grey, threshold, turns))
         symbols.push_back(symbol);
     return symbols;
 }

@@ -31,7 +31,7 @@ void readPatch(const Patch& patch, Families families, Sightings& sightings)
     if (reads(readByZxing(patch.grey, families), Library::Zxing))
         return;
     const bool isMatrix = (families & dataMatrixCodes) != 0;
-    if (isMatrix && reads(readByZxing(blurred(patch.grey), matrixFamilies & ~microQrCodes), Library::Zxing))
+    if (isMatrix && reads(readByZxing(blurred(patch.grey), matrixFamilies), Library::Zxing))
         return;
     if (reads(readByZxing(255 - patch.grey, isMatrix ? families | matrixFamilies : families), Library::Zxing))
         return;

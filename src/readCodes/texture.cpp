@@ -25,9 +25,12 @@ Families squatFamilies(const Texture& texture, double aspect)
 /// A long one: a rectangular Data Matrix, or PDF417.
 Families longFamilies(const Texture& texture, double aspect)
 {
-    if (texture.stripes > 0.6 && texture.stripes < 1.3)
-        return aspect < 4.5 ? dataMatrixCodes : noFamily;
-    return texture.stripes >= 1.9 && texture.stripes < 7 ? pdf417Codes : noFamily;
+    Families families = noFamily;
+    if (texture.stripes > 0.6 && texture.stripes < 1.3 && aspect < 4.5)
+        families |= dataMatrixCodes;
+    if (texture.stripes > 1.3 && texture.stripes < 7)
+        families |= pdf417Codes;
+    return families;
 }
 
 } // namespace
