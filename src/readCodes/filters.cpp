@@ -42,8 +42,20 @@ Demands demandsOf(CodeSymbology symbology)
     case CodeSymbology::Ean13: return {1, 1, 1, 20};
     case CodeSymbology::Ean8: return {1, 1, 1, 11};
     case CodeSymbology::UpcE: return {1, 1, 3, 11};
+    case CodeSymbology::Gs1DataBar: return {1, 1, 1, 2};
     default: return {};
     }
+}
+
+/// Where a line leaves a turned code by its side, it ends amid the bars. For other codes that ends a read.
+bool isOnlyAPart(const Sighting& sighting, const std::vector<cv::RotatedRect>& stripes)
+{
+    if (sighting.symbol.symbology != CodeSymbology::I2of5)
+        return false;
+    return std::ranges::any_of(stripes, [&](const cv::RotatedRect& place) {
+        return liesIn(middleOf(sighting.symbol.corners), place)
+               && lengthAlong(place, sighting.symbol.corners) < 0.75 * double(place.size.width);
+    });
 }
 
 bool isTooWeak(const Sighting& sighting)
@@ -107,8 +119,9 @@ void eraseLosers(std::vector<Sighting>& sightings, Loses loses)
 
 } // namespace
 
-Symbols credible(std::vector<Sighting> sightings)
+Symbols credible(std::vector<Sighting> sightings, const std::vector<cv::RotatedRect>& stripes)
 {
+    std::erase_if(sightings, [&](const Sighting& one) { return isOnlyAPart(one, stripes); });
     std::erase_if(sightings, [](const Sighting& one) { return isLinear(one) && isTooWeak(one); });
     eraseLosers(sightings,
                 [](const Sighting& a, const Sighting& b) { return isLinear(a) && isPartOf(a, b); });

@@ -7,6 +7,7 @@
 #include "readCodes/readBullseyes.h"
 #include "readCodes/readCandidates.h"
 #include "readCodes/readStripes.h"
+#include "readCodes/stripes.h"
 #include "readCodes/wholePicture.h"
 
 namespace folvane {
@@ -18,7 +19,8 @@ Symbols findCodes(const cv::Mat& picture)
 {
     Sightings sightings;
     readWholePicture(picture, sightings);
-    readStripes(picture, sightings);
+    const std::vector<cv::RotatedRect> stripes = findStripes(picture);
+    readStripes(picture, stripes, sightings);
     readBullseyes(picture, sightings);
     readCandidates(picture, sightings);
     if (sightings.empty() && isSmall(picture))
@@ -27,7 +29,7 @@ Symbols findCodes(const cv::Mat& picture)
         readInverted(picture, sightings);
     if (sightings.empty())
         readHalved(picture, sightings);
-    return credible(sightings.all());
+    return credible(sightings.all(), stripes);
 }
 
 } // namespace folvane

@@ -3,6 +3,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <cmath>
 
 namespace folvane {
 
@@ -75,6 +76,15 @@ bool liesIn(cv::Point2f point, const cv::RotatedRect& rectangle)
     std::vector<cv::Point2f> corners(4);
     rectangle.points(corners.data());
     return cv::pointPolygonTest(corners, point, false) >= 0;
+}
+
+double lengthAlong(const cv::RotatedRect& rectangle, const Quad& corners)
+{
+    const double angle = double(rectangle.angle) * CV_PI / 180;
+    const cv::Point2d along(std::cos(angle), std::sin(angle));
+    const auto reach = [along](cv::Point2f corner) { return along.dot(corner); };
+    const auto [near, far] = std::ranges::minmax(corners, {}, reach);
+    return reach(far) - reach(near);
 }
 
 double overlapOf(const cv::RotatedRect& a, const cv::RotatedRect& b)

@@ -16,6 +16,9 @@ bool isSameSpot(const Quad& a, const Quad& b);
 bool liesIn(cv::Point2f point, const Quad& corners);
 bool liesIn(cv::Point2f point, const cv::RotatedRect& rectangle);
 
+/// How far corners reach along the width of a rectangle.
+double lengthAlong(const cv::RotatedRect& rectangle, const Quad& corners);
+
 /// What two rectangles share of what they cover together, from 0 to 1.
 double overlapOf(const cv::RotatedRect& a, const cv::RotatedRect& b);
 

@@ -4,7 +4,6 @@
 #include "readCodes/patches.h"
 #include "readCodes/readByZbar.h"
 #include "readCodes/readByZxing.h"
-#include "readCodes/stripes.h"
 
 namespace folvane {
 
@@ -26,9 +25,9 @@ void readStripe(const Patch& patch, const cv::RotatedRect& place, Sightings& sig
 
 } // namespace
 
-void readStripes(const cv::Mat& picture, Sightings& sightings)
+void readStripes(const cv::Mat& picture, const std::vector<cv::RotatedRect>& stripes, Sightings& sightings)
 {
-    for (const cv::RotatedRect& place : findStripes(picture))
+    for (const cv::RotatedRect& place : stripes)
         if (!isCovered(sightings, place))
             readStripe(stripToRead(picture, place), place, sightings);
 }

@@ -4,7 +4,7 @@
 
 namespace folvane {
 
-/// Looks for linear codes along each place that is striped, at any angle.
-void readStripes(const cv::Mat& picture, Sightings& sightings);
+/// Looks for linear codes along each place that is striped, as findStripes gave them.
+void readStripes(const cv::Mat& picture, const std::vector<cv::RotatedRect>& stripes, Sightings& sightings);
 
 } // namespace folvane

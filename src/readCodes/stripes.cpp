@@ -142,7 +142,7 @@ bool goesOn(const Field& a, const Field& b)
 {
     const double gap = -sharedOf(a.along, b.along);
     const double widths = a.along.length() + b.along.length();
-    return gap < std::max(4.0, 0.2 * widths)
+    return gap < std::max(4.0, 0.08 * widths)
            && sharedOf(a.across, b.across) > 0.6 * std::max(a.across.length(), b.across.length());
 }
 
