@@ -3,6 +3,7 @@
 #include "readCodes/geometry.h"
 #include "readCodes/readByZbar.h"
 #include "readCodes/readByZxing.h"
+#include "readCodes/wholePicture.h"
 
 #include <opencv2/imgproc.hpp>
 
@@ -15,7 +16,8 @@ void readHalved(const cv::Mat& picture, Sightings& sightings)
     cv::Mat small;
     cv::resize(picture, small, {}, 0.5, 0.5, cv::INTER_AREA);
     sightings.add(carriedBack(readByZxing(small, zxingFamilies), fromScaled(0.5)), Library::Zxing);
-    sightings.add(carriedBack(readByZbar(small), fromScaled(0.5)), Library::Zbar);
+    if (isSmall(small))
+        sightings.add(carriedBack(readByZbar(small), fromScaled(0.5)), Library::Zbar);
 }
 
 } // namespace folvane

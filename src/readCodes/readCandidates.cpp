@@ -4,11 +4,12 @@
 #include "readCodes/contrast.h"
 #include "readCodes/geometry.h"
 #include "readCodes/patches.h"
-#include "readCodes/readByZbar.h"
 #include "readCodes/readByZxing.h"
 #include "readCodes/texture.h"
 
 #include <opencv2/imgproc.hpp>
+
+#include <algorithm>
 
 namespace folvane {
 
@@ -22,21 +23,27 @@ cv::Mat blurred(const cv::Mat& grey)
     return smooth;
 }
 
+/// Whether the rim is darker than the rest, as the quiet zone of a bright code is.
+bool isInverted(const cv::Mat& grey)
+{
+    const int rim = std::max(1, std::min(grey.cols, grey.rows) / 20);
+    const cv::Mat inner = grey(cv::Rect(rim, rim, grey.cols - 2 * rim, grey.rows - 2 * rim));
+    const double all = cv::sum(grey)[0], within = cv::sum(inner)[0];
+    return (all - within) / double(grey.total() - inner.total()) < within / double(inner.total());
+}
+
 /// Each try costs about as much as all before it, so the first that reads anything is the last.
 void readPatch(const Patch& patch, Families families, Sightings& sightings)
 {
-    const auto reads = [&](const Symbols& symbols, Library library) {
-        return sightings.add(carriedBack(symbols, patch.toPicture), library);
+    const auto reads = [&](const cv::Mat& grey) {
+        return sightings.add(carriedBack(readByZxing(grey, families), patch.toPicture), Library::Zxing);
     };
-    if (reads(readByZxing(patch.grey, families), Library::Zxing))
+    if (reads(patch.grey))
         return;
-    const bool isMatrix = (families & dataMatrixCodes) != 0;
-    if (isMatrix && reads(readByZxing(blurred(patch.grey), matrixFamilies), Library::Zxing))
+    if ((families & dataMatrixCodes) != 0 && reads(blurred(patch.grey)))
         return;
-    if (reads(readByZxing(255 - patch.grey, isMatrix ? families | matrixFamilies : families), Library::Zxing))
-        return;
-    if (families & linearCodes)
-        reads(readByZbar(patch.grey, linearCodes | dataBarCodes, 3), Library::Zbar);
+    if (isInverted(patch.grey))
+        reads(255 - patch.grey);
 }
 
 } // namespace
@@ -46,7 +53,7 @@ void readCandidates(const cv::Mat& picture, Sightings& sightings)
     for (const cv::RotatedRect& place : findCandidates(picture)) {
         if (sightings.cover(place))
             continue;
-        const Families families = familiesFor(textureOf(patchToJudge(picture, place)), aspectOf(place));
+        const Families families = familiesFor(textureOf(patchToJudge(picture, place)), place);
         if (families == noFamily)
             continue;
         Patch patch = patchToRead(picture, place);

@@ -1,8 +1,13 @@
 #include "readCodes/texture.h"
 
+#include "readCodes/candidates.h"
+
 namespace folvane {
 
 namespace {
+
+/// In pixels. It has at least 69 modules.
+constexpr double leastPdf417Length = 100;
 
 /// The sum of all changes over two pixels.
 double changesAlong(const cv::Mat& patch)
@@ -45,13 +50,14 @@ Texture textureOf(const cv::Mat& patch)
     return texture;
 }
 
-Families familiesFor(const Texture& texture, double aspect)
+Families familiesFor(const Texture& texture, const cv::RotatedRect& place)
 {
     constexpr double flat = 5;
     if (texture.energy < flat)
         return noFamily;
-    const Families bars = texture.stripes > 2.2 ? linearCodes : noFamily;
-    return bars | (aspect < 2.6 ? squatFamilies(texture, aspect) : longFamilies(texture, aspect));
+    const double aspect = aspectOf(place);
+    const Families families = aspect < 2.6 ? squatFamilies(texture, aspect) : longFamilies(texture, aspect);
+    return longSideOf(place) < leastPdf417Length ? families & ~pdf417Codes : families;
 }
 
 } // namespace folvane

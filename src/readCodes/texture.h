@@ -15,7 +15,7 @@ struct Texture {
 
 Texture textureOf(const cv::Mat& patch);
 
-/// What a patch of that texture and aspect may be.
-Families familiesFor(const Texture& texture, double aspect);
+/// What a place of that texture may be, but for linear codes.
+Families familiesFor(const Texture& texture, const cv::RotatedRect& place);
 
 } // namespace folvane

@@ -16,7 +16,8 @@ void readWholePicture(const cv::Mat& picture, Sightings& sightings)
 {
     const Families left = isSmall(picture) ? noFamily : aztecCodes | dataMatrixCodes;
     sightings.add(readByZxing(picture, zxingFamilies & ~left), Library::Zxing);
-    sightings.add(readByZbar(picture), Library::Zbar);
+    if (isSmall(picture))
+        sightings.add(readByZbar(picture), Library::Zbar);
 }
 
 } // namespace folvane
