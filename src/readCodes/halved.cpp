@@ -16,7 +16,7 @@ void readHalved(const cv::Mat& picture, Sightings& sightings)
     cv::Mat small;
     cv::resize(picture, small, {}, 0.5, 0.5, cv::INTER_AREA);
     sightings.add(carriedBack(readByZxing(small, zxingFamilies), fromScaled(0.5)), Library::Zxing);
-    if (isSmall(small))
+    if (isSmall(picture))
         sightings.add(carriedBack(readByZbar(small), fromScaled(0.5)), Library::Zbar);
 }
 

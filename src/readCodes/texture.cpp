@@ -2,12 +2,11 @@
 
 #include "readCodes/candidates.h"
 
+#include <opencv2/imgproc.hpp>
+
 namespace folvane {
 
 namespace {
-
-/// In pixels. It has at least 69 modules.
-constexpr double leastPdf417Length = 100;
 
 /// The sum of all changes over two pixels.
 double changesAlong(const cv::Mat& patch)
@@ -16,26 +15,30 @@ double changesAlong(const cv::Mat& patch)
     return cv::norm(patch.colRange(2, n), patch.colRange(0, n - 2), cv::NORM_L1);
 }
 
-/// A squat patch: any matrix code, PDF417 when it is not quite square, stripes.
-Families squatFamilies(const Texture& texture, double aspect)
+double darkShareOf(const cv::Mat& patch)
 {
-    Families families = noFamily;
-    if (texture.stripes < 1.55)
-        families |= aspect < 1.7 ? matrixFamilies : dataMatrixCodes;
-    if (aspect > 1.15 && texture.stripes > 1.45 && texture.stripes < 7)
-        families |= pdf417Codes;
-    return families;
+    cv::Mat dark;
+    cv::threshold(patch, dark, 0, 1, cv::THRESH_BINARY_INV | cv::THRESH_OTSU);
+    return double(cv::countNonZero(dark)) / double(patch.total());
 }
 
-/// A long one: a rectangular Data Matrix, or PDF417.
-Families longFamilies(const Texture& texture, double aspect)
+bool mayBePdf417(const Texture& texture, const cv::RotatedRect& place)
 {
-    Families families = noFamily;
-    if (texture.stripes > 0.6 && texture.stripes < 1.3 && aspect < 4.5)
-        families |= dataMatrixCodes;
-    if (texture.stripes > 1.3 && texture.stripes < 7)
-        families |= pdf417Codes;
-    return families;
+    constexpr double leastLength = 100; // pixels; it has at least 69 modules
+    return longSideOf(place) > leastLength && texture.stripes > 1.3 && texture.stripes < 7
+           && texture.darkness > 0.37 && texture.darkness < 0.63;
+}
+
+/// A long one can be a rectangular Data Matrix, a squat one any of them.
+Families matrixFamiliesFor(const Texture& texture, double aspect)
+{
+    if (texture.darkness < 0.28 || texture.darkness > 0.72)
+        return noFamily;
+    if (aspect > 2.6)
+        return texture.stripes > 0.6 && texture.stripes < 1.3 && aspect < 4.5 ? dataMatrixCodes : noFamily;
+    if (texture.stripes > 1.55)
+        return noFamily;
+    return aspect < 1.7 ? matrixFamilies : dataMatrixCodes;
 }
 
 } // namespace
@@ -44,7 +47,8 @@ Texture textureOf(const cv::Mat& patch)
 {
     const double along = changesAlong(patch);
     const double across = changesAlong(patch.t());
-    Texture texture{(along + 1) / (across + 1), (along + across) / (double(patch.total()) + 1)};
+    Texture texture{(along + 1) / (across + 1), (along + across) / (double(patch.total()) + 1),
+                    darkShareOf(patch)};
     if (texture.stripes < 0.5) // stripes that lie: the code is higher than it is wide
         texture.stripes = 1 / texture.stripes;
     return texture;
@@ -55,9 +59,7 @@ Families familiesFor(const Texture& texture, const cv::RotatedRect& place)
     constexpr double flat = 5;
     if (texture.energy < flat)
         return noFamily;
-    const double aspect = aspectOf(place);
-    const Families families = aspect < 2.6 ? squatFamilies(texture, aspect) : longFamilies(texture, aspect);
-    return longSideOf(place) < leastPdf417Length ? families & ~pdf417Codes : families;
+    return matrixFamiliesFor(texture, aspectOf(place)) | (mayBePdf417(texture, place) ? pdf417Codes : noFamily);
 }
 
 } // namespace folvane

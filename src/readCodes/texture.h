@@ -10,7 +10,8 @@ namespace folvane {
 struct Texture {
     double stripes =
         1; ///< change along the long side by change across it; above 1 for stripes, about 1 for a matrix
-    double energy = 0; ///< mean change from pixel to pixel, in grey levels
+    double energy = 0;   ///< mean change from pixel to pixel, in grey levels
+    double darkness = 0; ///< share of its area that is dark, about a half in all codes
 };
 
 Texture textureOf(const cv::Mat& patch);
