@@ -2,51 +2,58 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include <algorithm>
 #include <cmath>
 
 namespace folvane {
 
 namespace {
 
-/// Wide bars leave cells without a change, which take part of their neighbours'.
-void shareWithNeighbours(cv::Mat& cells)
+struct Changes {
+    int along = 0, across = 0, all = 0;
+};
+
+/// Of two rows, from one column to another. From the corners of each two by two pixels, which tell even bars of one pixel.
+Changes changesBetween(const uchar* row, const uchar* below, int from, int to)
 {
-    cv::blur(cells, cells, {3, 3});
+    Changes sum;
+    for (int x = from; x < to; ++x) {
+        const int falling = below[x + 1] - row[x];
+        const int rising = row[x + 1] - below[x];
+        const int right = falling + rising;
+        const int down = falling - rising;
+        sum.along += right * right - down * down;
+        sum.across += 2 * right * down;
+        sum.all += right * right + down * down;
+    }
+    return sum;
 }
 
 } // namespace
 
-Orientations::Orientations(const cv::Mat& picture, int cell) : m_cell(cell)
+Orientations::Orientations(const cv::Mat& picture, int cell)
+    : m_along(cv::Mat_<float>::zeros(picture.rows / cell, picture.cols / cell)),
+      m_across(m_along.clone()),
+      m_all(m_along.clone())
 {
-    const cv::Size size(picture.cols / cell, picture.rows / cell);
-    m_along = cv::Mat_<float>::zeros(size);
-    m_across = m_along.clone();
-    m_all = m_along.clone();
-    const float pixels = float(cell * cell);
-    for (int y = 0; y < std::min(size.height * cell, picture.rows - 1); ++y) {
-        const uchar* row = picture.ptr(y);
-        const uchar* below = picture.ptr(y + 1);
-        for (int column = 0; column < size.width; ++column) {
-            int along = 0, across = 0, all = 0;
+    const int rows = std::min(m_all.rows * cell, picture.rows - 1);
+    for (int y = 0; y < rows; ++y)
+        for (int column = 0; column < m_all.cols; ++column) {
             const int end = std::min((column + 1) * cell, picture.cols - 1);
-            for (int x = column * cell; x < end; ++x) {
-                const int falling = below[x + 1] - row[x];
-                const int rising = row[x + 1] - below[x];
-                const int right = falling + rising;
-                const int down = falling - rising;
-                along += right * right - down * down;
-                across += right * down;
-                all += right * right + down * down;
-            }
-            const cv::Point at(column, y / cell);
-            m_along(at) += float(along) / pixels;
-            m_across(at) += 2 * float(across) / pixels;
-            m_all(at) += float(all) / pixels;
+            const Changes sum = changesBetween(picture.ptr(y), picture.ptr(y + 1), column * cell, end);
+            const auto share = [cell](int changes) { return float(changes) / float(cell * cell); };
+            m_along(y / cell, column) += share(sum.along);
+            m_across(y / cell, column) += share(sum.across);
+            m_all(y / cell, column) += share(sum.all);
         }
-    }
-    for (cv::Mat* cells : {static_cast<cv::Mat*>(&m_along), static_cast<cv::Mat*>(&m_across),
-                           static_cast<cv::Mat*>(&m_all)})
-        shareWithNeighbours(*cells);
+    shareWithNeighbours();
+}
+
+void Orientations::shareWithNeighbours()
+{
+    for (cv::Mat_<float>* cells : {&m_along, &m_across, &m_all})
+        if (!cells->empty())
+            cv::blur(*cells, *cells, {3, 3});
 }
 
 double Orientations::coherence(cv::Point at) const

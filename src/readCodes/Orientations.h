@@ -12,17 +12,18 @@ public:
     Orientations(const cv::Mat& picture, int cell);
 
     cv::Size size() const { return m_along.size(); }
-    int cell() const { return m_cell; }
 
     /// Mean square of the change from pixel to pixel, in grey levels.
     double energy(cv::Point at) const { return double(m_all(at)); }
     /// From 0, any direction, to 1, all the same.
     double coherence(cv::Point at) const;
-    /// Of its length, at twice the angle of the change, so that black to white and white to black are one direction.
+    /// As long as it is strong, at twice the angle of the change, so that black to white and white to black are one direction.
     cv::Point2d direction(cv::Point at) const { return {double(m_along(at)), double(m_across(at))}; }
 
 private:
-    int m_cell;
+    /// Wide bars leave cells without a change.
+    void shareWithNeighbours();
+
     cv::Mat_<float> m_along;  ///< change to the right by more than change downwards
     cv::Mat_<float> m_across; ///< the same for the diagonals
     cv::Mat_<float> m_all;

@@ -1,14 +1,11 @@
 #include "readCodes/bullseyes.h"
 
-#include "readCodes/geometry.h"
-
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <numeric>
-#include <optional>
 
 namespace folvane {
 
@@ -17,6 +14,7 @@ namespace {
 /// Pixels of the copy that is looked at.
 constexpr int longSide = 1600;
 constexpr double leastModule = 1.7;
+constexpr size_t mostBullseyes = 60;
 
 /// On a line through the middle, the runs of one colour, which are a module wide each: the middle one and three on each side.
 using Runs = std::array<int, 7>;
@@ -40,8 +38,8 @@ bool areModules(const Runs& runs)
 {
     const double module = lengthOf(runs) / double(runs.size());
     return module >= leastModule && std::ranges::all_of(runs, [module](int run) {
-        return run > 0.45 * module && run < 1.65 * module;
-    });
+               return run > 0.45 * module && run < 1.65 * module;
+           });
 }
 
 /// Where colours change along a row, from its start to its end.
@@ -54,21 +52,24 @@ void findChanges(const uchar* row, int width, std::vector<int>& changes)
     changes.push_back(width);
 }
 
-/// The runs above and below a dark pixel of the middle.
-std::optional<Runs> runsThrough(const cv::Mat_<uchar>& dark, cv::Point at, int longest)
+/// How many pixels of one colour lie on a column from there on, upwards or downwards. The place moves behind them.
+int runFrom(const cv::Mat_<uchar>& dark, cv::Point& at, int way, bool isDark)
+{
+    const int start = at.y;
+    while (at.y >= 0 && at.y < dark.rows && (dark(at) != 0) == isDark)
+        at.y += way;
+    return std::abs(at.y - start);
+}
+
+/// The runs above and below a dark pixel of the middle one.
+Runs runsThrough(const cv::Mat_<uchar>& dark, cv::Point middle)
 {
     Runs runs{};
     runs[3] = -1; // counted from both sides
     for (const int way : {-1, 1}) {
-        int y = at.y;
-        for (int nth = 0; nth <= 3; ++nth) {
-            int length = 0;
-            for (; y >= 0 && y < dark.rows && dark(y, at.x) == (nth + 1) % 2; y += way)
-                ++length;
-            if (length > longest)
-                return std::nullopt;
-            runs[size_t(3 + way * nth)] += length;
-        }
+        cv::Point at = middle;
+        for (int nth = 0; nth <= 3; ++nth)
+            runs[size_t(3 + way * nth)] += runFrom(dark, at, way, nth % 2 == 0);
     }
     return runs;
 }
@@ -134,26 +135,26 @@ private:
         if (!areModules(across))
             return;
         const int x = (changes[3] + changes[4]) / 2;
-        const std::optional<Runs> down = runsThrough(m_dark, {x, y}, int(lengthOf(across) / 3));
-        if (down && areModules(*down) && std::abs(lengthOf(*down) / lengthOf(across) - 1) < 0.25)
-            add(cv::Point2f(float(changes[3] + changes[4] - 1) / 2, float(middleOfRun(x, y))), lengthOf(across) / 7);
+        const Runs down = runsThrough(m_dark, {x, y});
+        if (areModules(down) && std::abs(lengthOf(down) / lengthOf(across) - 1) < 0.25)
+            add(cv::Point2f(float(changes[3] + changes[4] - 1) / 2, middleOfRun(x, y)), lengthOf(across) / 7);
     }
 
     /// Of the run down through a dark pixel.
-    double middleOfRun(int x, int y) const
+    float middleOfRun(int x, int y) const
     {
-        int top = y, bottom = y;
-        while (top > 0 && m_dark(top - 1, x))
-            --top;
-        while (bottom + 1 < m_dark.rows && m_dark(bottom + 1, x))
-            ++bottom;
-        return (top + bottom) / 2.0;
+        cv::Point top(x, y), bottom(x, y);
+        runFrom(m_dark, top, -1, true);
+        runFrom(m_dark, bottom, 1, true);
+        return float(top.y + bottom.y) / 2;
     }
 
     void add(cv::Point2f middle, double width)
     {
-        const auto isThere = [&](const Bullseye& known) { return cv::norm(known.middle - middle) < 4 * width; };
-        if (std::ranges::any_of(m_found, isThere))
+        const auto isThere = [&](const Bullseye& known) {
+            return cv::norm(known.middle - middle) < 4 * width;
+        };
+        if (m_found.size() >= mostBullseyes || std::ranges::any_of(m_found, isThere))
             return;
         const double angle = angleAround(m_copy, middle, 4 * width);
         const Bullseye bullseye{middle, width * std::cos(angle), angle * 180 / CV_PI};

@@ -102,7 +102,9 @@ Patch stripToRead(const cv::Mat& picture, const cv::RotatedRect& place)
     cv::RotatedRect strip = place;
     strip.size.width = place.size.width * 1.3F + 20;
     strip.size.height = std::clamp(place.size.height * 0.7F, least, most);
-    const double scale = strip.size.width < 700 ? 2 : strip.size.width < 1400 ? 1 : 1400.0 / double(strip.size.width);
+    const double scale = strip.size.width < 700    ? 2
+                         : strip.size.width < 1400 ? 1
+                                                   : 1400.0 / double(strip.size.width);
     const cv::Size size = scaledSize(strip, scale);
     const cv::Matx23d toPicture = placing(strip, size, scale);
     cv::Mat grey = sampled(picture, toPicture, size, cv::INTER_LINEAR);

@@ -24,8 +24,7 @@ cv::RotatedRect placeAround(const Bullseye& bullseye)
 void readBullseyes(const cv::Mat& picture, Sightings& sightings)
 {
     for (const Bullseye& bullseye : findBullseyes(picture)) {
-        const Patch patch =
-            patchAtScale(picture, placeAround(bullseye), pixelsForModule / bullseye.module);
+        const Patch patch = patchAtScale(picture, placeAround(bullseye), pixelsForModule / bullseye.module);
         sightings.add(carriedBack(readByZxing(patch.grey, aztecCodes), patch.toPicture), Library::Zxing);
     }
 }

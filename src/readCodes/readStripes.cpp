@@ -16,8 +16,9 @@ bool isCovered(const Sightings& sightings, const cv::RotatedRect& place)
 
 void readStripe(const Patch& patch, const cv::RotatedRect& place, Sightings& sightings)
 {
-    sightings.add(carriedBack(readByZxing(patch.grey, linearCodes, Threshold::Local, Turns::No), patch.toPicture),
-                  Library::Zxing);
+    sightings.add(
+        carriedBack(readByZxing(patch.grey, linearCodes, Threshold::Local, Turns::No), patch.toPicture),
+        Library::Zxing);
     if (!isCovered(sightings, place))
         sightings.add(carriedBack(readByZbar(patch.grey, linearCodes | dataBarCodes), patch.toPicture),
                       Library::Zbar);

@@ -59,7 +59,8 @@ Families familiesFor(const Texture& texture, const cv::RotatedRect& place)
     constexpr double flat = 5;
     if (texture.energy < flat)
         return noFamily;
-    return matrixFamiliesFor(texture, aspectOf(place)) | (mayBePdf417(texture, place) ? pdf417Codes : noFamily);
+    return matrixFamiliesFor(texture, aspectOf(place))
+           | (mayBePdf417(texture, place) ? pdf417Codes : noFamily);
 }
 
 } // namespace folvane
