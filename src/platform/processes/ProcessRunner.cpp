@@ -42,7 +42,7 @@ constexpr int longestMessage = 300; // characters
 QString firstCharacters(const QString& text, int count)
 {
     constexpr qsizetype enoughUnits = 10'000; // a finder looks at everything before it answers
-    const QString beginning = text.left(enoughUnits);
+    QString beginning = text.left(enoughUnits);
     QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, beginning);
     for (int i = 0; i < count; ++i)
         if (characters.toNextBoundary() < 0)
