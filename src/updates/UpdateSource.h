@@ -4,6 +4,7 @@
 #include <QUrl>
 
 #include <chrono>
+#include <optional>
 
 namespace folvane {
 
@@ -13,7 +14,8 @@ struct UpdateSource {
     QUrl versionFile;
     qint64 currentBuild = 0;
     std::chrono::milliseconds timeout{15'000}; ///< without a byte
-    QSslConfiguration tls = {};                ///< null: the system's
+    std::optional<QSslConfiguration> tls =
+        {}; ///< none: the system's, which is not even loaded before it is needed
 };
 
 /// The constants of the build; nothing that a user or an environment sets changes them.

@@ -19,8 +19,8 @@ constexpr qint64 mostBytes = 64 << 10;
 QNetworkRequest plainRequest(const UpdateSource& source)
 {
     QNetworkRequest request(source.versionFile);
-    if (!source.tls.isNull())
-        request.setSslConfiguration(source.tls);
+    if (source.tls)
+        request.setSslConfiguration(*source.tls);
     request.setTransferTimeout(int(source.timeout.count()));
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
