@@ -9,7 +9,10 @@ using namespace std::chrono_literals;
 class SupportOffers : public ModelTest {
 protected:
     /// A new run of the program, with the preferences of the one before.
-    void restart() { model = std::make_unique<AppModel>(Services{engine, panels, preferences, workspace, clock}); }
+    void restart()
+    {
+        model = std::make_unique<AppModel>(Services{engine, panels, preferences, workspace, clock});
+    }
     void saveFiles(int count, const QString& name)
     {
         const OpenFilePtr file = open({putPdf(name + " source.pdf", 1)});

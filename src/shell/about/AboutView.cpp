@@ -54,9 +54,11 @@ QWidget* AboutView::makePage()
 QWidget* AboutView::makeHead(QWidget* page) const
 {
     auto* panel = new folvane::Panel(panelPadding, page);
-    const QString version = tr("Version %1 (%2) · by Merrowlight Apps").arg(config::version).arg(config::buildNumber);
+    const QString version =
+        tr("Version %1 (%2) · by Merrowlight Apps").arg(config::version).arg(config::buildNumber);
     auto* words = makeColumn(nullptr, {}, 2);
-    words->addWidget(new TextLabel(tr("Folvane for Mac"), interfaceFont(22, Weight::Bold), theme::text, panel));
+    words->addWidget(
+        new TextLabel(tr("Folvane for Mac"), interfaceFont(22, Weight::Bold), theme::text, panel));
     words->addWidget(new NoteLabel(version, 13, panel));
     auto* row = makeRow(nullptr, {}, 16);
     row->addWidget(new BrandMark(logoSide, panel), 0, Qt::AlignVCenter);
@@ -71,7 +73,8 @@ QWidget* AboutView::makeSupport(QWidget* page)
     button->setSymbol(Icon::Heart);
     connect(button, &Button::clicked, this, [this] { m_model.support = SupportPrompt::Manual; });
     return makeAboutPanel(tr("Free, with optional support"),
-                          tr("No ads, no tracking, no account, no subscription. Everything runs on your Mac. If Folvane helps, you "
+                          tr("No ads, no tracking, no account, no subscription. Everything runs on your Mac. "
+                             "If Folvane helps, you "
                              "can support the developer with crypto."),
                           button, page);
 }
@@ -84,7 +87,8 @@ QWidget* AboutView::makeFriend(QWidget* page)
         m_model.services().workspace.openLink(TellAFriendView::mail(m_model.updates.productPage()));
     });
     return makeAboutPanel(tr("Tell a friend"),
-                          tr("Folvane spends nothing on ads, so people telling people is how it grows. Share a link to its page; "
+                          tr("Folvane spends nothing on ads, so people telling people is how it grows. Share "
+                             "a link to its page; "
                              "nothing is sent unless you choose where."),
                           button, page);
 }
@@ -93,14 +97,16 @@ void AboutView::addLinks(QVBoxLayout& column, QWidget* page)
 {
     const QString site = QStringLiteral("https://") + config::hostName.toString();
     const QUrl mail(QStringLiteral("mailto:%1?subject=%2")
-                        .arg(config::supportAddress, QString::fromLatin1(QUrl::toPercentEncoding(tr("Folvane for Mac")))));
+                        .arg(config::supportAddress,
+                             QString::fromLatin1(QUrl::toPercentEncoding(tr("Folvane for Mac")))));
     const auto url = [](QStringView constant) { return QUrl(constant.toString()); };
     Workspace& workspace = m_model.services().workspace;
-    column.addWidget(new LinksPanel(workspace, tr("Help & legal"),
-                                    {{Icon::Envelope, tr("Write to Support"), mail},
-                                     {Icon::Shield, tr("Privacy Policy"), QUrl(site + "/folvane-mac/privacy/")},
-                                     {Icon::TextDocument, tr("Terms of Use"), QUrl(site + "/terms/")}},
-                                    page));
+    column.addWidget(
+        new LinksPanel(workspace, tr("Help & legal"),
+                       {{Icon::Envelope, tr("Write to Support"), mail},
+                        {Icon::Shield, tr("Privacy Policy"), QUrl(site + "/folvane-mac/privacy/")},
+                        {Icon::TextDocument, tr("Terms of Use"), QUrl(site + "/terms/")}},
+                       page));
     column.addWidget(new LinksPanel(workspace, tr("Follow us"),
                                     {{Icon::Film, QStringLiteral("YouTube"), url(config::youTubeUrl)},
                                      {Icon::Music, QStringLiteral("TikTok"), url(config::tikTokUrl)},

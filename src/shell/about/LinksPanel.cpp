@@ -22,7 +22,8 @@ LinksPanel::LinksPanel(Workspace& workspace, const QString& title, const QList<L
         auto* row = new LinkButton(link.title, this);
         row->setSymbol(link.icon);
         row->setToolTip(link.address.toDisplayString());
-        connect(row, &LinkButton::clicked, this, [&workspace, address = link.address] { workspace.openLink(address); });
+        connect(row, &LinkButton::clicked, this,
+                [&workspace, address = link.address] { workspace.openLink(address); });
         content().addWidget(row, 0, Qt::AlignLeft);
     }
 }

@@ -21,7 +21,8 @@ public:
         QUrl address;
     };
 
-    LinksPanel(Workspace& workspace, const QString& title, const QList<Link>& links, QWidget* parent = nullptr);
+    LinksPanel(Workspace& workspace, const QString& title, const QList<Link>& links,
+               QWidget* parent = nullptr);
 };
 
 } // namespace folvane

@@ -64,7 +64,8 @@ void UpdatePanel::refresh()
     if (result)
         std::visit([this](const auto& found) { tell(found); }, *result);
     else
-        say(tr("Folvane checks only when you ask. It reads one file on %1 and sends nothing about your Mac.").arg(config::hostName),
+        say(tr("Folvane checks only when you ask. It reads one file on %1 and sends nothing about your Mac.")
+                .arg(config::hostName),
             theme::secondaryText);
 }
 

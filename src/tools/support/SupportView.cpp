@@ -44,7 +44,8 @@ SupportView::SupportView(bool afterResult, QWidget* parent)
     addPicker();
     addDetails();
     content().addWidget(new NoteLabel(
-        tr("Send only on the networks listed above. Coins sent on another network can't be recovered."), 12, this));
+        tr("Send only on the networks listed above. Coins sent on another network can't be recovered."), 12,
+        this));
     addFooter(afterResult);
     show(m_network);
 }
@@ -86,8 +87,7 @@ QWidget* SupportView::makeRow(const QString& title, QWidget* value)
 {
     auto* row = new QWidget(this);
     auto* column = makeColumn(row, {}, 2);
-    column->addWidget(
-        new TextLabel(title, interfaceFont(11.5, Weight::SemiBold), theme::secondaryText, row));
+    column->addWidget(new TextLabel(title, interfaceFont(11.5, Weight::SemiBold), theme::secondaryText, row));
     column->addWidget(value);
     return row;
 }

@@ -34,8 +34,9 @@ TellAFriendView::TellAFriendView(AppModel& model, QUrl productPage, QWidget* par
 {
     setIcon(Icon::People);
     content().setSpacing(spacing);
-    content().addWidget(new NoteLabel(
-        tr("Folvane is free: no ads, no tracking. We don't buy ads, so friends telling friends is how people find it."), 13, this));
+    content().addWidget(new NoteLabel(tr("Folvane is free: no ads, no tracking. We don't buy ads, so friends "
+                                         "telling friends is how people find it."),
+                                      13, this));
     addMessage();
     content().addWidget(new NoteLabel(tr("You choose the app and the friend; we never see who."), 13, this));
     addButtons();
@@ -44,14 +45,16 @@ TellAFriendView::TellAFriendView(AppModel& model, QUrl productPage, QWidget* par
 QString TellAFriendView::message()
 {
     //: The message shared with a friend, followed by the link to the app's page.
-    return tr("Folvane for Mac: free PDF tools, signatures and stamps, QR codes. Everything stays on your Mac.");
+    return tr(
+        "Folvane for Mac: free PDF tools, signatures and stamps, QR codes. Everything stays on your Mac.");
 }
 
 QUrl TellAFriendView::mail(const QUrl& productPage)
 {
     QUrlQuery fields;
     fields.addQueryItem(QStringLiteral("subject"), config::appName.toString());
-    fields.addQueryItem(QStringLiteral("body"), QString::fromLatin1(QUrl::toPercentEncoding(withPage(productPage))));
+    fields.addQueryItem(QStringLiteral("body"),
+                        QString::fromLatin1(QUrl::toPercentEncoding(withPage(productPage))));
     QUrl mail(QStringLiteral("mailto:"));
     mail.setQuery(fields);
     return mail;
@@ -63,7 +66,8 @@ void TellAFriendView::addMessage()
     auto* text = new TextLabel(withPage(m_productPage), interfaceFont(13), theme::text, panel);
     text->setWordWrap(true);
     panel->content().addWidget(text);
-    content().addWidget(new TextLabel(tr("Your friend gets this message:"), interfaceFont(13, Weight::Medium), theme::text, this));
+    content().addWidget(new TextLabel(tr("Your friend gets this message:"), interfaceFont(13, Weight::Medium),
+                                      theme::text, this));
     content().addWidget(panel);
 }
 

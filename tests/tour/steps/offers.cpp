@@ -33,7 +33,8 @@ void showAbout(Tour& tour)
     Tour::check(tour.workspace.openedLinks.last() == tour.model.updates.productPage(), "to the maker's page");
     tour.model.updates.result = UpdateChecker::Result(UpdateChecker::UpToDate());
     tour.picture("about-latest");
-    tour.model.updates.result = UpdateChecker::Result(UpdateChecker::Failed{"Couldn't check for updates: Host not found"});
+    tour.model.updates.result =
+        UpdateChecker::Result(UpdateChecker::Failed{"Couldn't check for updates: Host not found"});
     tour.resize(tour.window.minimumSize());
     tour.picture("about-failed-narrow");
 }
@@ -47,16 +48,20 @@ void showOffers(Tour& tour)
     tour.picture("offers-support");
     tour.press("Bitcoin");
     tour.press("Copy Address", "offers-address-copied");
-    Tour::check(QGuiApplication::clipboard()->text() == "example-bitcoin-address", "the address is on the clipboard");
+    Tour::check(QGuiApplication::clipboard()->text() == "example-bitcoin-address",
+                "the address is on the clipboard");
     tour.press("Not Now");
     Tour::check(!tour.model.support.value(), "the offer has gone");
 
     tour.model.support = SupportPrompt::TellAFriend;
     tour.picture("offers-friend");
     tour.press("Share…");
-    Tour::check(tour.workspace.openedLinks.value(0).toString().startsWith("mailto:?subject=Folvane&body=Folvane"), "a mail with the message");
+    Tour::check(
+        tour.workspace.openedLinks.value(0).toString().startsWith("mailto:?subject=Folvane&body=Folvane"),
+        "a mail with the message");
     tour.press("Copy Message", "offers-friend-told");
-    Tour::check(tour.preferences.value("friend.state").toString() == "done", "who told a friend is not asked again");
+    Tour::check(tour.preferences.value("friend.state").toString() == "done",
+                "who told a friend is not asked again");
     tour.press("Done");
 
     tour.preferences.setValue("support.offeredAfterFirstResult", {});
