@@ -43,6 +43,12 @@ LazyColumn::LazyColumn(const Measures& measures, MakeItem makeItem, QWidget* par
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { follow(now); });
 }
 
+// The keyboard leaves what dies with it.
+LazyColumn::~LazyColumn()
+{
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 void LazyColumn::setHeader(QWidget* header)
 {
     m_header = header;
@@ -58,15 +64,21 @@ void LazyColumn::setItems(const QList<QUuid>& items)
     const qsizetype focused = focusedItem();
     const QUuid withKeyboard = focused < 0 ? QUuid() : m_items[focused];
     m_items = items;
-    const QSet<QUuid> kept(items.begin(), items.end());
+    discardAllBut({items.begin(), items.end()});
+    findTops();
+    arrange(before);
+    if (focused >= 0 && !items.contains(withKeyboard))
+        passKeyboardOn(focused);
+}
+
+// The keyboard leaves what is hidden, and what it comes to must not move anything yet.
+void LazyColumn::discardAllBut(const QSet<QUuid>& kept)
+{
+    const QScopedValueRollback arranging(m_isArranging, true);
     for (const QUuid& made : m_made.keys())
         if (!kept.contains(made))
             discard(made);
     m_heights.removeIf([&kept](const auto& height) { return !kept.contains(height.key()); });
-    findTops();
-    arrange(before);
-    if (focused >= 0 && !kept.contains(withKeyboard))
-        passKeyboardOn(focused);
 }
 
 /// To the item that has come to this place, or to the last one; to the header when none is left.
@@ -250,7 +262,8 @@ bool LazyColumn::eventFilter(QObject* watched, QEvent* event)
 // A press of the mouse that gives the keyboard leaves everything where it is.
 void LazyColumn::follow(QWidget* focused)
 {
-    if (!focused || !viewport()->isAncestorOf(focused) || QApplication::mouseButtons() != Qt::NoButton)
+    const bool isHere = focused && viewport()->isAncestorOf(focused);
+    if (!isHere || m_isArranging || QApplication::mouseButtons() != Qt::NoButton)
         return;
     const int top = focused->mapTo(viewport(), QPoint()).y() + scroll();
     reveal(top, top + focused->height());

@@ -28,6 +28,7 @@ public:
     using MakeItem = std::function<QWidget*(const QUuid&)>;
 
     LazyColumn(const Measures& measures, MakeItem makeItem, QWidget* parent = nullptr);
+    ~LazyColumn() override;
 
     /// Takes it, once.
     void setHeader(QWidget* header);
@@ -70,6 +71,7 @@ private:
     Range rangeNearScreen() const;
     bool make(Range range);
     void discardBeyond(Range range);
+    void discardAllBut(const QSet<QUuid>& kept);
     void discard(const QUuid& item);
     void chainTabs();
     void placeAll() const;
