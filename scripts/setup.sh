@@ -9,6 +9,8 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 unset CC CXX CFLAGS CXXFLAGS CPPFLAGS LDFLAGS CPATH LIBRARY_PATH LD_LIBRARY_PATH DESTDIR
 unset CMAKE_GENERATOR CMAKE_BUILD_TYPE CMAKE_PREFIX_PATH CMAKE_TOOLCHAIN_FILE PKG_CONFIG_PATH PKG_CONFIG_LIBDIR
 unset QT_PLUGIN_PATH
+# Resources carry the time of their files, by which no two builds would be the same.
+export QT_RCC_SOURCE_DATE_OVERRIDE=1
 export PATH="$PATH:/usr/local/sbin:/usr/sbin:/sbin"
 
 fail() {

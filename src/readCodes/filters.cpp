@@ -80,6 +80,13 @@ bool isPartOfText(const Sighting& a, const Sighting& b)
            && b.symbol.text.find(a.symbol.text) != std::string::npos;
 }
 
+/// Any even number of its digits is a code again, with other digits where it is read backwards.
+bool isShorterItf(const Sighting& a, const Sighting& b)
+{
+    return a.symbol.symbology == CodeSymbology::I2of5 && b.symbol.symbology == CodeSymbology::I2of5
+           && a.symbol.text.size() < b.symbol.text.size();
+}
+
 bool wasSeenLess(const Sighting& a, const Sighting& b)
 {
     // A line that zxing-cpp counts is worth more: it looks at fewer.
@@ -96,7 +103,8 @@ bool yieldsTo(const Sighting& a, const Sighting& b)
     const bool isDataBarOnly =
         a.symbol.symbology == CodeSymbology::Gs1DataBar && b.symbol.symbology != CodeSymbology::Gs1DataBar;
     return isLinear(b) && shareSpot(a, b)
-           && (isPartOfText(a, b) || (wasSeenLess(a, b) && !isDataBarOnly && !a.isAgreed()));
+           && (isPartOfText(a, b) || isShorterItf(a, b)
+               || (wasSeenLess(a, b) && !isDataBarOnly && !a.isAgreed()));
 }
 
 /// ZBar alone misreads the texts of some QR codes.

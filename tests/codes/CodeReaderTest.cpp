@@ -60,6 +60,26 @@ TEST_F(CodeReaderTest, ReadsWhatAnotherProgramDrew)
     EXPECT_EQ(reader.codes(QImage()), std::vector<ReadCode>());
 }
 
+// A line that leaves turned bars by their side has read a part of the digits, which is a code, too.
+TEST_F(CodeReaderTest, ReadsAllOfTurnedBars)
+{
+    const QImage bars = drawnCode("C25INTER", "15359504");
+    CodeReader reader;
+    for (const int angle : {5, 35, 55, 60, 65, 80}) {
+        const QImage turned =
+            bars.convertToFormat(QImage::Format_ARGB32).transformed(QTransform().rotate(-angle));
+        EXPECT_EQ(reader.codes(sheet({{{100, 100}, turned}})),
+                  (std::vector<ReadCode>{{"15359504", CodeSymbology::I2of5}}))
+            << angle;
+    }
+}
+
+TEST_F(CodeReaderTest, GivesThePrintedDigitsOfShortNumbers)
+{
+    EXPECT_EQ(CodeReader().codes(sheet({{{100, 100}, drawnCode("UPCE", "1234567")}})),
+              (std::vector<ReadCode>{{"12345670", CodeSymbology::UpcE}}));
+}
+
 // The library for bars ends its process here: tried again with care.
 TEST_F(CodeReaderTest, ReadsSheetsOfEqualLabels)
 {

@@ -5,7 +5,8 @@
 
 FOLDER (or FOLVANE_CORPUS) holds a folder for each kind, named as in KINDS, and in it pictures, each with its text in a file
 beside it. Pictures without a text are read, too, and what is found in them is counted. Ends with 1 when our reader is right in
-fewer pictures of a folder than the better of the two libraries. --first N: the first N pictures of each folder.
+fewer pictures of a folder than the better of the two libraries. Texts of UPC-E are compared as the numbers of thirteen digits that
+they stand for: readers give the eight that are printed. --first N: the first N pictures of each folder.
 """
 
 import argparse
