@@ -89,6 +89,12 @@ void installAccessibility()
     QAccessible::installFactory(interfaceFor);
 }
 
+void announce(QWidget& widget)
+{
+    QAccessibleEvent event(&widget, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
+}
+
 void setSpokenRole(QWidget& widget, QAccessible::Role role)
 {
     widget.setProperty(roleProperty, int(role));

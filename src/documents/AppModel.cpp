@@ -18,6 +18,7 @@ AppModel::AppModel(Services services, QObject* parent)
 AppModel::~AppModel()
 {
     m_end.request_stop();
+    codes.stop();
 }
 
 OpenFilePtr AppModel::file(const QUuid& id) const

@@ -67,8 +67,9 @@ QCoro::Task<> AppModel::readCodesFromClipboard()
         co_return;
     }
     const std::stop_token ended = m_end.get_token();
+    const std::stop_source before = codes.task;
     const QImage picture = co_await pictureOnClipboard();
-    if (ended.stop_requested())
+    if (ended.stop_requested() || before != codes.task) // a newer read began while this was decoded
         co_return;
     const Job reading = [this, picture](std::stop_token stop) { return readPicture(picture, stop); };
     if (picture.isNull())
@@ -97,6 +98,8 @@ QCoro::Task<> AppModel::readFiles(QList<QUrl> urls, std::stop_token stop)
     for (const QUrl& url : urls) {
         const std::vector<PageItem> pages = co_await load(url, BadPictures::LeaveOut);
         throwIfStopped(stop);
+        if (pages.empty())
+            continue;
         QCoro::Task<QList<FoundCode>> reading =
             engine().codes(url, int(pages.size()), lastPathComponent(url), stop);
         const QList<FoundCode> onPages = co_await reading;

@@ -37,7 +37,7 @@ protected:
         const QString number = QString::number(items.indexOf(item));
         card->setObjectName(number);
         card->setFocusPolicy(Qt::TabFocus);
-        makeColumn(card, QMargins(0, 0, 0, 20 + 30 * int(items.indexOf(item) % 4)), 0)
+        makeColumn(card, QMargins(0, 0, 0, 20 + 30 * int(items.indexOf(item) % 4) + more), 0)
             ->addWidget(new Button(Button::Kind::Secondary, number, card));
         return card;
     }
@@ -60,6 +60,7 @@ protected:
     }
     void press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
 
+    int more = 0; ///< height of each item
     QList<QUuid> items;
     LazyColumn column{{400, 20, 10, 100}, [this](const QUuid& item) { return makeItem(item); }};
 };
@@ -101,6 +102,23 @@ TEST_F(LazyColumns, KeepsWhatIsOnScreenInItsPlace)
     EXPECT_EQ(topOf(there), before + 800);
     column.setItems(QList<QUuid>{QUuid::createUuid(), QUuid::createUuid()} + items);
     EXPECT_EQ(topOf(there), before + 800) << "what comes before it moves nothing";
+}
+
+TEST_F(LazyColumns, GoesThroughItemsHigherThanTheScreen)
+{
+    column.setItems({});
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    more = 2000;
+    column.setItems(items);
+    column.findChild<Button*>()->setFocus(Qt::TabFocusReason);
+    press(Qt::Key_Tab);
+    const int top = topOf("0");
+    press(Qt::Key_PageDown);
+    press(Qt::Key_PageDown);
+    EXPECT_LT(topOf("0"), top - 1000) << "two pages of it";
+    press(Qt::Key_End);
+    EXPECT_EQ(focused(), "499");
+    EXPECT_GE(topOf("499"), 0);
 }
 
 TEST_F(LazyColumns, PassesTheKeyboardOnFromWhatGoes)

@@ -23,7 +23,8 @@ TEST(QRImage, IsReadBackAtEverySize)
 TEST(DonationAddresses, BreakInTheMiddle)
 {
     EXPECT_EQ(displayed(QString(52, u'a')), QString(52, u'a'));
-    EXPECT_EQ(displayed(QString(53, u'a')), QString(27, u'a') + '\n' + QString(26, u'a'));
+    EXPECT_EQ(displayed(QString(53, u'a')),
+              QString(27, u'a') + QChar(QChar::LineSeparator) + QString(26, u'a'));
 }
 
 } // namespace folvane

@@ -18,13 +18,22 @@ constexpr int reach = 400; // how far beyond the screen items are made, so that 
 constexpr int step = 60;   // of the arrow keys, where an item is higher than the screen
 constexpr int air = 16;    // around what comes on screen because it got the keyboard
 
-/// Where the Tab key stops in the widget, itself included, in this order.
-QList<QWidget*> tabStops(QWidget& widget)
+/// What can have the keyboard in the widget, itself included, in the order of the Tab key.
+QList<QWidget*> stopsIn(QWidget& widget)
 {
     QList<QWidget*> stops = widget.findChildren<QWidget*>();
     stops.prepend(&widget);
-    stops.removeIf([](const QWidget* each) { return !(each->focusPolicy() & Qt::TabFocus); });
+    stops.removeIf([](const QWidget* each) { return each->focusPolicy() == Qt::NoFocus; });
     return stops;
+}
+
+void giveKeyboard(QWidget& widget)
+{
+    const QList<QWidget*> stops = stopsIn(widget);
+    const auto stop =
+        std::ranges::find_if(stops, [](const QWidget* each) { return each->focusPolicy() & Qt::TabFocus; });
+    if (stop != stops.end())
+        (*stop)->setFocus(Qt::TabFocusReason);
 }
 
 } // namespace
@@ -40,7 +49,10 @@ LazyColumn::LazyColumn(const Measures& measures, MakeItem makeItem, QWidget* par
         QPalette::NoRole); // below a field, labels would have the colour of its text
     verticalScrollBar()->setSingleStep(step);
     findTops();
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { follow(now); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
+        if (before) // none: the window has become active, and nothing has moved
+            follow(now);
+    });
 }
 
 // The keyboard leaves what dies with it.
@@ -84,11 +96,10 @@ void LazyColumn::discardAllBut(const QSet<QUuid>& kept)
 /// To the item that has come to this place, or to the last one; to the header when none is left.
 void LazyColumn::passKeyboardOn(qsizetype from)
 {
-    const QList<QWidget*> before = tabStops(*m_header);
-    if (!m_items.isEmpty())
+    if (m_items.isEmpty())
+        giveKeyboard(*m_header);
+    else
         goTo(std::min(from, m_items.size() - 1));
-    else if (!before.isEmpty())
-        before.first()->setFocus();
 }
 
 void LazyColumn::scrollToTop()
@@ -164,7 +175,7 @@ void LazyColumn::scrollTo(const Anchor& anchor)
     verticalScrollBar()->setRange(0, std::max(0, end - viewport()->height()));
     const qsizetype item = anchor.item.isNull() ? -1 : m_items.indexOf(anchor.item);
     if (item >= 0)
-        verticalScrollBar()->setValue(topOf(item) - anchor.distance);
+        verticalScrollBar()->setValue(topOf(item) - std::max(anchor.distance, topOf(item) - bottomOf(item)));
 }
 
 LazyColumn::Range LazyColumn::rangeNearScreen() const
@@ -218,9 +229,9 @@ void LazyColumn::chainTabs()
     made.removeIf([this](const QUuid& item) { return !m_made.contains(item); });
     if (std::exchange(m_chained, made) == made)
         return;
-    QList<QWidget*> stops = tabStops(*m_header);
+    QList<QWidget*> stops = stopsIn(*m_header);
     for (const QUuid& item : made)
-        stops += tabStops(*m_made[item]);
+        stops += stopsIn(*m_made[item]);
     for (qsizetype i = 1; i < stops.size(); ++i)
         QWidget::setTabOrder(stops[i - 1], stops[i]);
 }
@@ -293,9 +304,11 @@ void LazyColumn::goTo(qsizetype item)
 {
     if (item < 0 || item >= m_items.size())
         return;
+    if (!m_made.contains(m_items[item]))
+        arrange({m_items[item], air}); // by thought heights it may lie elsewhere
     reveal(topOf(item), bottomOf(item));
     if (QWidget* widget = m_made.value(m_items[item]))
-        tabStops(*widget).first()->setFocus(Qt::TabFocusReason);
+        giveKeyboard(*widget);
 }
 
 void LazyColumn::goDown(qsizetype from)
@@ -314,16 +327,28 @@ void LazyColumn::goUp(qsizetype from)
         goTo(from - 1);
 }
 
-void LazyColumn::keyPressEvent(QKeyEvent* event)
+/// To the item that is a page further; in one that is higher than the screen, a page of it.
+void LazyColumn::turnPage(int direction)
 {
     const int page = viewport()->height() - step;
+    const int place = std::max(scroll() + direction * page, 0);
+    const qsizetype item = std::min(itemAt(place), m_items.size() - 1);
+    const bool isThere = item < 0 || item == focusedItem();
+    if (isThere || bottomOf(item) - topOf(item) > page)
+        verticalScrollBar()->setValue(place);
+    else
+        goTo(item);
+}
+
+void LazyColumn::keyPressEvent(QKeyEvent* event)
+{
     switch (event->key()) {
     case Qt::Key_Down: return goDown(focusedItem());
     case Qt::Key_Up: return goUp(focusedItem());
     case Qt::Key_Home: return goTo(0);
     case Qt::Key_End: return goTo(m_items.size() - 1);
-    case Qt::Key_PageDown: return goTo(itemAt(scroll() + page));
-    case Qt::Key_PageUp: return goTo(itemAt(std::max(scroll() - page, 0)));
+    case Qt::Key_PageDown: return turnPage(1);
+    case Qt::Key_PageUp: return turnPage(-1);
     default: QAbstractScrollArea::keyPressEvent(event);
     }
 }

@@ -12,7 +12,7 @@ namespace folvane {
 
 /// A page that scrolls: a header, and below it a column of items, however many. An item is made when it comes near the screen and
 /// goes when it has left it, unless it has the keyboard; what can be seen keeps its place meanwhile. The Tab key goes through the
-/// items one after the other, the arrow keys from item to item.
+/// items one after the other; so do the arrow keys, which go from item to item where an item itself has the keyboard.
 class LazyColumn : public QAbstractScrollArea {
     Q_OBJECT
 
@@ -84,6 +84,7 @@ private:
     void goTo(qsizetype item);
     void goDown(qsizetype from);
     void goUp(qsizetype from);
+    void turnPage(int direction);
 
     const Measures m_measures;
     const MakeItem m_makeItem;

@@ -1,5 +1,6 @@
 #include "controls/texts/SelectableText.h"
 
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QTextBlock>
 
@@ -86,6 +87,28 @@ int SelectableText::heightForWidth(int width) const
 QSize SelectableText::sizeHint() const
 {
     return {usualWidth, heightForWidth(std::max(width(), usualWidth))};
+}
+
+void SelectableText::letKeyboardIn()
+{
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setTabChangesFocus(true);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+// It has nothing to scroll: what does not concern its selection goes to what lies around it.
+void SelectableText::keyPressEvent(QKeyEvent* event)
+{
+    const bool isMine = event->matches(QKeySequence::Copy) || event->matches(QKeySequence::SelectAll);
+    if (isMine || textInteractionFlags().testFlag(Qt::TextSelectableByKeyboard))
+        QTextEdit::keyPressEvent(event);
+    else
+        event->ignore();
+}
+
+void SelectableText::wheelEvent(QWheelEvent* event)
+{
+    event->ignore();
 }
 
 QMimeData* SelectableText::createMimeDataFromSelection() const

@@ -25,7 +25,12 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return {}; }
 
+    /// The Tab key stops at it, and it is selected by keys: for what is too long to be spoken with its card.
+    void letKeyboardIn();
+
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     QMimeData* createMimeDataFromSelection() const override;
 
 private:

@@ -8,11 +8,11 @@
 #include "controls/layouts.h"
 #include "controls/style/Theme.h"
 #include "controls/texts/NoteLabel.h"
-#include "platform/desktop/Workspace.h"
 #include "shell/about/LinksPanel.h"
 #include "shell/about/UpdatePanel.h"
 #include "shell/about/aboutPanel.h"
 #include "tools/support/TellAFriendView.h"
+#include "viewParts/openLink.h"
 
 namespace folvane {
 
@@ -21,7 +21,6 @@ namespace {
 constexpr int widestPage = 640;
 constexpr int padding = 28;
 constexpr int spacing = 16;
-constexpr int panelPadding = 20;
 constexpr int logoSide = 56;
 
 } // namespace
@@ -53,7 +52,7 @@ QWidget* AboutView::makePage()
 
 QWidget* AboutView::makeHead(QWidget* page) const
 {
-    auto* panel = new folvane::Panel(panelPadding, page);
+    auto* panel = new folvane::Panel(aboutPanelPadding, page);
     const QString version =
         tr("Version %1 (%2) · by Merrowlight Apps").arg(config::version).arg(config::buildNumber);
     auto* words = makeColumn(nullptr, {}, 2);
@@ -83,9 +82,8 @@ QWidget* AboutView::makeFriend(QWidget* page)
 {
     auto* button = new Button(Button::Kind::Secondary, tr("Share"), page);
     button->setSymbol(Icon::Share);
-    connect(button, &Button::clicked, this, [this] {
-        m_model.services().workspace.openLink(TellAFriendView::mail(m_model.updates.productPage()));
-    });
+    connect(button, &Button::clicked, this,
+            [this] { openLink(m_model, TellAFriendView::mail(m_model.updates.productPage())); });
     return makeAboutPanel(tr("Tell a friend"),
                           tr("Folvane spends nothing on ads, so people telling people is how it grows. Share "
                              "a link to its page; "
@@ -100,21 +98,20 @@ void AboutView::addLinks(QVBoxLayout& column, QWidget* page)
                         .arg(config::supportAddress,
                              QString::fromLatin1(QUrl::toPercentEncoding(tr("Folvane for Mac")))));
     const auto url = [](QStringView constant) { return QUrl(constant.toString()); };
-    Workspace& workspace = m_model.services().workspace;
     column.addWidget(
-        new LinksPanel(workspace, tr("Help & legal"),
+        new LinksPanel(m_model, tr("Help & legal"),
                        {{Icon::Envelope, tr("Write to Support"), mail},
                         {Icon::Shield, tr("Privacy Policy"), QUrl(site + "/folvane-mac/privacy/")},
                         {Icon::TextDocument, tr("Terms of Use"), QUrl(site + "/terms/")}},
                        page));
-    column.addWidget(new LinksPanel(workspace, tr("Follow us"),
+    column.addWidget(new LinksPanel(m_model, tr("Follow us"),
                                     {{Icon::Film, QStringLiteral("YouTube"), url(config::youTubeUrl)},
                                      {Icon::Music, QStringLiteral("TikTok"), url(config::tikTokUrl)},
                                      {Icon::Send, QStringLiteral("Telegram"), url(config::telegramUrl)},
                                      //: Link to the developer's account on X
                                      {Icon::At, tr("X (developer)"), url(config::xUrl)}},
                                     page));
-    column.addWidget(new LinksPanel(workspace, tr("More from Merrowlight Apps"),
+    column.addWidget(new LinksPanel(m_model, tr("More from Merrowlight Apps"),
                                     {{Icon::Apps, tr("Our other apps"), QUrl(site + "/")}}, page));
 }
 

@@ -1,21 +1,15 @@
 #include "shell/about/LinksPanel.h"
 
 #include "controls/LinkButton.h"
-#include "platform/desktop/Workspace.h"
 #include "shell/about/aboutPanel.h"
+#include "viewParts/openLink.h"
 
 #include <QVBoxLayout>
 
 namespace folvane {
 
-namespace {
-
-constexpr int padding = 20;
-
-} // namespace
-
-LinksPanel::LinksPanel(Workspace& workspace, const QString& title, const QList<Link>& links, QWidget* parent)
-    : Panel(padding, parent)
+LinksPanel::LinksPanel(AppModel& model, const QString& title, const QList<Link>& links, QWidget* parent)
+    : Panel(aboutPanelPadding, parent)
 {
     addTitle(*this, title);
     for (const Link& link : links) {
@@ -23,7 +17,7 @@ LinksPanel::LinksPanel(Workspace& workspace, const QString& title, const QList<L
         row->setSymbol(link.icon);
         row->setToolTip(link.address.toDisplayString());
         connect(row, &LinkButton::clicked, this,
-                [&workspace, address = link.address] { workspace.openLink(address); });
+                [&model, address = link.address] { openLink(model, address); });
         content().addWidget(row, 0, Qt::AlignLeft);
     }
 }

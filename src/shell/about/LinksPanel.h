@@ -8,7 +8,7 @@
 
 namespace folvane {
 
-class Workspace;
+class AppModel;
 
 /// Rows that each open an address in the program that the system has for it.
 class LinksPanel : public Panel {
@@ -21,8 +21,7 @@ public:
         QUrl address;
     };
 
-    LinksPanel(Workspace& workspace, const QString& title, const QList<Link>& links,
-               QWidget* parent = nullptr);
+    LinksPanel(AppModel& model, const QString& title, const QList<Link>& links, QWidget* parent = nullptr);
 };
 
 } // namespace folvane

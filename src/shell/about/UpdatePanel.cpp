@@ -3,35 +3,34 @@
 #include "config.h"
 #include "controls/Button.h"
 #include "controls/Spinner.h"
+#include "controls/accessibility.h"
 #include "controls/appearance.h"
 #include "controls/layouts.h"
 #include "controls/paletteColors.h"
 #include "controls/style/Theme.h"
 #include "controls/texts/NoteLabel.h"
-#include "platform/desktop/Workspace.h"
 #include "shell/about/aboutPanel.h"
+#include "viewParts/openLink.h"
+
+#include <utility>
 
 namespace folvane {
 
 namespace {
 
-constexpr int padding = 20;
 constexpr int iconSide = 16;
 
 } // namespace
 
-UpdatePanel::UpdatePanel(AppModel& model, QWidget* parent) : Panel(padding, parent), m_model(model)
+UpdatePanel::UpdatePanel(AppModel& model, QWidget* parent) : Panel(aboutPanelPadding, parent), m_model(model)
 {
     addTitle(*this, tr("Updates"));
     content().setSpacing(12);
-    content().addWidget(makeStatus());
     m_check = new Button(Button::Kind::Secondary, tr("Check for Updates"), this);
     m_download = new Button(Button::Kind::Primary, tr("Download"), this);
-    auto* buttons = makeRow(nullptr, {}, 10);
-    buttons->addWidget(m_check);
-    buttons->addWidget(m_download);
-    buttons->addStretch();
-    content().addLayout(buttons);
+    content().addWidget(m_check, 0, Qt::AlignLeft);
+    content().addWidget(makeStatus());
+    content().addWidget(m_download, 0, Qt::AlignLeft);
     connect(m_check, &Button::clicked, this, [this] { m_model.updates.check(); });
     connect(m_download, &Button::clicked, this, &UpdatePanel::download);
     m_watches.keep([this] { refresh(); }, model.updates.isChecking, model.updates.result);
@@ -58,15 +57,26 @@ void UpdatePanel::takeFocus()
 void UpdatePanel::refresh()
 {
     const std::optional<UpdateChecker::Result>& result = m_model.updates.result.value();
-    m_check->setEnabled(!m_model.updates.isChecking);
+    enableCheck(!m_model.updates.isChecking);
     m_spinner->setVisible(m_model.updates.isChecking);
     m_download->setVisible(result && std::holds_alternative<UpdateRelease>(*result));
-    if (result)
+    if (result) {
         std::visit([this](const auto& found) { tell(found); }, *result);
-    else
+        announce(*m_status);
+    } else {
         say(tr("Folvane checks only when you ask. It reads one file on %1 and sends nothing about your Mac.")
                 .arg(config::hostName),
             theme::secondaryText);
+    }
+}
+
+// While it is off, the keyboard goes elsewhere.
+void UpdatePanel::enableCheck(bool enabled)
+{
+    m_hadKeyboard = m_hadKeyboard || (!enabled && m_check->hasFocus());
+    m_check->setEnabled(enabled);
+    if (enabled && std::exchange(m_hadKeyboard, false))
+        m_check->setFocus();
 }
 
 void UpdatePanel::tell(const UpdateRelease& release)
@@ -98,7 +108,7 @@ void UpdatePanel::download()
     const std::optional<UpdateChecker::Result>& result = m_model.updates.result.value();
     const auto* release = result ? std::get_if<UpdateRelease>(&*result) : nullptr;
     if (release)
-        m_model.services().workspace.openLink(release->downloadURL(m_model.updates.productPage()));
+        openLink(m_model, release->downloadURL(m_model.updates.productPage()));
 }
 
 } // namespace folvane

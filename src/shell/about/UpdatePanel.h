@@ -23,6 +23,7 @@ public:
 private:
     QWidget* makeStatus();
     void refresh();
+    void enableCheck(bool enabled);
     void tell(const UpdateRelease& release);
     void tell(const UpdateChecker::Failed& failure);
     void tell(const UpdateChecker::UpToDate&);
@@ -35,6 +36,7 @@ private:
     QLabel* m_icon;
     QLabel* m_status;
     Button* m_download;
+    bool m_hadKeyboard = false; ///< the check button, before it was off
     Watches m_watches;
 };
 

@@ -10,12 +10,6 @@
 
 namespace folvane {
 
-namespace {
-
-constexpr int padding = 20;
-
-} // namespace
-
 void addTitle(Panel& panel, const QString& title)
 {
     auto* label = new TextLabel(title, interfaceFont(15, Weight::SemiBold), theme::text, &panel);
@@ -27,7 +21,7 @@ void addTitle(Panel& panel, const QString& title)
 
 Panel* makeAboutPanel(const QString& title, const QString& text, Button* button, QWidget* page)
 {
-    auto* panel = new Panel(padding, page);
+    auto* panel = new Panel(aboutPanelPadding, page);
     addTitle(*panel, title);
     panel->content().setSpacing(12);
     panel->content().addWidget(new NoteLabel(text, 13, panel));

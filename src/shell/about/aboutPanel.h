@@ -9,6 +9,8 @@ namespace folvane {
 class Button;
 class Panel;
 
+inline constexpr int aboutPanelPadding = 20;
+
 /// A section of the page: a title, what it is about, and the one thing to do.
 Panel* makeAboutPanel(const QString& title, const QString& text, Button* button, QWidget* page);
 

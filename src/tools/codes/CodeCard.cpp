@@ -13,11 +13,11 @@
 #include "controls/texts/ElidedLabel.h"
 #include "controls/texts/SelectableText.h"
 #include "controls/texts/breakableText.h"
-#include "platform/desktop/Workspace.h"
 #include "tools/codes/Capsule.h"
 #include "tools/codes/IconBadge.h"
 #include "tools/codes/codeIcon.h"
 #include "tools/codes/payloadText.h"
+#include "viewParts/openLink.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -81,7 +81,7 @@ void CodeCard::add(const codes::Link& link)
     addText(*makeAddressText(check, this), kindTitle(m_content));
     addRealSite(site);
     for (const LinkWarning& warning : check.warnings) {
-        spoken.append(sentenceOf(warning, check.realSite));
+        spoken.append(sentenceOf(warning, shownSite(check.realSite)));
         content().addWidget(new NoteBanner(breakableText(spoken.last()), NoteBanner::Tone::Warning, this));
     }
     setAccessibleDescription(spoken.join(u'\n'));
@@ -93,6 +93,8 @@ void CodeCard::add(const codes::Link& link)
 void CodeCard::addText(SelectableText& text, const QString& spokenName)
 {
     text.setAccessibleName(spokenName);
+    if (m_code.payload.size() > longestSpoken)
+        text.letKeyboardIn();
     content().addWidget(&text);
 }
 
@@ -150,10 +152,7 @@ void CodeCard::addButtons(const QList<Button*>& buttons)
 Button* CodeCard::makeOpenButton(const QUrl& url)
 {
     auto* button = new Button(Button::Kind::Primary, tr("Open in Browser"), this);
-    connect(button, &Button::clicked, this, [this, url] {
-        if (!m_model.services().workspace.openLink(url))
-            m_model.errorMessage = tr("The link couldn't be opened. Copy it instead.");
-    });
+    connect(button, &Button::clicked, this, [this, url] { openLink(m_model, url); });
     return button;
 }
 

@@ -88,10 +88,12 @@ QWidget* CodesView::makeFoundRow(QWidget* parent)
     auto* found = new QWidget(parent);
     auto* title = new TextLabel(tr("Found"), interfaceFont(16, Weight::SemiBold), theme::text, found);
     setSpokenRole(*title, QAccessible::Heading);
+    title->setAccessibleName(title->text());
+    found->setAccessibleName(title->text());
     auto* clear = new Button(Button::Kind::Tool, tr("Clear"), found);
     connect(clear, &Button::clicked, this, [this] {
-        m_model.codes.clear();
         takeFocus();
+        m_model.codes.clear();
     });
     auto* row = makeRow(found, {}, 10);
     row->addWidget(title, 1);
@@ -122,8 +124,7 @@ void CodesView::showEmptyMessage()
     if (!message)
         return;
     m_empty->setText(breakableText(*message) + u'\n' + tr("Try a sharper or larger picture."));
-    QAccessibleEvent announced(m_empty, QAccessible::Alert);
-    QAccessible::updateAccessibility(&announced);
+    announce(*m_empty);
 }
 
 void CodesView::showFound()
@@ -131,8 +132,12 @@ void CodesView::showFound()
     QList<QUuid> codes;
     for (const FoundCode& code : m_model.codes.found.value())
         codes.append(code.id);
+    const bool isMore = codes.size() > m_shown;
+    m_shown = codes.size();
+    m_cards->setItems(codes); // first: what the keyboard comes to may be scrolled to, and made
     m_foundRow->setVisible(!codes.isEmpty());
-    m_cards->setItems(codes);
+    if (isMore)
+        announce(*m_foundRow);
 }
 
 void CodesView::takeFocus()

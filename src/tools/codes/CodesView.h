@@ -40,6 +40,7 @@ private:
     QWidget* m_progress;
     NoteBanner* m_empty;
     QWidget* m_foundRow;
+    qsizetype m_shown = 0; ///< how many cards
     Watches m_watches;
 };
 

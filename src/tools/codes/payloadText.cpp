@@ -50,7 +50,7 @@ QTextCharFormat formatOf(AddressPiece::Part part)
     Q_UNREACHABLE();
 }
 
-/// Names between dots stand from left to right, also those of which each runs from right to left.
+/// Names between dots, and what follows the host, stand from left to right, also where each name runs from right to left.
 void appendInOrder(SelectableText& to, const AddressPiece& piece)
 {
     const QTextCharFormat format = formatOf(piece.part);
@@ -62,6 +62,7 @@ void appendInOrder(SelectableText& to, const AddressPiece& piece)
         }
         append(to, names[i], format);
     }
+    to.append(leftToRightMark, format, QString());
 }
 
 } // namespace
@@ -81,8 +82,12 @@ QString shownSite(const QString& site)
 SelectableText* makeAddressText(const LinkCheck& check, QWidget* parent)
 {
     auto* text = new SelectableText(Qt::LeftToRight, parent);
-    for (const AddressPiece& piece : addressPieces(check))
-        appendInOrder(*text, piece);
+    for (const AddressPiece& piece : addressPieces(check)) {
+        if (piece.part == AddressPiece::Part::Around)
+            append(*text, piece.text, formatOf(piece.part));
+        else
+            appendInOrder(*text, piece);
+    }
     return text;
 }
 

@@ -27,7 +27,7 @@ QString displayed(const QString& address)
     if (address.size() <= longestLine)
         return address;
     const qsizetype half = (address.size() + 1) / 2;
-    return address.left(half) + u'\n' + address.mid(half);
+    return address.left(half) + QChar(QChar::LineSeparator) + address.mid(half);
 }
 
 } // namespace folvane

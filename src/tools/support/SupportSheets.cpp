@@ -34,7 +34,8 @@ void SupportSheets::show()
     const std::optional<SupportPrompt> prompt = m_model.support.value();
     if (!prompt || m_dialog)
         return;
-    const bool isInTheWay = QApplication::activeModalWidget() || QApplication::activePopupWidget();
+    const bool isInTheWay = QApplication::activeModalWidget() || QApplication::activePopupWidget()
+                            || !m_window->isVisible() || m_window->isMinimized();
     if (*prompt != SupportPrompt::Manual && isInTheWay) {
         m_model.support = std::nullopt;
         return;

@@ -47,7 +47,7 @@ SupportView::SupportView(bool afterResult, QWidget* parent)
         tr("Send only on the networks listed above. Coins sent on another network can't be recovered."), 12,
         this));
     addFooter(afterResult);
-    show(m_network);
+    showNetwork(m_network);
 }
 
 void SupportView::addPicker()
@@ -57,7 +57,7 @@ void SupportView::addPicker()
         titles.append(literal(network.title));
     auto* picker = new SegmentedPicker(tr("Network"), titles, this);
     connect(picker, &SegmentedPicker::currentChanged, this,
-            [this](int index) { show(DonationNetwork::all()[index]); });
+            [this](int index) { showNetwork(DonationNetwork::all()[index]); });
     content().addWidget(picker);
 }
 
@@ -72,18 +72,18 @@ void SupportView::addDetails()
     m_copy = new Button(Button::Kind::Secondary, QString(), this);
     connect(m_copy, &Button::clicked, this, &SupportView::copyAddress);
     auto* rows = makeColumn(nullptr, {}, 10);
-    rows->addWidget(makeRow(tr("Send"), m_coins));
-    rows->addWidget(makeRow(tr("Network"), m_networks));
-    rows->addWidget(makeRow(tr("Address"), m_address));
+    rows->addWidget(makeField(tr("Send"), m_coins));
+    rows->addWidget(makeField(tr("Network"), m_networks));
+    rows->addWidget(makeField(tr("Address"), m_address));
     rows->addWidget(m_copy, 0, Qt::AlignLeft);
     rows->addStretch();
-    auto* details = folvane::makeRow(nullptr, {}, 20);
+    auto* details = makeRow(nullptr, {}, 20);
     details->addWidget(m_picture, 0, Qt::AlignTop);
     details->addLayout(rows, 1);
     content().addLayout(details);
 }
 
-QWidget* SupportView::makeRow(const QString& title, QWidget* value)
+QWidget* SupportView::makeField(const QString& title, QWidget* value)
 {
     auto* row = new QWidget(this);
     auto* column = makeColumn(row, {}, 2);
@@ -101,7 +101,7 @@ void SupportView::addFooter(bool afterResult)
     close->setFocus();
 }
 
-void SupportView::show(const DonationNetwork& network)
+void SupportView::showNetwork(const DonationNetwork& network)
 {
     m_network = network;
     const double scale = devicePixelRatioF();

@@ -18,9 +18,9 @@ public:
 private:
     void addPicker();
     void addDetails();
-    QWidget* makeRow(const QString& title, QWidget* value);
+    QWidget* makeField(const QString& title, QWidget* value);
     void addFooter(bool afterResult);
-    void show(const DonationNetwork& network);
+    void showNetwork(const DonationNetwork& network);
     void copyAddress();
     void showCopied(bool copied);
 

@@ -5,7 +5,7 @@
 #include "controls/containers/Panel.h"
 #include "controls/style/Theme.h"
 #include "controls/texts/NoteLabel.h"
-#include "platform/desktop/Workspace.h"
+#include "viewParts/openLink.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -85,7 +85,7 @@ void TellAFriendView::addButtons()
 
 void TellAFriendView::share()
 {
-    if (m_model.services().workspace.openLink(mail(m_productPage)))
+    if (openLink(m_model, mail(m_productPage)))
         answered();
 }
 

@@ -121,6 +121,9 @@ void showCodeCards(Tour& tour)
     tour.keys({Qt::Key_End}, "cards-many-end");
     tour.resize(tour.window.minimumSize());
     tour.picture("cards-many-narrow");
+    tour.hand.tabTo("Clear");
+    tour.keys({Qt::Key_Space}, "cards-cleared-by-keys");
+    Tour::check(found(tour) == 0, "all cards have gone");
 }
 
 } // namespace folvane
