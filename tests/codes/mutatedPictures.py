@@ -40,15 +40,22 @@ SLOW = 10
 class Reader:
     """The tool, started anew after it ended."""
 
-    def __init__(self, path):
+    def __init__(self, path, folder):
         self._path = path
         self._process = None
+        self._reports = folder / "report"
+        log = f"log_path={self._reports}"
+        self._environment = {**os.environ, "ASAN_OPTIONS": log, "UBSAN_OPTIONS": f"{log}:print_stacktrace=1"}
+
+    def reports(self):
+        """What sanitizers wrote of all its processes, which answer with no codes after a fault."""
+        return [path.read_text() for path in sorted(self._reports.parent.glob(f"{self._reports.name}.*"))]
 
     def ask(self, picture, seconds):
         """Its answer; a text on what went wrong instead."""
         if not self._process or self._process.poll() is not None:
             self._process = subprocess.Popen([self._path], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                                             stderr=subprocess.DEVNULL)
+                                             stderr=subprocess.DEVNULL, env=self._environment)
         self._process.stdin.write(f"{picture}\n".encode())
         self._process.stdin.flush()
         if not select.select([self._process.stdout], [], [], seconds)[0]:
@@ -69,12 +76,13 @@ def main():
     with tempfile.TemporaryDirectory(prefix="folvane-mutated-") as name:
         folder = Path(name)
         sources = made_pictures(folder) + corpus_pictures(options.folder, chance)
-        reader, tally, harm = Reader(options.reader), Counter(), []
+        reader, tally, harm = Reader(options.reader, folder), Counter(), []
         for number in range(options.pictures):
             path = damaged(chance.choice(sources), chance, folder)
             harm += [(path.suffix, fault) for fault in faults_of(reader, path, tally, options, folder, number)]
             path.unlink()
         reader.end()
+        harm += [("sanitizer", report) for report in reader.reports()]
     print(f"{options.pictures} pictures of {len({source.suffix for source in sources})} formats: {tally['decoded']} still decode, "
           f"{tally['read']} still give codes, the longest search took {tally['longest']} ms; {len(harm)} did harm.")
     for suffix, fault in harm:
