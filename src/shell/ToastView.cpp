@@ -1,13 +1,13 @@
 #include "shell/ToastView.h"
 
 #include "controls/LinkButton.h"
+#include "controls/accessibility.h"
 #include "controls/appearance.h"
 #include "controls/style/Shadow.h"
 #include "controls/style/Theme.h"
 #include "controls/style/icons.h"
 #include "controls/texts/ElidedLabel.h"
 
-#include <QAccessible>
 #include <QEvent>
 #include <QGraphicsOpacityEffect>
 #include <QHBoxLayout>
@@ -94,8 +94,7 @@ void ToastView::showText(const Toast& toast)
     moveTo(m_shown);
     show();
     raise();
-    QAccessibleEvent announced(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&announced);
+    announce(*this);
 }
 
 void ToastView::moveTo(double shown)

@@ -1,20 +1,14 @@
 #include "controls/dragging/droppedFiles.h"
 
+#include "platform/desktop/offers.h"
+
 #include <QDropEvent>
-#include <QMimeData>
 
 namespace folvane {
 
 QList<QUrl> droppedFiles(const QMimeData* data)
 {
-    QList<QUrl> files;
-    if (!data->hasUrls())
-        return files;
-    for (const QUrl& url : data->urls()) {
-        if (url.isLocalFile())
-            files.append(url);
-    }
-    return files;
+    return offeredFiles(*data);
 }
 
 void acceptCopy(QDropEvent& event)

@@ -98,12 +98,12 @@ void AboutView::addLinks(QVBoxLayout& column, QWidget* page)
                         .arg(config::supportAddress,
                              QString::fromLatin1(QUrl::toPercentEncoding(tr("Folvane for Mac")))));
     const auto url = [](QStringView constant) { return QUrl(constant.toString()); };
-    column.addWidget(
-        new LinksPanel(m_model, tr("Help & legal"),
-                       {{Icon::Envelope, tr("Write to Support"), mail},
-                        {Icon::Shield, tr("Privacy Policy"), QUrl(site + "/folvane-mac/privacy/")},
-                        {Icon::TextDocument, tr("Terms of Use"), QUrl(site + "/terms/")}},
-                       page));
+    column.addWidget(new LinksPanel(
+        m_model, tr("Help & legal"),
+        {{Icon::Envelope, tr("Write to Support"), mail},
+         {Icon::Shield, tr("Privacy Policy"), m_model.updates.productPage().resolved(QUrl("privacy/"))},
+         {Icon::TextDocument, tr("Terms of Use"), QUrl(site + "/terms/")}},
+        page));
     column.addWidget(new LinksPanel(m_model, tr("Follow us"),
                                     {{Icon::Film, QStringLiteral("YouTube"), url(config::youTubeUrl)},
                                      {Icon::Music, QStringLiteral("TikTok"), url(config::tikTokUrl)},

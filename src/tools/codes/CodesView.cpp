@@ -6,7 +6,6 @@
 #include "controls/accessibility.h"
 #include "controls/appearance.h"
 #include "controls/containers/LazyColumn.h"
-#include "controls/containers/Panel.h"
 #include "controls/dragging/FileDrops.h"
 #include "controls/layouts.h"
 #include "controls/sheets/NoteBanner.h"

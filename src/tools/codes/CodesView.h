@@ -5,8 +5,6 @@
 
 #include <QWidget>
 
-class QLayout;
-
 namespace folvane {
 
 class CodesDropZone;
